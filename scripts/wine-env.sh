@@ -1,0 +1,50 @@
+# To be sourced: the private Wine prefix of this checkout and a display, both made when missing.
+#
+#   WINEPREFIX  build/wine; made by wineboot once (about 20 s)
+#   WINEDEBUG   -all, unless set
+#   DISPLAY     as it is (a person's own) with CV_DISPLAY=own, else a private Xvfb, which stays
+#               for later commands of this checkout and is recorded in build/xvfb.display
+cv_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export WINEPREFIX="$cv_root/build/wine"
+export WINEDEBUG="${WINEDEBUG:--all}"
+export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+export LC_ALL=C.UTF-8
+mkdir -p "$cv_root/build"
+
+cv_display_alive() { [ -n "$1" ] && [ -S "/tmp/.X11-unix/X${1#:}" ] && DISPLAY="$1" timeout 5 xdpyinfo >/dev/null 2>&1; }
+
+cv_start_display() {
+    local record="$cv_root/build/xvfb.display" number
+    if cv_display_alive "$(cat "$record" 2>/dev/null)"; then
+        DISPLAY=$(cat "$record")
+        return
+    fi
+    rm -f "$record.new"
+    # -displayfd lets the server choose a free number, so that checkouts do not meet.
+    setsid Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$record.new" >/dev/null 2>&1 9>&- &
+    for _ in $(seq 100); do
+        number=$(cat "$record.new" 2>/dev/null || true)
+        [ -n "$number" ] && break
+        sleep 0.1
+    done
+    [ -n "$number" ] || { echo "wine-env: no display could be started" >&2; return 1; }
+    DISPLAY=":$number"
+    echo "$DISPLAY" > "$record"
+}
+
+# One process at a time makes the prefix and the display; the others wait for it.
+exec 9>"$cv_root/build/wine.lock"
+flock 9
+if [ "${CV_DISPLAY:-}" != own ]; then
+    cv_start_display
+    export DISPLAY
+fi
+if [ ! -e "$WINEPREFIX/.ready" ]; then
+    rm -rf "$WINEPREFIX"
+    wineboot --init >/dev/null 2>&1 9>&- || true
+    wineserver -w
+    [ -e "$WINEPREFIX/drive_c/windows/syswow64/kernel32.dll" ] || { echo "wine-env: the prefix could not be made" >&2; exit 1; }
+    touch "$WINEPREFIX/.ready"
+fi
+flock -u 9
+exec 9>&-
