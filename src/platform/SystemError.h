@@ -1,0 +1,22 @@
+// platform/SystemError.h: how a status of Windows or COM becomes the pending error.
+//
+// Shapes  A status is what a Windows function answers (ERROR_...) or an HRESULT, as a signed number.
+// Effects sets platform::Err(); keeps the thread's last error.
+#pragma once
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+// Windows' own text for a status, without the line break at its end; empty where it has none.
+[[nodiscard]] std::string SystemMessage(std::int32_t status);
+
+// Sets the pending error from a status that is a failure; 0 leaves it as it is.
+// Out of memory becomes OutOfMemory, an HRESULT of the facility of Visual Basic's own numbers becomes
+// that number; every other status stays as it is. An empty description is replaced by Windows' own text.
+void RecordStatus(std::int32_t status, const std::string& description = {}) noexcept;
+
+// The same for the thread's last error.
+void RecordLastError() noexcept;
+
+}  // namespace platform
