@@ -216,12 +216,6 @@ TEST_CASE_FIXTURE(Fixture, "a delay that a new timer does not take waits for 1 s
     AddChangedItem("0C", 'C', false, true);
     CHECK(Timer().Interval() == 1000);
 }
-TEST_CASE_FIXTURE(Fixture, "a list that cannot be written still arms the timer") {
-    const std::string id(40000000, 'x');  // more than the registry takes
-    AddChangedItem(id, 'C', true, true);
-    CHECK(Timer().Enabled());
-    CHECK(Err().Number() == 0);
-}
 TEST_CASE_FIXTURE(Fixture, "the hand-off reports its entry and exit to the log") {
     Debug::state.DebugActive = true;
     Debug::state.DebugLevel = 1;
