@@ -6,14 +6,13 @@
 #include <commctrl.h>
 
 #include "platform/Err.h"
+#include "platform/Module.h"
 #include "platform/SystemError.h"
-
-extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace platform {
 namespace {
 
-HINSTANCE Library() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+HINSTANCE Library() { return static_cast<HINSTANCE>(ModuleHandle()); }
 
 BitmapHandle Checked(HBITMAP bitmap) {
     if (!bitmap) RecordLastError();
