@@ -122,23 +122,23 @@ CommandLine Build(const std::string& command, Surroundings& surroundings, Shell 
 std::string WithVariables(std::string text, Surroundings& surroundings) {
     std::vector<std::string> expanded;  // their names with the "%" around them
     std::size_t from = 0;
-    for (;;) {
+    while (expanded.size() < mostExpansions) {
         const std::size_t first = text.find('%', from);
         if (first == std::string::npos) return text;
         const std::size_t second = text.find('%', first + 1);
         if (second == std::string::npos) return text;
         from = second + 1;
         const std::string variable = text.substr(first, from - first);
-        const std::string folded = platform::Lowered(variable);
-        if (std::find(expanded.begin(), expanded.end(), folded) != expanded.end()) continue;
+        if (std::find(expanded.begin(), expanded.end(), variable) != expanded.end()) continue;
         const std::string value = surroundings.Variable(text.substr(first + 1, second - first - 1));
         if (value.empty()) continue;
         auto expansion = Everywhere(text, variable, value, from);
         if (!expansion) continue;
-        expanded.push_back(folded);
+        expanded.push_back(variable);
         text = std::move(expansion->text);
         from = expansion->end;
     }
+    return text;
 }
 
 Target StartTarget(std::string_view commandLine) {

@@ -5,8 +5,9 @@
 //         letter by letter, in their case. Windows-125x only: a second byte of a two-byte character may be taken
 //         for a backslash.
 // Errors  none: every text has a reading; what the system does not know is the empty text.
-// Bounds  A variable is expanded once in a command, in all its places, so that one whose value names itself ends; an
-//         expansion that would make the command longer than Windows takes (longestCommand) is left out.
+// Bounds  A variable is expanded once in a command, in all places where it is spelled the same, so that one whose
+//         value names itself ends, and at most mostExpansions are. A replacement that would make the command longer
+//         than Windows takes (longestCommand) is left out.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -15,6 +16,7 @@
 namespace ExecText {
 
 inline constexpr std::size_t longestCommand = 32767;
+inline constexpr std::size_t mostExpansions = 1000;
 
 // What the registry, the environment and the disk answer, and the log.
 class Surroundings {

@@ -231,7 +231,29 @@ TEST_CASE_FIXTURE(Machine, "an earlier place that was part of another pair is ex
 TEST_CASE_FIXTURE(Machine, "a variable whose value names itself is expanded once") {
     variables["PATH"] = "%PATH%;%PATH%";
     CHECK(Start("%PATH%;%PATH%") == "start %PATH%;%PATH%;%PATH%;%PATH%");
-    CHECK(Start("%PATH%;%path%") == "start %PATH%;%PATH%;%path%");
+}
+TEST_CASE_FIXTURE(Machine, "a variable is expanded in each of its spellings") {
+    variables = {{"TEMP", "C:\\Temp"}, {"temp", "C:\\Temp"}};  // as Windows answers
+    CHECK(Start("%TEMP%;%temp%;%Temp%") == "start C:\\Temp;C:\\Temp;%Temp%");
+}
+TEST_CASE_FIXTURE(Machine, "the search goes on behind the value, however long it is") {
+    variables = {{"long", "12345678%b%"}, {"s", "1"}, {"b", "B"}};
+    CHECK(Start("%long%") == "start 12345678%b%");
+    CHECK(Start("%s%%b%") == "start 1B");
+}
+TEST_CASE_FIXTURE(Machine, "where pairs of one variable overlap the search goes on behind the last one replaced") {
+    variables = {{"b", "x"}, {"uxbxc", "Z"}};
+    CHECK(Start("%u%b%b%b%c%") == "start %uxbxc%");
+}
+TEST_CASE_FIXTURE(Machine, "more variables than a command can need are left as they are") {
+    std::string command, expected;
+    for (std::size_t i = 0; i < mostExpansions + 5; ++i) {
+        const std::string name = "v" + std::to_string(i);
+        variables[name] = "x";
+        command += "%" + name + "%";
+        expected += i < mostExpansions ? "x" : "%" + name + "%";
+    }
+    CHECK(Start(command) == "start " + expected);
 }
 TEST_CASE_FIXTURE(Machine, "variables that name each other end") {
     variables = {{"a", "%b%%b%"}, {"b", "%a%%a%"}};
