@@ -129,15 +129,17 @@ def sources(root):
             for path in sorted((root / "src").rglob("*")) if path.suffix in (".cpp", ".h")}
 
 
-def resolved(argument, text):
-    """The text of an argument: a literal, or a constant of the same file; else None."""
+def resolved(argument, texts):
+    """The text of an argument: a literal, or a constant of one of the sources, its own first; else None."""
     literal = LITERAL.match(argument)
     if literal:
         return literal.group(1)
-    if re.fullmatch(r"\w+", argument):
-        constant = re.search(r"\b" + argument + r'(?:\[\])?\s*(?:=|\{|\()\s*"((?:[^"\\]|\\.)*)"', text)
-        if constant:
-            return constant.group(1)
+    if re.fullmatch(r"[\w:]+", argument):
+        name = argument.split("::")[-1]
+        for text in texts:
+            constant = re.search(r"\b" + name + r'(?:\[\])?\s*(?:=|\{|\()\s*"((?:[^"\\]|\\.)*)"', text)
+            if constant:
+                return constant.group(1)
     return None
 
 
@@ -146,7 +148,8 @@ def looked_up(files):
     found = {}
     for path, text in files.items():
         for section, key in CALL.findall(text):
-            pair = (resolved(section, text), resolved(key, text))
+            headers = [other for where, other in files.items() if where.suffix == ".h"]
+            pair = (resolved(section, [text, *headers]), resolved(key, [text]))
             if None not in pair:
                 found[pair] = path.name
     return found

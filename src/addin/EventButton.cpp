@@ -26,9 +26,8 @@ void EventButton::Connect(Dispatch button, Handler click) {
         button, Events::Button,
         [button, click = std::move(click)](std::int32_t event, const platform::EventArguments& arguments) {
             if (event != Events::Click) return;
-            const Dispatch own = button;  // the handler may end this connection
             const Dispatch clicked = arguments.Object(0);
-            if (IsSameControl(own, clicked)) Handler(click)(clicked);
+            if (IsSameControl(button, clicked)) click(clicked);
         });
     button_ = std::move(button);
 }

@@ -14,7 +14,7 @@ class EventSource {
     template <class Listener, std::size_t count>
     void Attach(platform::Dispatch object, const platform::InterfaceId& events,
                 const std::shared_ptr<Listener>& listener, const platform::EventHandler<Listener> (&handlers)[count]) {
-        connection_ = platform::Connect(object, events, listener, handlers);
+        connection_ = platform::ConnectEvents(object, events, listener, handlers);
         object_ = std::move(object);
     }
     void Release() noexcept {

@@ -121,9 +121,11 @@ std::optional<Span> FindSection(std::string_view text, std::string_view name, Co
 bool SectionStandsAt(std::string_view text, Span section, std::string_view name, Comparison comparison) {
     if (section.begin > section.end || section.end > text.size()) return false;
     const std::string_view found = text.substr(section.begin, section.end - section.begin);
-    const bool begins = Same(found.substr(0, name.size() + 2), Head(name), comparison) ||
-                        (name.starts_with('[') && Same(found.substr(0, name.size()), name, comparison));
-    return begins && (section.end == text.size() || text.substr(section.end).starts_with(nextSection));
+    const auto reads = [&](std::size_t at) { return Same(found.substr(at, name.size()), name, comparison); };
+    const std::size_t close = name.size() + 1;
+    const bool headed = found.size() > close && found.front() == '[' && reads(1) && found[close] == ']';
+    const bool asItStands = name.starts_with('[') && reads(0);
+    return (headed || asItStands) && (section.end == text.size() || text.substr(section.end).starts_with(nextSection));
 }
 
 std::optional<Span> FindValue(std::string_view text, Span section, std::string_view key, Comparison comparison) {

@@ -1,7 +1,7 @@
 // platform/Sink.h: events of the host, brought to members of a class.
 //
 //     const EventHandler<cOlExplorer> explorerEvents[] = {{0xF002, &cOlExplorer::objExplorer_FolderSwitch}};
-//     connection = Connect(explorer, ExplorerEvents, shared_from_this(), explorerEvents);
+//     connection = ConnectEvents(explorer, ExplorerEvents, shared_from_this(), explorerEvents);
 //
 // Shapes  A source interface is named by its id, an event by its dispatch id; arguments are counted from 0 in
 //         their declared order.
@@ -75,9 +75,9 @@ class Connection {
 };
 
 template <class Listener, std::size_t count>
-[[nodiscard]] Connection Connect(const Dispatch& source, const InterfaceId& events,
-                                 const std::shared_ptr<Listener>& listener,
-                                 const EventHandler<Listener> (&handlers)[count]) {
+[[nodiscard]] Connection ConnectEvents(const Dispatch& source, const InterfaceId& events,
+                                       const std::shared_ptr<Listener>& listener,
+                                       const EventHandler<Listener> (&handlers)[count]) {
     return Connection(
         source, events,
         [weak = std::weak_ptr<Listener>(listener), &handlers](std::int32_t event, const EventArguments& arguments) {

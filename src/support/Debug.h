@@ -22,6 +22,7 @@ struct State {
     bool Muted = false;               // entries are dropped: the log is being set up, or writes one
     bool DebugInIde = false;          // never true in the product
     std::int32_t DebugLevel = 0;      // the mode in force: -1 registry, any other a file; 16: with time stamps
+    bool DebugStampsWanted = false;   // bit 16 of the mode before an unclean end took it away; not read
     std::int32_t DebugCallCount = 0;  // entries reported while the log was off
     std::string DebugFile;            // whole path; empty until the first set-up
     std::string DebugIndent;          // one blank for each procedure that is open

@@ -11,7 +11,8 @@ void WriteEntry() {
     HKEY key = nullptr;
     RegCreateKeyA(HKEY_CURRENT_USER, outlookEntry, &key);
     const DWORD loadBehavior = 3;
-    RegSetValueExA(key, "LoadBehavior", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&loadBehavior), sizeof loadBehavior);
+    RegSetValueExA(key, "LoadBehavior", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&loadBehavior),
+                   sizeof loadBehavior);
     RegSetValueExA(key, "FriendlyName", 0, REG_SZ, reinterpret_cast<const BYTE*>("Corvella"), 9);
     RegCloseKey(key);
 }

@@ -99,7 +99,8 @@ TEST_CASE("a button of the same number that another add-in made is left alone") 
     session->Start();
     const standin::Window window = session.FirstWindow();
     session->UnloadAddIn(e2e::progId);
-    const standin::ControlView stranger = session->AddCustomButton(window, "Standard", "Theirs", "103", "<!Other.AddIn>");
+    const standin::ControlView stranger =
+        session->AddCustomButton(window, "Standard", "Theirs", "103", "<!Other.AddIn>");
     session->LoadAddIn(e2e::progId);
     CHECK(session->Control(stranger.instance));
 }
@@ -115,7 +116,8 @@ TEST_CASE("a stale copy that an earlier run left is deleted before the new butto
     CHECK_FALSE(session->Control(second.instance));
     CHECK(session.OwnControls(window, "103").size() == 1);
 }
-TEST_CASE("before Outlook 2003 the face comes through the clipboard, whose content is lost; later by picture and mask") {
+TEST_CASE(
+    "before Outlook 2003 the face comes through the clipboard, whose content is lost; later by picture and mask") {
     for (const int version : e2e::allVersions) {
         CAPTURE(version);
         REQUIRE(OpenClipboard(nullptr));
@@ -140,13 +142,15 @@ TEST_CASE("the light grey of a pasted face becomes the menu colour of the system
     CHECK(face.At(0, 0) == expected);
     CHECK(std::count(face.colours.begin(), face.colours.end(), 0xC0C0C0u) == 0);
 }
-TEST_CASE("the order in which a button is made: stale copies, control, texts, style, mark, face, then shown and tagged") {
+TEST_CASE(
+    "the order in which a button is made: stale copies, control, texts, style, mark, face, then shown and tagged") {
     Session session({.version = 11});
     session->Start();
     session->Record();
     session.OpenNew(standin::ItemClass::Contact);
-    const char* const steps[] = {"CommandBars", ".BuiltIn",  ".Add(",      ".Parameter =", ".Caption =", ".OLEUsage =", ".Style =",
-                                 ".BeginGroup", ".OnAction =", ".FaceId =", ".Picture =",   ".Mask =",    ".Visible =",  ".Tag ="};
+    const char* const steps[] = {
+        "CommandBars", ".BuiltIn",    ".Add(",     ".Parameter =", ".Caption =", ".OLEUsage =", ".Style =",
+        ".BeginGroup", ".OnAction =", ".FaceId =", ".Picture =",   ".Mask =",    ".Visible =",  ".Tag ="};
     std::size_t step = 0;
     for (const std::string& line : session->Transcript()) {
         CAPTURE(line);

@@ -40,9 +40,8 @@ TEST_CASE("the command bars of a note's window are left alone") {
     }
 }
 TEST_CASE("a contact, a task and an appointment are saved, closed and handed over under their own letter") {
-    const std::pair<standin::ItemClass, const char*> kinds[] = {{standin::ItemClass::Contact, "C"},
-                                                                {standin::ItemClass::Task, "T"},
-                                                                {standin::ItemClass::Appointment, "A"}};
+    const std::pair<standin::ItemClass, const char*> kinds[] = {
+        {standin::ItemClass::Contact, "C"}, {standin::ItemClass::Task, "T"}, {standin::ItemClass::Appointment, "A"}};
     for (const int version : e2e::allVersions) {
         for (const auto& [kind, letter] : kinds) {
             CAPTURE(version);
@@ -149,7 +148,8 @@ TEST_CASE("the item that the window shows at the time of the click is the one th
     session->Record();
     session->Click(session.SendButton(window));
     bool asked = false;
-    for (const std::string& line : session->Transcript()) asked = asked || line.find(".CurrentItem ->") != std::string::npos;
+    for (const std::string& line : session->Transcript())
+        asked = asked || line.find(".CurrentItem ->") != std::string::npos;
     CHECK(asked);
 }
 TEST_CASE("an item window that was closed lets go of everything of its window") {

@@ -294,7 +294,7 @@ TEST_CASE("a class that is not registered gives an empty object and a pending er
 }
 TEST_CASE_FIXTURE(Fixture, "an event reaches the member that its table names and the host gets S_OK") {
     const auto listener = std::make_shared<Listener>();
-    const Connection connection = Connect(object.AsDispatch(), FakeEvents(), listener, handlers);
+    const Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     REQUIRE(connection);
     VARIANTARG number{};
     number.vt = VT_I4;
@@ -305,7 +305,7 @@ TEST_CASE_FIXTURE(Fixture, "an event reaches the member that its table names and
 }
 TEST_CASE_FIXTURE(Fixture, "what an event's procedure throws does not reach the host") {
     const auto listener = std::make_shared<Listener>();
-    const Connection connection = Connect(object.AsDispatch(), FakeEvents(), listener, handlers);
+    const Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     CHECK(object.Fire(object.sink, 2) == S_OK);
     CHECK(Err().Number() == InvalidProcedureCall);
 }
@@ -327,15 +327,15 @@ TEST_CASE_FIXTURE(Fixture, "an argument that is no object reads as none") {
 TEST_CASE_FIXTURE(Fixture, "a source that takes no sinks leaves the connection empty and the failure pending") {
     const auto listener = std::make_shared<Listener>();
     object.takesSinks = false;
-    CHECK_FALSE(Connect(object.AsDispatch(), FakeEvents(), listener, handlers));
+    CHECK_FALSE(ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers));
     CHECK(Err().Number() == static_cast<std::int32_t>(CONNECT_E_ADVISELIMIT));
     Err().Clear();
-    CHECK_FALSE(Connect(object.AsDispatch(), OfficeInterface(0x0006304E), listener, handlers));
+    CHECK_FALSE(ConnectEvents(object.AsDispatch(), OfficeInterface(0x0006304E), listener, handlers));
     CHECK(Err().Number() == static_cast<std::int32_t>(CONNECT_E_NOCONNECTION));
 }
 TEST_CASE_FIXTURE(Fixture, "an event that arrives after the end falls on nothing") {
     const auto listener = std::make_shared<Listener>();
-    Connection connection = Connect(object.AsDispatch(), FakeEvents(), listener, handlers);
+    Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     const ComPtr<IUnknown> late = object.sink;
     connection.End();
     connection.End();
@@ -346,7 +346,7 @@ TEST_CASE_FIXTURE(Fixture, "an event that arrives after the end falls on nothing
 }
 TEST_CASE_FIXTURE(Fixture, "a host that refuses to end a connection gets no more answers all the same") {
     const auto listener = std::make_shared<Listener>();
-    Connection connection = Connect(object.AsDispatch(), FakeEvents(), listener, handlers);
+    Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     const ComPtr<IUnknown> late = object.sink;
     object.answer = E_FAIL;
     connection.End();
@@ -356,13 +356,13 @@ TEST_CASE_FIXTURE(Fixture, "a host that refuses to end a connection gets no more
 }
 TEST_CASE_FIXTURE(Fixture, "a listener that is gone gets no events") {
     auto listener = std::make_shared<Listener>();
-    const Connection connection = Connect(object.AsDispatch(), FakeEvents(), listener, handlers);
+    const Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     listener.reset();
     CHECK(object.Fire(object.sink, 1) == S_OK);
 }
 TEST_CASE_FIXTURE(Fixture, "a procedure may end its own connection and let go of its own object") {
     auto listener = std::make_shared<Listener>();
-    Connection connection = Connect(object.AsDispatch(), FakeEvents(), listener, handlers);
+    Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     int finished = 0;
     listener->during = [&] {
         connection.End();
@@ -376,7 +376,7 @@ TEST_CASE_FIXTURE(Fixture, "a procedure may end its own connection and let go of
 TEST_CASE_FIXTURE(Fixture, "a connection that is moved ends once") {
     const auto listener = std::make_shared<Listener>();
     {
-        Connection first = Connect(object.AsDispatch(), FakeEvents(), listener, handlers);
+        Connection first = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
         Connection second = std::move(first);
         CHECK(object.unadvised.empty());
         first = std::move(second);
