@@ -23,7 +23,7 @@ status=0
 for target in "${targets[@]}"; do
     found="build/fuzz/$target"
     mkdir -p "$found/inputs"
-    options=(-max_total_time="$seconds" -max_len=1024 -timeout=10 -print_final_stats=1 "-artifact_prefix=$found/")
+    options=(-max_total_time="$seconds" -max_len=384 -timeout=10 -print_final_stats=1 "-artifact_prefix=$found/")
     if [ -f "tests/fuzz/$target.dict" ]; then options+=("-dict=tests/fuzz/$target.dict"); fi
     if "$build/fuzz_$target" "${options[@]}" "$found/inputs" "tests/fuzz/corpus/$target" >"$found/log" 2>&1; then
         verdict="no finding"

@@ -36,6 +36,15 @@ std::optional<std::string> Load(const std::string& fileName, const FileStamp& st
     return text;
 }
 
+// Logging may lead back into the cache and use the entry for something else; then it is left as it has become.
+void Verify(CacheEntry& entry) {
+    const std::uint64_t use = entry.lastUse;
+    const std::string onDisk = Files::GetFileContents(std::string(entry.fileName));
+    if (entry.lastUse != use || onDisk == entry.text) return;
+    Files::WriteFileConents(std::string(entry.fileName), std::string(entry.text));
+    if (entry.lastUse == use) entry.stamp = platform::StampOf(entry.fileName);
+}
+
 }  // namespace
 
 std::string Cache::Read(const std::string& fileName, std::string_view section, std::string_view key,
@@ -92,20 +101,12 @@ bool Cache::WriteIniFile(CacheEntry& entry, bool verify) {
     const platform::ErrorScope ownErrors;
     entry.text = IniText::OnDisk(entry.text);
     entry.index.Forget();
-    // Logging may lead back here and use the entry for something else; then it is left as it has become.
-    const std::string fileName = entry.fileName;
-    const std::string text = entry.text;
-    const std::uint64_t use = entry.lastUse;
-    std::optional<FileStamp> stamp = platform::ReplaceWhole(fileName, text);
-    if (stamp && verify && Files::GetFileContents(fileName) != text) {
-        Files::WriteFileConents(fileName, text);
-        stamp = platform::StampOf(fileName);
-    }
-    if (stamp && entry.lastUse == use) {
-        entry.stamp = *stamp;
-        entry.changed = false;
-    }
-    return stamp.has_value();
+    const std::optional<FileStamp> written = platform::ReplaceWhole(entry.fileName, entry.text);
+    if (!written) return false;
+    entry.stamp = *written;
+    entry.changed = false;
+    if (verify) Verify(entry);
+    return true;
 }
 
 CacheEntry* Cache::Known(const std::string& fileName) noexcept {

@@ -1,7 +1,6 @@
 #include "config/IniText.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 
 #include "platform/Text.h"
@@ -15,46 +14,19 @@ constexpr std::size_t shortText = 4;  // a text of no more bytes keeps its line 
 
 unsigned char Byte(char c) { return static_cast<unsigned char>(c); }
 
-char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 bool Same(std::string_view left, std::string_view right, Comparison comparison) {
     return comparison == Comparison::Exact ? left == right : platform::SameIgnoringCase(left, right);
 }
 
-// Looks at the last byte of a place where `sought` could stand and leaps as far as that byte allows
-// (Horspool's way), which passes over most of a long text.
-class Search {
-  public:
-    Search(std::string_view sought, Comparison comparison) : sought_(sought), comparison_(comparison) {
-        leap_.fill(static_cast<std::uint32_t>(sought.size()));
-        for (std::size_t i = 0; i + 1 < sought.size(); ++i) {
-            const auto leap = static_cast<std::uint32_t>(sought.size() - 1 - i);
-            leap_[Byte(sought[i])] = leap;
-            if (comparison == Comparison::IgnoringCase) {
-                leap_[Byte(platform::Lower(sought[i]))] = leap;
-                leap_[Byte(Upper(sought[i]))] = leap;
-            }
-        }
-    }
-
-    // The first place at or after `from`; `sought` is not empty.
-    [[nodiscard]] std::size_t In(std::string_view text, std::size_t from) const {
-        const std::size_t last = sought_.size() - 1;
-        for (std::size_t at = from; at + last < text.size(); at += leap_[Byte(text[at + last])]) {
-            if (Same(text.substr(at, sought_.size()), sought_, comparison_)) return at;
-        }
-        return none;
-    }
-
-  private:
-    std::string_view sought_;
-    Comparison comparison_;
-    std::array<std::uint32_t, 256> leap_;
-};
-
+// The first place of `sought` at or after `from`. It begins with "[" or a line break, which have no case.
 std::size_t Find(std::string_view text, std::string_view sought, std::size_t from,
                  Comparison comparison = Comparison::Exact) {
-    return Search(sought, comparison).In(text, from);
+    if (comparison == Comparison::Exact) return text.find(sought, from);
+    std::size_t at = text.find(sought.front(), from);
+    while (at != none && !Same(text.substr(at, sought.size()), sought, comparison)) {
+        at = text.find(sought.front(), at + 1);
+    }
+    return at;
 }
 
 std::string Head(std::string_view name) { return std::string("[").append(name).append("]"); }
@@ -169,11 +141,10 @@ std::string OnDisk(std::string_view text) {
     constexpr std::string_view two = "\r\n\r\n";
     constexpr std::string_view three = "\r\n\r\n\r\n";
     const std::string_view lines = WithoutBreaksAtEnd(text);
-    const Search runs(three, Comparison::Exact);
     std::string thinned;
     thinned.reserve(lines.size() + lineBreak.size());
     std::size_t from = 0;
-    for (std::size_t hit; (hit = runs.In(lines, from)) != none; from = hit + three.size()) {
+    for (std::size_t hit; (hit = lines.find(three, from)) != none; from = hit + three.size()) {
         thinned.append(lines.substr(from, hit - from)).append(two);
     }
     return thinned.append(lines.substr(from)).append(lineBreak);

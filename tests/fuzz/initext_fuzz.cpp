@@ -10,11 +10,17 @@ namespace {
 
 using IniText::Comparison;
 
-std::string Fold(std::string text, Comparison comparison) {
-    for (char& c : text) {
-        if (comparison == Comparison::IgnoringCase && c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-    }
-    return text;
+bool SameLetter(char a, char b, Comparison comparison) {
+    if (a == b) return true;
+    const bool letter = (a >= 'A' && a <= 'Z') || (a >= 'a' && a <= 'z');
+    return comparison == Comparison::IgnoringCase && letter && (a ^ b) == 0x20;
+}
+
+bool StandsAt(const std::string& line, std::size_t at, const std::string& sought, Comparison comparison) {
+    if (line.size() - at < sought.size()) return false;
+    std::size_t i = 0;
+    while (i < sought.size() && SameLetter(line[at + i], sought[i], comparison)) ++i;
+    return i == sought.size();
 }
 
 // The text as lines, looked through from top to bottom, without any cleverness.
@@ -52,7 +58,7 @@ class Model {
         } else if (!value.empty()) {
             AddKey(head, setting);
         }
-        Split(Text());  // a value may hold line breaks
+        if (value.find("\r\n") != std::string::npos) Split(Text());
     }
 
     [[nodiscard]] std::string OnDisk() const {
@@ -85,12 +91,12 @@ class Model {
         return lines_.begin() + static_cast<std::ptrdiff_t>(line);
     }
     [[nodiscard]] std::size_t LineThatHolds(const std::string& sought, Comparison comparison) const {
-        std::size_t line = 0;
-        while (line < lines_.size() &&
-               Fold(lines_[line], comparison).find(Fold(sought, comparison)) == std::string::npos) {
-            ++line;
+        for (std::size_t line = 0; line < lines_.size(); ++line) {
+            for (std::size_t at = 0; at < lines_[line].size(); ++at) {
+                if (StandsAt(lines_[line], at, sought, comparison)) return line;
+            }
         }
-        return line;
+        return lines_.size();
     }
     [[nodiscard]] std::size_t SectionEnd(std::size_t head) const {
         std::size_t line = head + 1;
@@ -99,8 +105,9 @@ class Model {
     }
     [[nodiscard]] std::size_t LineOfKey(std::size_t head, const std::string& key, Comparison comparison) const {
         const std::size_t end = SectionEnd(head);
+        const std::string sought = key + "=";
         std::size_t line = head + 1;
-        while (line < end && !Fold(lines_[line], comparison).starts_with(Fold(key + "=", comparison))) ++line;
+        while (line < end && !StandsAt(lines_[line], 0, sought, comparison)) ++line;
         return std::min(line, end);
     }
     void DropEmptyLinesAtEnd() {
