@@ -90,6 +90,8 @@ class Gate {
     }
     [[nodiscard]] bool Recording() const { return recording_; }
     void Action(const std::string& text) { Write("# " + text); }
+    // An add-in is at work just now: an event or a method of it has not returned.
+    [[nodiscard]] bool CallingOut() const { return depth_ > 0; }
     // A call out, with the calls that it causes indented below it.
     class Outward {
       public:

@@ -60,6 +60,11 @@ Ending Session::Quit() {
     return ending_;
 }
 
+// The host ends between events, not inside one: a procedure that closed the last window runs to its end first.
+void Session::Settle() {
+    if (std::exchange(endWanted_, false) && Running() && !AnyShown()) Quit();
+}
+
 // Every window has raised its Close event. What is held now decides in the versions that wait for references.
 void Session::EndSession() {
     quitting_ = true;
@@ -215,7 +220,10 @@ bool Session::Close(WindowObject* window, SaveMode mode) {
     if (window->shown && !(inspector && inspector->sentInOld)) window->Raise(events::Close);
     if (inspector) inspector->item->inClose = false;
     TakeOff(window);
-    if (Running() && !quitting_ && !AnyShown()) Quit();
+    if (Running() && !quitting_ && !AnyShown()) {
+        endWanted_ = true;
+        if (!gate->CallingOut()) Settle();
+    }
     return true;
 }
 
@@ -332,7 +340,11 @@ ClickResult Session::Click(WindowObject& window, const ControlPointer& control) 
         if (object && object->Sinks() != 0) advised.emplace_back(object);
     }
     const ControlPointer before = std::exchange(action_, control);
-    const Ref<ControlObject> clicked = Make<ControlObject>(window, control);
+    Ref<ControlObject> clicked = Make<ControlObject>(window, control);
+    if (options.clicked == ClickedControl::AdvisedObject) {
+        for (const Ref<ControlObject>& object : advised)
+            if (object->TheControl() == control) clicked = object;
+    }
     VARIANT_BOOL cancel = VARIANT_FALSE;
     const int id = control->id;
     const std::wstring tag = control->tag;
@@ -342,6 +354,7 @@ ClickResult Session::Click(WindowObject& window, const ControlPointer& control) 
         result.sinks += object->Raise(events::Click, {EventArgument(clicked.get()), EventArgument(&cancel)});
     }
     action_ = before;
+    Settle();
     result.cancelled = cancel != VARIANT_FALSE;
     result.defaultRuns = control->builtIn && control->onAction.empty() && !result.cancelled;
     return result;

@@ -39,6 +39,8 @@ class Session {
     // --- life ---
     void Start();
     Ending Quit();
+    // Ends the session if the last window was closed from inside an event that has returned by now.
+    void Settle();
     Ending LookAgain();
     void EndProcess(HRESULT answer);
     [[nodiscard]] Ending HowItEnded() const { return ending_; }
@@ -101,7 +103,7 @@ class Session {
     std::map<int, Ref<ItemObject>> items_;
     ControlPointer action_;
     int active_ = 0, lastWindow_ = 0, lastItem_ = 0, lastInstance_ = 0;
-    bool started_ = false, quitting_ = false;
+    bool started_ = false, quitting_ = false, endWanted_ = false;
     Ending ending_ = Ending::StillRunning;
 };
 
