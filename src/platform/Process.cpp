@@ -25,6 +25,7 @@ bool StartProcess(const std::string& commandLine, Show show) {
 }
 
 bool StartDocument(const std::string& file, const std::string& arguments, Show show) {
+    if (file.empty()) return false;  // Windows would open the current folder
     SHELLEXECUTEINFOA document{};
     document.cbSize = sizeof document;
     document.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_FLAG_DDEWAIT;

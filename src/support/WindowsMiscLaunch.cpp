@@ -38,10 +38,9 @@ class ThisMachine : public ExecText::Surroundings {
 // "start" belongs to the command interpreter and would take a path in double quotes for the title of its window; the
 // desktop itself opens the same things without a console and without a second reading of the text.
 void StartThroughDesktop(const ExecText::Target& target) {
-    if (target.file.empty() || platform::StartDocument(target.file, target.arguments, Show::Minimised)) return;
+    if (platform::StartDocument(target.file, target.arguments, Show::Minimised)) return;
     const ExecText::Target program = ExecText::AsProgram(target);
-    if (program.file.empty()) return;
-    platform::Err().Clear();
+    if (!program.file.empty()) platform::Err().Clear();
     platform::StartDocument(program.file, program.arguments, Show::Minimised);
 }
 
