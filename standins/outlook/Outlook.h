@@ -38,8 +38,8 @@
 //                 NewExplorer; OnConnection of each add-in; OnAddInsUpdate of each; OnStartupComplete of each;
 //                 Application.Startup; MAPILogonComplete (10 on); Explorer.Activate
 //   OpenExplorer  Explorers.NewExplorer, then the window shows: Deactivate of the active window, Explorer.Activate
-//   OpenInspector Item.Read (once an item), Item.Open (can be cancelled), Inspectors.NewInspector, then as above.
-//                 An item that has a window already: the window is only activated
+//   OpenInspector Inspectors.NewInspector, Item.Read (once an item), Item.Open (cancelled: the Inspector is gone again,
+//                 without Close), then as above. An item that has a window already: the window is only activated
 //   SwitchFolder  BeforeFolderSwitch (can be cancelled), FolderSwitch, SelectionChange (the first item is selected;
 //                 no SelectionChange in FolderKind::OutlookToday, which has no items)
 //   CloseWindow   an Inspector: Item.Write when it is saved, Item.Close (each can be cancelled). Then Close of the

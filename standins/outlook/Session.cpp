@@ -38,11 +38,12 @@ void Session::Start() {
     gate->Action("start Outlook " + std::to_string(options.version));
     if (options.startedBy == StartedBy::User) NewExplorer(store.Get(FolderKind::Inbox));
     if (readRegistry) addIns->ReadRegistry();
-    started_ = true;
+    started_ = starting_ = true;
     addIns->LoadAtStart();
     addIns->TellStartupComplete();
     application_->Raise(events::Startup);
     application_->Raise(events::LogonComplete);
+    starting_ = false;
     if (options.startedBy == StartedBy::User && !windows_.empty()) Show(windows_.front().get());
 }
 
@@ -149,13 +150,13 @@ InspectorObject* Session::InspectorFor(ItemObject* item) {
 }
 
 InspectorObject* Session::Display(ItemObject* item) {
-    InspectorObject* inspector = InspectorOf(item);
-    if (!inspector || !inspector->shown) {
-        if (item->AskOpen() == Cancelled::Yes) return nullptr;
+    const Ref<InspectorObject> inspector(InspectorFor(item));
+    if (!inspector->shown && item->AskOpen() == Cancelled::Yes) {
+        TakeOff(inspector.get());
+        return nullptr;
     }
-    inspector = InspectorFor(item);
-    Show(inspector);
-    return inspector;
+    Show(inspector.get());
+    return inspector->gone ? nullptr : inspector.get();
 }
 
 void Session::Show(WindowObject* window) {
@@ -251,7 +252,7 @@ Result Session::TopWindow(const std::function<bool(const WindowObject&)>& fits) 
         if (window && fits(*window)) return window;
     }
     for (const Ref<WindowObject>& window : windows_)  // the first Explorer, before it shows
-        if (order_.empty() && fits(*window)) return window;
+        if (starting_ && fits(*window)) return window;
     return {};
 }
 
@@ -320,7 +321,7 @@ std::pair<WindowObject*, ControlPointer> Session::FindControl(int instance) cons
 
 ClickResult Session::Click(WindowObject& window, const ControlPointer& control) {
     ClickResult result;
-    if (control->gone || !control->visible || !control->enabled || !control->IsButton()) return result;
+    if (!IsReachable(*control) || !control->IsButton()) return result;
     result.reached = true;
     const Ref<WindowObject> alive(&window);
     const std::wstring& action = control->onAction;

@@ -101,7 +101,7 @@ class Session {
     std::map<int, Ref<ItemObject>> items_;
     ControlPointer action_;
     int active_ = 0, lastWindow_ = 0, lastItem_ = 0, lastInstance_ = 0;
-    bool started_ = false, quitting_ = false;
+    bool started_ = false, starting_ = false, quitting_ = false;
     Ending ending_ = Ending::StillRunning;
 };
 
