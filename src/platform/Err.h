@@ -17,6 +17,7 @@ namespace platform {
 // Numbers with a meaning of their own in this system.
 enum ErrorNumber : std::int32_t {
     InvalidProcedureCall = 5,
+    Overflow = 6,
     OutOfMemory = 7,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,

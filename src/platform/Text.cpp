@@ -11,11 +11,6 @@ namespace {
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-std::size_t PastDigits(std::string_view text, std::size_t at) {
-    while (at < text.size() && IsDigit(text[at])) ++at;
-    return at;
-}
-
 std::size_t PastBlanks(std::string_view text, std::size_t at) {
     while (at < text.size() && IsBlank(text[at])) ++at;
     return at;
@@ -26,33 +21,62 @@ struct Leading {
     std::size_t end = 0;  // just past the number; 0 where there is none
 };
 
-// std::from_chars refuses a leading "+" and tells nothing of a number like ".", so the extent of
-// the number is found here and only its value there.
+struct Digits {
+    double value = 0;
+    int scale = 0;  // digits behind the point
+    std::size_t end = 0;
+    bool any = false;
+};
+
+Digits ReadDigits(std::string_view text, std::size_t at) {
+    Digits read;
+    bool point = false;
+    for (; at < text.size(); ++at) {
+        if (text[at] == '.' && !point) {
+            point = true;
+        } else if (IsDigit(text[at])) {
+            read.value = read.value * 10 + (text[at] - '0');
+            read.scale += point ? 1 : 0;
+            read.any = true;
+        } else {
+            break;
+        }
+    }
+    read.end = at;
+    return read;
+}
+
+// The power of ten behind an "e" at `at`, with where it ends; `at` itself where it is not complete.
+int ReadExponent(std::string_view text, std::size_t& at) {
+    if (at >= text.size() || Lower(text[at]) != 'e') return 0;
+    std::size_t digits = at + 1;
+    const bool negative = digits < text.size() && text[digits] == '-';
+    if (digits < text.size() && (text[digits] == '-' || text[digits] == '+')) ++digits;
+    int power = 0;
+    std::size_t end = digits;
+    for (; end < text.size() && IsDigit(text[end]); ++end) power = std::min(power * 10 + (text[end] - '0'), 9999);
+    if (end == digits) return 0;
+    at = end;
+    return negative ? -power : power;
+}
+
+double TimesPowerOfTen(double value, int power) {
+    if (value == 0) return 0;
+    for (; power > 0 && value < std::numeric_limits<double>::infinity(); --power) value *= 10;
+    double divisor = 1;  // one division keeps a short fraction exact
+    for (; power < 0 && divisor < 1e300; ++power) divisor *= 10;
+    return power < 0 ? 0 : std::min(value / divisor, std::numeric_limits<double>::max());
+}
+
+// Written out because the standard library's reader of floating-point text is a tenth of the whole add-in.
 Leading LeadingNumber(std::string_view text) {
     const std::size_t sign = PastBlanks(text, 0);
     const bool signedNumber = sign < text.size() && (text[sign] == '-' || text[sign] == '+');
-    const std::size_t whole = sign + (signedNumber ? 1 : 0);
-    std::size_t end = PastDigits(text, whole);
-    std::size_t digits = end - whole;
-    if (end < text.size() && text[end] == '.') {
-        const std::size_t fraction = PastDigits(text, end + 1);
-        digits += fraction - (end + 1);
-        if (digits > 0) end = fraction;
-    }
-    if (digits == 0) return {};
-    if (end < text.size() && Lower(text[end]) == 'e') {
-        std::size_t exponent = end + 1;
-        if (exponent < text.size() && (text[exponent] == '-' || text[exponent] == '+')) ++exponent;
-        if (const std::size_t past = PastDigits(text, exponent); past > exponent) end = past;
-    }
-    Leading number{0, end};
-    const char* first = text.data() + whole;
-    const auto [stop, error] = std::from_chars(first, text.data() + end, number.value);
-    if (error == std::errc::result_out_of_range) {
-        const bool tiny = std::string_view(first, end - whole).find("e-") != std::string_view::npos ||
-                          std::string_view(first, end - whole).find("E-") != std::string_view::npos;
-        number.value = tiny ? 0 : std::numeric_limits<double>::max();
-    }
+    const Digits digits = ReadDigits(text, sign + (signedNumber ? 1 : 0));
+    if (!digits.any) return {};
+    Leading number{0, digits.end};
+    const int exponent = ReadExponent(text, number.end);
+    number.value = TimesPowerOfTen(digits.value, exponent - digits.scale);
     if (signedNumber && text[sign] == '-') number.value = -number.value;
     return number;
 }

@@ -44,7 +44,8 @@
 //                 no SelectionChange in FolderKind::OutlookToday, which has no items)
 //   CloseWindow   an Inspector: Item.Write when it is saved, Item.Close (each can be cancelled). Then Close of the
 //                 window; then it is gone, its objects and those of its bars answer with RPC_E_DISCONNECTED; then
-//                 Activate of the next window. With the last window gone the session ends as by Quit
+//                 Activate of the next window. With the last window gone the session ends as by Quit,
+//                 once the event is over from which an add-in closed it
 //   Quit          CloseWindow for every window, Application.Quit, then by version (below)
 //
 // The end of a session (Quit, or the last window closed)
@@ -76,6 +77,7 @@ class Session;
 enum class ClosingWindow { StillCounted, NotCounted };                // in Count and Item during its own Close event
 enum class ShutdownCalls { ByVersion, None };                         // None: as versions after 2007
 enum class StartedBy { User, Automation };                            // Automation: no window, custom(1) = 3
+enum class ClickedControl { AnotherObject, AdvisedObject };           // what Click is given: Office does not promise
 enum class CustomArray { AsDocumented, PointerToNull, NullPointer };  // what add-ins get as `custom`
 enum class Failures { AsThemselves, AsExceptions };  // AsExceptions: every failing Invoke is DISP_E_EXCEPTION + scode
 enum class SaveMode { Save = 0, Discard = 1, Prompt = 2 };  // OlInspectorClose
@@ -136,6 +138,7 @@ struct Options {
     ShutdownCalls shutdownCalls = ShutdownCalls::ByVersion;
     StartedBy startedBy = StartedBy::User;
     CustomArray customArray = CustomArray::AsDocumented;
+    ClickedControl clicked = ClickedControl::AnotherObject;
     Failures failures = Failures::AsThemselves;
     Prompted prompted = Prompted::Yes;
     std::shared_ptr<SavedBars> savedBars = nullptr;  // of an earlier session; none: a fresh profile

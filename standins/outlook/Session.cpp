@@ -12,6 +12,7 @@ namespace standin {
 Session::Session(const Options& given)
     : options(given), gate(std::make_shared<Gate>(this, given.version)), saved(std::make_shared<SavedBars>()) {
     if (given.savedBars) *saved = *given.savedBars;
+    gate->onLastReturn = [this] { Settle(); };
     gate->failuresAsExceptions = given.failures == Failures::AsExceptions;
     application_ = Make<standin::ApplicationObject>(gate);
     nameSpace_ = Make<standin::NameSpaceObject>(gate);
@@ -24,7 +25,7 @@ Session::Session(const Options& given)
 Session::~Session() {
     EndProcess(RPC_E_DISCONNECTED);
     store.Clear();
-    gate->onLine = nullptr;
+    gate->onLine = gate->onLastReturn = nullptr;
     gate->Forget();
 }
 
@@ -59,6 +60,11 @@ Ending Session::Quit() {
     }
     EndSession();
     return ending_;
+}
+
+// A procedure that closed the last window runs to its end first.
+void Session::Settle() {
+    if (turns_ == 0 && !gate->Inside() && std::exchange(quitWanted_, false) && Running()) Quit();
 }
 
 // Every window has raised its Close event. What is held now decides in the versions that wait for references.
@@ -127,6 +133,7 @@ T* Session::AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments) {
 }
 
 ExplorerObject* Session::NewExplorer(FolderObject* folder) {
+    const Turn turn(*this);
     ExplorerObject* explorer =
         AddWindow<ExplorerObject>(ExplorerBars(options.version, [this] { return NextInstance(); }), folder);
     if (started_) explorers->Raise(events::NewExplorer, {EventArgument(explorer)});
@@ -142,6 +149,7 @@ InspectorObject* Session::InspectorOf(const ItemObject* item) const {
 }
 
 InspectorObject* Session::InspectorFor(ItemObject* item) {
+    const Turn turn(*this);
     if (InspectorObject* inspector = InspectorOf(item)) return inspector;
     InspectorObject* inspector =
         AddWindow<InspectorObject>(InspectorBars(item->Kind().itemClass, [this] { return NextInstance(); }), item);
@@ -150,6 +158,7 @@ InspectorObject* Session::InspectorFor(ItemObject* item) {
 }
 
 InspectorObject* Session::Display(ItemObject* item) {
+    const Turn turn(*this);
     const Ref<InspectorObject> inspector(InspectorFor(item));
     if (!inspector->shown && item->AskOpen() == Cancelled::Yes) {
         TakeOff(inspector.get());
@@ -160,6 +169,7 @@ InspectorObject* Session::Display(ItemObject* item) {
 }
 
 void Session::Show(WindowObject* window) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     if (window->gone) return;
     if (!window->shown) {
@@ -171,6 +181,7 @@ void Session::Show(WindowObject* window) {
 }
 
 void Session::Activate(WindowObject* window) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     if (window->gone || !window->shown || active_ == window->Number()) return;
     if (WindowObject* former = FindWindow(active_)) Deactivate(former);
@@ -183,12 +194,14 @@ void Session::Activate(WindowObject* window) {
 }
 
 void Session::Deactivate(WindowObject* window) {
+    const Turn turn(*this);
     if (active_ != window->Number()) return;
     active_ = 0;
     window->Raise(events::Deactivate);
 }
 
 bool Session::SettleChanges(ItemObject* item, SaveMode mode) {
+    const Turn turn(*this);
     if (mode == SaveMode::Prompt) {
         if (item->IsSaved()) return true;
         if (options.prompted == Prompted::Cancel) return false;
@@ -202,6 +215,7 @@ bool Session::SettleChanges(ItemObject* item, SaveMode mode) {
 }
 
 bool Session::Close(WindowObject* window, SaveMode mode) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     if (window->gone || window->closing) return true;
     window->closing = true;
@@ -216,7 +230,7 @@ bool Session::Close(WindowObject* window, SaveMode mode) {
     if (window->shown && !(inspector && inspector->sentInOld)) window->Raise(events::Close);
     if (inspector) inspector->item->inClose = false;
     TakeOff(window);
-    if (Running() && !quitting_ && !AnyShown()) Quit();
+    if (Running() && !quitting_ && !AnyShown()) QuitSoon();
     return true;
 }
 
@@ -234,6 +248,7 @@ void Session::TakeOff(WindowObject* window) {
 }
 
 bool Session::Send(WindowObject* window) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     auto* inspector = dynamic_cast<InspectorObject*>(window);
     if (!inspector || inspector->item->AskSend() == Cancelled::Yes) return false;
@@ -259,6 +274,7 @@ Result Session::TopWindow(const std::function<bool(const WindowObject&)>& fits) 
 // --- folders and items ---
 
 bool Session::SwitchFolder(ExplorerObject* explorer, FolderObject* folder) {
+    const Turn turn(*this);
     const Ref<ExplorerObject> alive(explorer);
     if (explorer->folder.get() == folder) return true;
     if (!explorer->AskFolderSwitch(folder)) return false;
@@ -272,6 +288,7 @@ bool Session::SwitchFolder(ExplorerObject* explorer, FolderObject* folder) {
 }
 
 void Session::Select(ExplorerObject* explorer, const std::vector<Ref<ItemObject>>& items) {
+    const Turn turn(*this);
     explorer->selection = items;
     ContentsChanged();
     explorer->Raise(events::SelectionChange);
@@ -320,6 +337,7 @@ std::pair<WindowObject*, ControlPointer> Session::FindControl(int instance) cons
 }
 
 ClickResult Session::Click(WindowObject& window, const ControlPointer& control) {
+    const Turn turn(*this);
     ClickResult result;
     if (!IsReachable(*control) || !control->IsButton()) return result;
     result.reached = true;
@@ -333,7 +351,11 @@ ClickResult Session::Click(WindowObject& window, const ControlPointer& control) 
         if (object && object->Sinks() != 0) advised.emplace_back(object);
     }
     const ControlPointer before = std::exchange(action_, control);
-    const Ref<ControlObject> clicked = Make<ControlObject>(window, control);
+    Ref<ControlObject> clicked = Make<ControlObject>(window, control);
+    if (options.clicked == ClickedControl::AdvisedObject) {
+        for (const Ref<ControlObject>& object : advised)
+            if (object->TheControl() == control) clicked = object;
+    }
     VARIANT_BOOL cancel = VARIANT_FALSE;
     const int id = control->id;
     const std::wstring tag = control->tag;

@@ -1,0 +1,44 @@
+# The menu. Every entry sets up what it needs by itself (as root on Debian 12) and works in a fresh clone.
+.DEFAULT_GOAL := help
+SHELL := /bin/bash
+OUTLOOK ?= 2003
+LANGUAGE ?=
+SECONDS ?= 60
+.PHONY: help tools dll demo run test bench fuzz check format screenshots clean
+
+help:             ## this list
+	@grep -hE '^[a-z]+: .*##|^[a-z]+:  +##' $(MAKEFILE_LIST) | sed -E 's/: *[a-z-]* *##/\t/' | expand -t 14
+
+tools:            ## install what a bare Debian 12 lacks
+	@scripts/install-tools.sh
+
+dll: tools        ## build what a user installs into dist/: the DLL beside its language files
+	@scripts/build.sh win32-release CVOutlookAddIn
+	@scripts/dist.sh
+
+demo: tools       ## the main job from a contact to Corvella: make demo [OUTLOOK=2000|2002|2003|2007]
+	@scripts/demo.sh $(OUTLOOK)
+
+run: tools        ## the same Outlook stand-in for a person to click in (needs a display)
+	@scripts/run.sh $(OUTLOOK)
+
+test: tools       ## all tests: under Wine, and the pure text natively with sanitizers
+	@scripts/test.sh
+
+bench: tools      ## ratios against baselines of the same run; also build/bench.csv
+	@scripts/bench.sh
+
+fuzz: tools       ## make fuzz SECONDS=n: run every fuzz target for n seconds
+	@scripts/fuzz.sh $(SECONDS)
+
+check: tools      ## floors, headers, imports, languages, format, clang-tidy
+	@scripts/check.sh
+
+format: tools     ## settle all spacing with clang-format
+	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+screenshots: tools ## pictures for the documentation, into docs/pictures
+	@scripts/screenshots.sh
+
+clean:            ## remove what was built
+	@rm -rf build dist

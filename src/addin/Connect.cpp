@@ -1,0 +1,55 @@
+#include "addin/Connect.h"
+
+#include "addin/Names.h"
+#include "bridge/RegEdit.h"
+#include "support/Debug.h"
+#include "support/DebugSetup.h"
+
+using Debug::WriteDebug;
+using platform::Dispatch;
+
+namespace {
+
+constexpr std::int32_t textValue = 1;
+constexpr std::int32_t closedByUser = 1;
+
+bool HasWindows(const Dispatch& application) {
+    const std::int32_t explorers = application.Object("Explorers").Long("Count");
+    const std::int32_t inspectors = application.Object("Inspectors").Long("Count");
+    return explorers != 0 || inspectors != 0;
+}
+
+// The name under which the host knows the add-in; its own where the host does not tell.
+std::string ProgIdOf(const Dispatch& addInInst) {
+    const std::string progId = addInInst.Text("ProgId");
+    return progId.empty() ? Names::ProgId : progId;
+}
+
+}  // namespace
+
+void Connect::AddinInstance_OnConnection(const Dispatch& application, std::int32_t, const Dispatch& addInInst) {
+    const Debug::Trace trace("AddinInstance_OnConnection");
+    if (DebugSetup::IsInIde()) RegEdit::DeleteRegValue(platform::Root::CurrentUser, Names::AddInKey, Names::Active);
+    DebugSetup::InitDebug(false, false);
+    RegEdit::SaveRegValue(platform::Root::CurrentUser, Names::AddInKey, Names::Active, "1", textValue);
+    if (!HasWindows(application)) return;
+    Handler()->InitHandler(application, ProgIdOf(addInInst));
+}
+
+void Connect::AddinInstance_OnDisconnection(std::int32_t removeMode) {
+    {
+        const Debug::Trace trace("AddinInstance_OnDisconnection");
+        const std::shared_ptr<cOutlookAddIn> handler = Handler();
+        handler->CloseExplorerWrappers();
+        if (removeMode != closedByUser) handler->UnInitHandler({});
+        handler_.reset();
+    }
+    RegEdit::DeleteRegValue(platform::Root::CurrentUser, Names::AddInKey, Names::Active);
+}
+
+void Connect::AddinInstance_OnBeginShutdown() { const Debug::Trace trace("AddinInstance_OnBeginShutdown"); }
+
+const std::shared_ptr<cOutlookAddIn>& Connect::Handler() {
+    if (!handler_) handler_ = std::make_shared<cOutlookAddIn>();
+    return handler_;
+}

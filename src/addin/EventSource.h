@@ -1,0 +1,30 @@
+// addin/EventSource.h: an object of the host together with the events that one listener gets from it.
+//
+// Errors  an object whose events cannot be connected is kept without them.
+// Owns    the object and the connection; Release() ends the events first.
+#pragma once
+#include <memory>
+#include <utility>
+
+#include "platform/Dispatch.h"
+#include "platform/Sink.h"
+
+class EventSource {
+  public:
+    template <class Listener, std::size_t count>
+    void Attach(platform::Dispatch object, const platform::InterfaceId& events,
+                const std::shared_ptr<Listener>& listener, const platform::EventHandler<Listener> (&handlers)[count]) {
+        connection_ = platform::ConnectEvents(object, events, listener, handlers);
+        object_ = std::move(object);
+    }
+    void Release() noexcept {
+        connection_.End();
+        object_.Reset();
+    }
+    [[nodiscard]] const platform::Dispatch& Object() const noexcept { return object_; }
+    [[nodiscard]] bool Connected() const noexcept { return static_cast<bool>(connection_); }
+
+  private:
+    platform::Dispatch object_;
+    platform::Connection connection_;
+};

@@ -1,0 +1,129 @@
+#include "addin/OlButtons.h"
+
+#include <string>
+
+#include "addin/Names.h"
+#include "bridge/RegEdit.h"
+#include "platform/Err.h"
+#include "platform/Text.h"
+
+using platform::Dispatch;
+using platform::Missing;
+
+namespace {
+
+constexpr std::int32_t buttonControl = 1;
+constexpr std::int32_t bothOleUsages = 3;
+constexpr std::int32_t iconAndCaption = 3;
+constexpr std::int32_t outlook2003 = 11;
+constexpr std::int32_t maskOffset = 100;
+
+// One placement value of a button; empty where the user set none.
+std::string Placement(std::int32_t number, const char* word) {
+    return RegEdit::GetRegString(platform::Root::CurrentUser, Names::AddInKey, platform::Decimal(number) + word);
+}
+
+std::int32_t PlacementNumber(std::int32_t number, const char* word, std::int32_t preset) {
+    const std::string value = Placement(number, word);
+    return value.empty() ? preset : platform::ValLong(value);
+}
+
+bool PlacementFlag(std::int32_t number, const char* word, bool preset) {
+    const std::string value = Placement(number, word);
+    return value.empty() ? preset : platform::Val(value) != 0;
+}
+
+Dispatch BarFor(const Dispatch& owner, std::int32_t number) {
+    const Dispatch bars = owner.Object("CommandBars");
+    const std::string name = Placement(number, "Bar");
+    Dispatch bar;
+    if (!name.empty()) bar = bars.Object("Item", name);
+    return bar ? bar : bars.Object("Item", "Standard");
+}
+
+void DeleteStaleCopies(const Dispatch& controls, const std::string& tag, const std::string& onAction) {
+    for (std::int32_t place = controls.Long("Count"); place >= 1; --place) {  // backwards: deleting moves the rest
+        const Dispatch control = controls.Object("Item", place);
+        if (!control || control.Flag("BuiltIn")) continue;
+        if (control.Text("Tag") == tag && control.Text("OnAction") == onAction) control.Call("Delete");
+    }
+}
+
+Dispatch AddButton(const Dispatch& controls, std::int32_t position) {
+    if (position < 1) return controls.Object("Add", buttonControl, Missing, Missing, Missing, true);
+    return controls.Object("Add", buttonControl, Missing, Missing, position, true);
+}
+
+platform::ColorMapping FaceColors(platform::SystemColor background) {
+    return {platform::LightGrey, platform::ColorOf(background)};
+}
+
+bool PutFaceOnClipboard(std::int32_t number, platform::SystemColor background) {
+    const platform::BitmapHandle face = platform::LoadMappedBitmap(number, FaceColors(background));
+    return platform::PutOnClipboard(OlButtons::BitmapToPicture(face, {}));
+}
+
+void SetPictureAndMask(const Dispatch& button, std::int32_t number) {
+    button.Put("Picture", OlButtons::BitmapToPicture(platform::LoadBitmapResource(number), {}));
+    button.Put("Mask", OlButtons::BitmapToPicture(platform::LoadBitmapResource(number + maskOffset), {}));
+}
+
+bool TakesPictures(const Dispatch& application) { return platform::Val(application.Text("Version")) >= outlook2003; }
+
+}  // namespace
+
+Dispatch OlButtons::AddCommandBarButton(const Dispatch& owner, std::int32_t number, std::string_view progId,
+                                        std::string_view caption, std::string_view parameter, bool defaultSeparator,
+                                        std::int32_t defaultStyle, std::int32_t defaultPosition) {
+    const std::string tag = platform::Decimal(number);
+    const std::string onAction = Names::OnAction(progId);
+    const Dispatch controls = BarFor(owner, number).Object("Controls");
+    DeleteStaleCopies(controls, tag, onAction);
+
+    const Dispatch button = AddButton(controls, PlacementNumber(number, "Pos", defaultPosition));
+    button.Put("Parameter", parameter);
+    button.Put("Caption", caption);
+    button.Put("OLEUsage", bothOleUsages);
+    button.Put("Style", PlacementNumber(number, "Style", defaultStyle));
+    button.Put("BeginGroup", PlacementFlag(number, "Sep", defaultSeparator));
+    button.Put("OnAction", onAction);
+    button.Put("FaceId", 0);
+
+    platform::Err().Clear();
+    platform::ClearClipboard();
+    if (TakesPictures(owner.Object("Application"))) {
+        SetPictureAndMask(button, number);
+    } else if (PutFaceOnClipboard(number, platform::SystemColor::Menu)) {
+        button.Call("PasteFace");
+    }
+    button.Put("Visible", true);
+    button.Put("Tag", tag);
+    return button;
+}
+
+Dispatch OlButtons::AddMenuItem(const Dispatch& popup, std::string_view, std::string_view progId,
+                                std::string_view caption, std::int16_t faceId, std::string_view parameter,
+                                std::int32_t pictureNumber, bool beginGroup) {
+    const Dispatch entry = popup.Object("Controls").Object("Add", Missing, Missing, Missing, Missing, true);
+    entry.Put("Parameter", parameter);
+    entry.Put("Caption", caption);
+    entry.Put("OLEUsage", bothOleUsages);
+    entry.Put("Style", iconAndCaption);
+    entry.Put("BeginGroup", beginGroup);
+    entry.Put("OnAction", Names::OnAction(progId));
+    if (faceId >= 0) entry.Put("FaceId", std::int32_t{faceId});
+    if (pictureNumber == 0) return entry;
+
+    platform::ClearClipboard();
+    if (TakesPictures(popup.Object("Application"))) {
+        SetPictureAndMask(entry, pictureNumber);
+        entry.Call("PasteFace");  // the clipboard is empty: the host refuses, and the picture stays
+    } else if (PutFaceOnClipboard(pictureNumber, platform::SystemColor::ScrollBar)) {
+        entry.Call("PasteFace");
+    }
+    return entry;
+}
+
+Dispatch OlButtons::BitmapToPicture(platform::BitmapHandle bitmap, platform::PaletteHandle palette) {
+    return platform::PictureOf(bitmap, palette);
+}

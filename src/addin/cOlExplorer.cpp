@@ -1,0 +1,233 @@
+#include "addin/cOlExplorer.h"
+
+#include <utility>
+
+#include "addin/Names.h"
+#include "addin/OlButtons.h"
+#include "bridge/CVOutlAddIn.h"
+#include "bridge/OlVersion.h"
+#include "bridge/RegEdit.h"
+#include "language/Language.h"
+#include "platform/Text.h"
+#include "support/Debug.h"
+
+using platform::Dispatch;
+using platform::Missing;
+
+struct cOlExplorer::MenuEntry {
+    const char* languageKey;
+    const char* defaultCaption;  // "" for none
+    const char* keyWord;
+    std::int32_t picture;  // 0 for none
+    std::int16_t faceId;   // -1 for none
+    bool beginsGroup;
+    void (cOlExplorer::*click)(const Dispatch&);
+};
+
+const std::array<cOlExplorer::MenuEntry, cOlExplorer::entryCount>& cOlExplorer::MenuEntries() {
+    static constexpr std::array<MenuEntry, entryCount> entries{{
+        {"mEditor", "Corvella &Editor", "Main_", 104, -1, false, &cOlExplorer::SyncIt_Click},
+        {"mSync", "S&ynchronize", "MainSyncBoth", 103, -1, true, &cOlExplorer::SyncItBoth_Click},
+        {"mSync0", "", "MainSyncContacts", 0, -1, false, &cOlExplorer::SyncItContacts_Click},
+        {"mSync1", "", "MainSyncCalendar", 0, -1, false, &cOlExplorer::SyncItCalendar_Click},
+        {"mNewSMS", "&New SMS", "SmsNew", 105, -1, true, &cOlExplorer::ButtonSMSNew_Click},
+        {"mSettings", "Se&ttings", "SettingsMain", 106, 65, true, &cOlExplorer::SyncItSettings_Click},
+    }};
+    return entries;
+}
+
+namespace {
+
+constexpr const char* popupCaption = "C&orvella";
+constexpr std::int32_t explorerClass = 34;
+constexpr std::int32_t popupControl = 10;
+constexpr std::int32_t contactItems = 2;
+constexpr std::int32_t outlook2002 = 10;
+constexpr std::int32_t synchroniseNumber = 103;
+constexpr std::int32_t sendToPhoneNumber = 107;
+constexpr std::int32_t appendToBar = -1;
+constexpr std::int32_t sendToPhonePosition = 8;
+constexpr std::int32_t iconAndCaption = 3;
+constexpr std::int32_t iconOnly = 1;
+
+std::string WithoutMarks(std::string_view caption) { return platform::Replaced(caption, "&", ""); }
+
+std::string OwnText(const char* key) { return Language::GetLanguageString(Names::LanguageSection, key); }
+
+bool IsExplorer(const Dispatch& object) { return object.Long("Class") == explorerClass; }
+
+// The Explorer that a target names: itself, or the active one of the application; empty for an empty target.
+Dispatch ExplorerOf(const Dispatch& target) {
+    if (!target || IsExplorer(target)) return target;
+    return target.Text("Name") == "Outlook" ? target.Object("ActiveExplorer") : Dispatch();
+}
+
+Dispatch BarNamed(const Dispatch& explorer, const char* name) {
+    return explorer.Object("CommandBars").Object("Item", name);
+}
+
+bool IsOwnPopup(const Dispatch& control) {
+    return control && WithoutMarks(control.Text("Caption")) == WithoutMarks(popupCaption);
+}
+
+// Calls `visit` with every control of a bar, last first, so that it may delete the one it is given.
+template <class Visit>
+void ForEachControl(const Dispatch& bar, Visit visit) {
+    const Dispatch controls = bar.Object("Controls");
+    for (std::int32_t place = controls.Long("Count"); place >= 1; --place) {
+        if (const Dispatch control = controls.Object("Item", place)) visit(control);
+    }
+}
+
+void DeletePopups(const Dispatch& menuBar) {
+    ForEachControl(menuBar, [](const Dispatch& control) {
+        if (IsOwnPopup(control)) control.Call("Delete");
+    });
+}
+
+bool HoldsEntries(const Dispatch& popup) {
+    bool found = false;
+    ForEachControl(popup, [&](const Dispatch& entry) { found = found || entry.Text("Parameter").ends_with(".Main"); });
+    return found;
+}
+
+}  // namespace
+
+void cOlExplorer::Open(const Dispatch& explorer, const std::string& progId, const std::string& param) {
+    window_ = explorer;
+    progId_ = progId;
+    parameter_ = param;
+    menusBuilt_ = false;
+}
+
+void cOlExplorer::OpenItem(const Dispatch& explorer, const std::string& gstrProgID_, const std::string& param_) {
+    static constexpr platform::EventHandler<cOlExplorer> handlers[] = {
+        {Events::Activate, &cOlExplorer::OnActivate},
+        {Events::FolderSwitch, &cOlExplorer::OnFolderSwitch},
+        {Events::Close, &cOlExplorer::OnClose},
+        {Events::SelectionChange, &cOlExplorer::OnSelectionChange},
+    };
+    Open(explorer, gstrProgID_, param_);
+    objExplorer_.Attach(explorer, Events::Explorer, shared_from_this(), handlers);
+}
+
+void cOlExplorer::OpenItemOl20(const Dispatch& explorer, const std::string& progId, const std::string& param) {
+    Open(explorer, progId, param);
+    SetMenus(explorer);
+    menusBuilt_ = true;
+}
+
+void cOlExplorer::SetMenus(const Dispatch& Application_) {
+    const Debug::Trace trace("SetMenus");
+    const Dispatch target = Application_ ? Application_ : window_.Object("Application");
+    const Dispatch explorer = ExplorerOf(target);
+    if (!explorer) return;
+
+    const Dispatch menuBar = BarNamed(explorer, "Menu Bar");
+    DeletePopups(menuBar);
+    bool entriesExist = false;
+    std::int16_t count = 0;
+    Dispatch popup = AdoptPopup(menuBar, entriesExist, count);
+    if (!popup) popup = AddPopup(menuBar, count);
+    if (!entriesExist) AddEntries(popup);
+    AddSynchroniseButton(explorer);
+}
+
+// Counts the controls of the menu bar; a popup of ours that could not be deleted is kept in use.
+Dispatch cOlExplorer::AdoptPopup(const Dispatch& menuBar, bool& entriesExist, std::int16_t& count) const {
+    Dispatch popup;
+    ForEachControl(menuBar, [&](const Dispatch& control) {
+        ++count;
+        if (!IsOwnPopup(control)) return;
+        popup = control;
+        entriesExist = HoldsEntries(popup);
+    });
+    return popup;
+}
+
+Dispatch cOlExplorer::AddPopup(const Dispatch& menuBar, std::int16_t before) const {
+    const Dispatch popup =
+        menuBar.Object("Controls").Object("Add", popupControl, Missing, Missing, std::int32_t{before}, true);
+    popup.Put("Caption", popupCaption);
+    popup.Object("CommandBar").Put("Name", platform::Replaced(WithoutMarks(popupCaption), " ", ""));
+    return popup;
+}
+
+void cOlExplorer::AddEntries(const Dispatch& popup) {
+    for (std::size_t number = 0; number < entryCount; ++number) {
+        const MenuEntry& entry = MenuEntries()[number];
+        std::string caption = OwnText(entry.languageKey);
+        if (caption.empty()) caption = entry.defaultCaption;
+        Dispatch control =
+            OlButtons::AddMenuItem(popup, std::string(entry.keyWord) + ".Main", progId_, caption, entry.faceId,
+                                   Names::Identification, entry.picture, entry.beginsGroup);
+        entries_[number].Bind(std::move(control), shared_from_this(), entry.click);
+    }
+}
+
+void cOlExplorer::AddSynchroniseButton(const Dispatch& explorer) {
+    Dispatch button =
+        OlButtons::AddCommandBarButton(explorer, synchroniseNumber, progId_, OwnText("Buttonsync"),
+                                       std::string(Names::Identification) + ".Main", true, iconAndCaption, appendToBar);
+    synchronise_.Bind(std::move(button), shared_from_this(), &cOlExplorer::SyncItButton_Click);
+}
+
+void cOlExplorer::RemoveMenus(const Dispatch& obj) {
+    const Debug::Trace trace("RemoveMenus");
+    const Dispatch explorer = ExplorerOf(obj);
+    DeletePopups(BarNamed(explorer, "Menu Bar"));
+    // Buttons of ours carry another OnAction text, so this finds none of them: the synchronise button goes with
+    // its window, or when it is made anew.
+    const std::string caption = OwnText("Buttonsync");
+    ForEachControl(BarNamed(explorer, "Standard"), [&](const Dispatch& control) {
+        if (!control.Flag("BuiltIn") && control.Text("Caption") == caption &&
+            control.Text("OnAction") == "MainSyncBoth")
+            control.Call("Delete");
+    });
+}
+
+void cOlExplorer::OnActivate(const platform::EventArguments&) { objExplorer_Activate(); }
+void cOlExplorer::OnFolderSwitch(const platform::EventArguments&) { objExplorer_FolderSwitch(); }
+void cOlExplorer::OnClose(const platform::EventArguments&) { objExplorer_Close(); }
+void cOlExplorer::OnSelectionChange(const platform::EventArguments&) { objExplorer_SelectionChange(); }
+
+void cOlExplorer::objExplorer_Activate() {
+    if (OlVersion < outlook2002) return;
+    const bool first = !std::exchange(menusBuilt_, true);  // building may pump messages and activate once more
+    if (first) SetMenus(objExplorer_.Object());
+}
+
+void cOlExplorer::objExplorer_FolderSwitch() {
+    const Debug::Trace trace("objExplorer_FolderSwitch");
+    const Dispatch explorer = objExplorer_.Object();
+    if (explorer.Object("CurrentFolder").Long("DefaultItemType") == contactItems) {
+        if (!sendToPhone_) AddSendToPhoneButton();
+    } else {
+        sendToPhone_.Delete();
+    }
+}
+
+void cOlExplorer::AddSendToPhoneButton() {
+    Dispatch button =
+        OlButtons::AddCommandBarButton(objExplorer_.Object(), sendToPhoneNumber, progId_, OwnText("ButtonSendToPhone"),
+                                       parameter_, false, iconOnly, sendToPhonePosition);
+    sendToPhone_.Bind(std::move(button), shared_from_this(), &cOlExplorer::SendToPhone_Click);
+}
+
+void cOlExplorer::objExplorer_Close() {
+    const Debug::Trace trace("objExplorer_Close");
+    const Dispatch explorer = std::exchange(window_, {});
+    sendToPhone_.Delete();
+    RemoveMenus(explorer);
+    for (EventButton& entry : entries_) entry.Release();
+    synchronise_.Delete();
+    objExplorer_.Release();
+}
+
+void cOlExplorer::objExplorer_SelectionChange() {
+    if (!sendToPhone_) return;
+    const std::int32_t selected = objExplorer_.Object().Object("Selection").Long("Count");
+    sendToPhone_.Object().Put("Enabled", selected != 0);
+}
+
+bool cOlExplorer::IsOwn(const Dispatch& clicked) const { return clicked.Text("OnAction") == Names::OnAction(progId_); }

@@ -1,0 +1,73 @@
+// addin/cOlExplorer.h: the wrapper of one Explorer window: its menu, its toolbar buttons and what each click does.
+//
+// Shapes  A target is an Explorer, the Outlook application, or empty.
+// Errors  what the host refuses is skipped; each operation reports its entry and exit to the debug log.
+// Owns    the window, its events and every control made in it, until objExplorer_Close.
+// Effects host calls, which may pump messages and bring other events.
+#pragma once
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "addin/EventButton.h"
+#include "addin/EventSource.h"
+#include "platform/Dispatch.h"
+
+class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
+  public:
+    // Sinks the window's events; the menus follow at its first activation.
+    void OpenItem(const platform::Dispatch& objExplorer_, const std::string& gstrProgID_, const std::string& param_);
+    // For Outlook 2000: sinks nothing and builds the menus at once.
+    void OpenItemOl20(const platform::Dispatch& explorer, const std::string& progId, const std::string& param);
+
+    void SetMenus(const platform::Dispatch& Application_);
+    void RemoveMenus(const platform::Dispatch& obj);
+
+    void objExplorer_Activate();
+    void objExplorer_FolderSwitch();
+    void objExplorer_Close();
+    void objExplorer_SelectionChange();
+
+    [[nodiscard]] bool InUse() const { return static_cast<bool>(window_); }
+
+  private:
+    struct MenuEntry;
+    static constexpr std::size_t entryCount = 6;
+    static const std::array<MenuEntry, entryCount>& MenuEntries();
+
+    void Open(const platform::Dispatch& explorer, const std::string& progId, const std::string& param);
+    [[nodiscard]] platform::Dispatch AdoptPopup(const platform::Dispatch& menuBar, bool& entriesExist,
+                                                std::int16_t& count) const;
+    [[nodiscard]] platform::Dispatch AddPopup(const platform::Dispatch& menuBar, std::int16_t before) const;
+    void AddEntries(const platform::Dispatch& popup);
+    void AddSynchroniseButton(const platform::Dispatch& explorer);
+    void AddSendToPhoneButton();
+    [[nodiscard]] bool IsOwn(const platform::Dispatch& clicked) const;
+
+    void OnActivate(const platform::EventArguments& arguments);
+    void OnFolderSwitch(const platform::EventArguments& arguments);
+    void OnClose(const platform::EventArguments& arguments);
+    void OnSelectionChange(const platform::EventArguments& arguments);
+
+    void SyncIt_Click(const platform::Dispatch& control);
+    void SyncItBoth_Click(const platform::Dispatch& control);
+    void SyncItButton_Click(const platform::Dispatch& control);
+    void SyncItContacts_Click(const platform::Dispatch& control);
+    void SyncItCalendar_Click(const platform::Dispatch& control);
+    void ButtonSMSNew_Click(const platform::Dispatch& control);
+    void SyncItSettings_Click(const platform::Dispatch& control);
+    void MenuOptions_Click(const platform::Dispatch& control);
+    void SyncItLogFile_Click(const platform::Dispatch& control);
+    void ButtonInfo_Click(const platform::Dispatch& control);
+    void SendToPhone_Click(const platform::Dispatch& control);
+
+    EventSource objExplorer_;    // without events in the Outlook 2000 mode
+    platform::Dispatch window_;  // the Explorer, in both modes
+    bool menusBuilt_ = false;
+    std::string progId_;
+    std::string parameter_;
+    std::array<EventButton, entryCount> entries_;
+    EventButton synchronise_;
+    EventButton sendToPhone_;
+};

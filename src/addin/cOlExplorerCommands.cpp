@@ -1,0 +1,59 @@
+// What a click on each menu entry and toolbar button of an Explorer does. Office calls every handler whose control
+// has the clicked one's id and tag, so each first looks whether the clicked control carries the add-in's own mark.
+#include "addin/Names.h"
+#include "addin/cOlExplorer.h"
+#include "bridge/CVOutlAddIn.h"
+#include "bridge/RegEdit.h"
+#include "platform/Text.h"
+#include "support/Debug.h"
+
+using platform::Dispatch;
+
+namespace {
+
+constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+
+// Straight away, or through Corvella's dialog where the user did not switch it off.
+const char* SynchroniseArgument() {
+    const std::string noDialog = RegEdit::GetRegString(platform::Root::CurrentUser, outlookKey, "NoDlg");
+    return platform::Val(noDialog) != 0 ? "sync" : "syncdlg";
+}
+
+}  // namespace
+
+void cOlExplorer::SyncIt_Click(const Dispatch& control) {
+    if (IsOwn(control)) CVOutlAddIn::CallMainApp("");
+}
+
+void cOlExplorer::SyncItBoth_Click(const Dispatch& control) {
+    if (IsOwn(control)) CVOutlAddIn::CallMainApp(SynchroniseArgument());
+}
+
+void cOlExplorer::SyncItButton_Click(const Dispatch& control) { SyncItBoth_Click(control); }
+
+void cOlExplorer::SyncItContacts_Click(const Dispatch& control) {
+    if (IsOwn(control)) CVOutlAddIn::CallMainApp("sync 0");
+}
+
+void cOlExplorer::SyncItCalendar_Click(const Dispatch& control) {
+    if (IsOwn(control)) CVOutlAddIn::CallMainApp("sync 1");
+}
+
+void cOlExplorer::ButtonSMSNew_Click(const Dispatch& control) {
+    if (IsOwn(control)) CVOutlAddIn::CallMainApp("smsnew");
+}
+
+void cOlExplorer::SyncItSettings_Click(const Dispatch& control) {
+    if (IsOwn(control)) CVOutlAddIn::CallMainApp("settings");
+}
+
+// Every selected item in turn; the timer is armed once, with the last.
+void cOlExplorer::SendToPhone_Click(const Dispatch& control) {
+    if (!IsOwn(control)) return;
+    const Dispatch selection = window_.Object("Selection");
+    const std::int32_t count = selection.Long("Count");
+    for (std::int32_t number = 1; number <= count; ++number) {
+        const Dispatch item = selection.Object("Item", number);
+        CVOutlAddIn::AddChangedItem(item.Text("EntryID"), 'C', true, number == count);
+    }
+}

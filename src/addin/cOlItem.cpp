@@ -1,0 +1,63 @@
+#include "addin/cOlItem.h"
+
+#include "addin/Names.h"
+#include "addin/OlButtons.h"
+#include "bridge/CVOutlAddIn.h"
+#include "language/Language.h"
+#include "platform/Text.h"
+#include "support/Debug.h"
+
+using platform::Dispatch;
+
+namespace {
+
+constexpr std::int32_t saveOnClose = 0;
+constexpr std::int32_t outlook2002 = 10;
+
+std::int32_t ButtonNumber(const Dispatch& inspector) {
+    const std::string version = inspector.Object("Application").Text("Version");
+    return platform::Val(version) > outlook2002 ? 102 : 101;
+}
+
+}  // namespace
+
+void cOlItem::OpenItem(const Dispatch& objInsp_, const Dispatch& objItem, const std::string& gstrProgID,
+                       const std::string& param) {
+    const Debug::Trace trace("OpenItem");
+    IsUsed = true;
+    inspector_ = objInsp_;
+    item_ = objItem;
+    progId_ = gstrProgID;
+    parameter_ = param;
+    AddButton();
+}
+
+void cOlItem::AddButton() {
+    const Dispatch inspector = inspector_;
+    const std::int32_t number = ButtonNumber(inspector);
+    const std::string caption = Language::GetLanguageString(Names::LanguageSection, "ButtonUpdate");
+    Dispatch button = OlButtons::AddCommandBarButton(inspector, number, progId_, caption, parameter_, false, 3, 2);
+    if (IsUsed) button_.Bind(std::move(button), shared_from_this(), &cOlItem::SaveAndSendToPhone_Click);
+}
+
+void cOlItem::WindowActivated() {
+    if (IsUsed && !button_) AddButton();
+}
+
+void cOlItem::WindowClosed() {
+    IsUsed = false;
+    button_.Release();
+    item_.Reset();
+    inspector_.Reset();
+}
+
+void cOlItem::SaveAndSendToPhone_Click(const Dispatch&) {
+    const Debug::Trace trace("SaveAndSendToPhone_Click");
+    const Dispatch inspector = inspector_;
+    // The window may have gone on to another item since it was opened.
+    Dispatch item = inspector.Object("CurrentItem");
+    if (!item) item = item_;
+    item.Call("Close", saveOnClose);
+    CVOutlAddIn::AddChangedItem(item.Text("EntryID"), typeLetter_, true, true);
+    WindowClosed();
+}

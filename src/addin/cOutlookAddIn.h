@@ -1,0 +1,62 @@
+// addin/cOutlookAddIn.h: the one object that follows Outlook's windows and keeps a wrapper for each.
+//
+// Shapes  Wrappers stand in slots counted from 0, which are reused after their windows close.
+// Errors  what the host refuses is skipped. An application whose events cannot be sunk is Outlook 2000.
+// Owns    Outlook's application and collections with their events, the wrappers and the watches, until
+//         UnInitHandler with an empty application: at Quit, at disconnection, or when the last window closes.
+#pragma once
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "addin/EventSource.h"
+#include "addin/WatchedWindow.h"
+#include "addin/cOlExplorer.h"
+#include "addin/cOlItem.h"
+#include "platform/Dispatch.h"
+
+class cOutlookAddIn final : public WindowListener, public std::enable_shared_from_this<cOutlookAddIn> {
+  public:
+    ~cOutlookAddIn();
+
+    void InitHandler(const platform::Dispatch& application, const std::string& progId);
+    void CloseExplorerWrappers();
+    void UnInitHandler(const platform::Dispatch& application);
+
+    void colExpl_NewExplorer(const platform::Dispatch& explorer);
+    void colInsp_NewInspector(const platform::Dispatch& inspector);
+    void myolapp_Quit();
+
+    // The add-in's own folder with a trailing backslash.
+    [[nodiscard]] std::string GetApplPath() const;
+
+  private:
+    using ItemWrappers = std::vector<std::shared_ptr<cOlItem>>;
+
+    void OnNewExplorer(const platform::EventArguments& arguments);
+    void OnNewInspector(const platform::EventArguments& arguments);
+    void OnQuit(const platform::EventArguments& arguments);
+
+    void AttachCollections(const platform::Dispatch& application);
+    void WrapOpenWindows();
+    template <class Wrapper>
+    [[nodiscard]] std::shared_ptr<cOlItem> Wrap(ItemWrappers& wrappers, const platform::Dispatch& inspector,
+                                                const platform::Dispatch& item);
+    void Watch(const platform::Dispatch& window, const std::shared_ptr<WatchedWindow>& watched);
+
+    void WindowClosed(const std::shared_ptr<WatchedWindow>& window) override;
+    [[nodiscard]] bool ServesAnyWindow() const;
+    [[nodiscard]] bool WasLast(const WatchedWindow& window) const;
+
+    EventSource myolapp_;  // empty where the application's events cannot be sunk
+    EventSource colExpl_;
+    EventSource colInsp_;
+    platform::Dispatch application_;
+    std::string progId_;
+    std::vector<std::shared_ptr<cOlExplorer>> explorers_;
+    ItemWrappers contacts_;
+    ItemWrappers tasks_;
+    ItemWrappers appointments_;
+    std::vector<std::shared_ptr<WatchedWindow>> windows_;
+};

@@ -1,0 +1,25 @@
+#include "platform/Environment.h"
+
+#include <windows.h>
+
+namespace platform {
+
+std::string EnvironmentVariable(const std::string& name) {
+    std::string value;
+    DWORD length = 256;
+    do {  // what is too short tells the size that it takes
+        value.resize(length);
+        length = GetEnvironmentVariableA(name.c_str(), value.data(), static_cast<DWORD>(value.size()));
+    } while (length > value.size());
+    value.resize(length);
+    return value;
+}
+
+double WindowsVersion() noexcept {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    if (!GetVersionExA(&version)) return 0;
+    return version.dwMajorVersion + version.dwMinorVersion / 10.0;
+}
+
+}  // namespace platform

@@ -1,0 +1,21 @@
+// platform/Process.h: starting another program.
+//
+// Shapes  A command line as Windows takes it: the program's path, in double quotes where it has blanks, then the
+//         arguments.
+// Errors  a start that fails is recorded as the pending error and answers false.
+// Effects starts a process and does not wait for it; nothing of it stays held.
+#pragma once
+#include <cstdint>
+#include <string>
+
+namespace platform {
+
+// How the program is told to show its main window (Windows' own numbers).
+enum class Show : std::uint16_t {
+    Normal = 1,
+    Minimised = 2,  // and active: it receives the focus
+};
+
+bool StartProcess(const std::string& commandLine, Show show);
+
+}  // namespace platform

@@ -1,0 +1,202 @@
+#include "support/Files.h"
+
+#include <optional>
+#include <utility>
+
+#include "platform/Clock.h"
+#include "platform/Environment.h"
+#include "platform/Err.h"
+#include "platform/File.h"
+#include "platform/Module.h"
+#include "platform/Process.h"
+#include "platform/Text.h"
+#include "platform/Unicode.h"
+#include "platform/WholeFile.h"
+#include "support/Debug.h"
+#include "support/Prompt.h"
+
+using Debug::WriteDebug;
+using platform::Dispatch;
+
+namespace Files {
+namespace {
+
+constexpr std::int32_t exclamation = 48;
+constexpr std::int32_t plainMessage = -1;
+constexpr std::int32_t freeText = -1;
+
+constexpr int firstReader = 15;  // the numbers under which a file is tried to be opened for reading
+constexpr int lastReader = 30;
+constexpr int triesWithInvalidCall = 2;
+
+constexpr int triesAfterRegistration = 20;
+constexpr std::uint32_t pauseAfterRegistration = 100;  // milliseconds
+
+PathSource applicationPath = nullptr;
+
+// Without a destructor that acts: the object is kept until the process ends, when COM is long gone.
+struct State {
+    System system;
+    Dispatch* fileSystem = nullptr;
+    bool registrationTried = false;
+    double windowsVersion = 0;
+};
+State state;
+
+void Show(std::string text) { Prompt::Ask(plainMessage, text, exclamation, {}); }
+
+bool CreateFileSystem() {
+    Dispatch created = state.system.createFileSystem ? state.system.createFileSystem()
+                                                     : platform::CreateObject("Scripting.FileSystemObject");
+    if (!created) return false;
+    delete state.fileSystem;
+    state.fileSystem = new Dispatch(std::move(created));
+    return true;
+}
+
+// The program that registers works on its own, so its result is waited for.
+bool CreateAfterRegistration() {
+    const std::string library = platform::EnvironmentVariable("windir") + "\\system32\\scrrun.dll";
+    if (state.registrationTried || !platform::PathExists(library)) return false;
+    state.registrationTried = true;
+    const std::string command = "regsvr32.exe /s \"" + library + "\"";
+    const bool started =
+        state.system.start ? state.system.start(command) : platform::StartProcess(command, platform::Show::Minimised);
+    if (!started) return false;
+    for (int tries = 0; tries < triesAfterRegistration; ++tries) {
+        if (CreateFileSystem()) return true;
+        platform::Pause(pauseAfterRegistration);
+    }
+    return false;
+}
+
+std::optional<std::string> ReadWithRetries(const std::string& path) {
+    for (int number = firstReader; number <= lastReader; ++number) {
+        if (std::optional<std::string> bytes = platform::ReadWhole(path)) return bytes;
+    }
+    return std::nullopt;
+}
+
+std::string Encoded(const std::string& text, std::int32_t encoding) {
+    if (encoding != Utf16LittleEndian && encoding != Utf16BigEndian) return text;
+    std::string bytes = platform::Utf16Bytes(text);
+    if (encoding == Utf16LittleEndian) return "\xFF\xFE" + bytes;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) std::swap(bytes[i], bytes[i + 1]);
+    return bytes;
+}
+
+bool WriteWithRetries(const std::string& path, const std::string& bytes, platform::Opening opening) {
+    bool folderMade = false;
+    for (int again = 0;;) {
+        platform::Err().Clear();
+        if (platform::WriteWhole(path, bytes, opening)) return true;
+        const std::int32_t error = platform::Err().Number();
+        if (error == platform::PathNotFound && !folderMade) {
+            folderMade = true;
+            MkDir_(std::string(FolderPart(path)));
+        } else if (error != platform::InvalidProcedureCall || again++ == triesWithInvalidCall) {
+            return false;
+        }
+    }
+}
+
+}  // namespace
+
+std::string AppFolder() {
+    return AppFolderOf(applicationPath == nullptr ? platform::ModuleFolder() : applicationPath());
+}
+
+PathSource PlugApplicationPath(PathSource source) noexcept { return std::exchange(applicationPath, source); }
+
+System PlugSystem(const System& system) {
+    delete std::exchange(state.fileSystem, nullptr);
+    state.registrationTried = false;
+    state.windowsVersion = 0;
+    return std::exchange(state.system, system);
+}
+
+bool FileExists(const std::string& path) { return platform::PathExists(WithoutQuotesAround(path)); }
+
+bool FolderExists(const std::string& path) { return platform::FolderIsThere(path); }
+
+std::string GetFileDate(const std::string& path, bool force) {
+    const platform::ErrorScope ownErrors;
+    if (!force && !FileExists(path)) return {};
+    return FileSystem().Object("GetFile", path).Text("DateLastModified");
+}
+
+std::string GetFileFolderPath(const std::string& path) {
+    const platform::ErrorScope ownErrors;
+    const std::string reported = FileSystem().Object("GetFile", path).Text("Path");
+    return reported.empty() ? path : reported;
+}
+
+void MkDir_(const std::string& folder, std::int32_t flags) {
+    const platform::ErrorScope ownErrors;
+    const Debug::Trace trace("MkDir_");
+    const std::string parent = FileSystem().Text("GetParentFolderName", folder);
+    if (parent.size() > 2 && !FolderExists(parent)) MkDir_(parent, flags);
+    platform::MakeFolder(folder);
+}
+
+void CopyFileIfChanged(const std::string& source, std::string destination, bool onlyIfChanged) {
+    const platform::ErrorScope ownErrors;
+    if (!FileExists(source)) return;
+    if (LooksLikeFolder(destination))
+        destination = platform::WithBackslash(destination).append(GetFileNamePart(source));
+    if (FileExists(destination)) {
+        if (onlyIfChanged && GetFileDate(source) == GetFileDate(destination)) return;
+        platform::RemoveFile(destination);
+    }
+    platform::DuplicateFile(source, destination);
+}
+
+std::string GetFileContents(const std::string& path, std::int32_t /*flags*/, std::int32_t* result) {
+    const platform::ErrorScope ownErrors;
+    std::optional<std::string> text;
+    if (FileExists(path)) {
+        text = ReadWithRetries(path);
+        if (!text) WriteDebug("GetFileContents", freeText);
+    } else {
+        WriteDebug("File not found:" + path, freeText);
+    }
+    const std::int32_t mark = text ? CheckByteOrderMark(*text) : unreadable;
+    if (result != nullptr) *result = mark;
+    return text ? std::move(*text) : std::string();
+}
+
+bool WriteFileConents(const std::string& path, const std::string& text, bool append, std::int32_t encoding,
+                      bool showError) {
+    const platform::ErrorScope ownErrors;
+    const Debug::Trace trace("WriteFileConents");
+    if (path.empty()) return false;
+    const std::string writable = WritablePath(path);
+    const auto opening = append ? platform::Opening::Appending : platform::Opening::Replacing;
+    if (WriteWithRetries(writable, Encoded(text, encoding), opening)) return true;
+    if (showError && !platform::Lowered(writable).starts_with("m:")) {
+        Show("Error writing file: " + writable + ", " + platform::Err().Description());
+    }
+    return false;
+}
+
+bool EnsureFileSystemObject() {
+    if (state.windowsVersion == 0) {
+        state.windowsVersion = state.system.windowsVersion ? state.system.windowsVersion() : platform::WindowsVersion();
+    }
+    if (state.fileSystem != nullptr) return true;
+    const platform::ErrorScope ownErrors;
+    if (CreateFileSystem() || CreateAfterRegistration()) return true;
+    if (platform::EnvironmentVariable("KDEHOME").empty()) {
+        Show("Make sure the file scrrun.dll is in your Windows System32 directory and registered!");
+    }
+    return false;
+}
+
+const Dispatch& FileSystem() {
+    static const Dispatch none;
+    return EnsureFileSystemObject() ? *state.fileSystem : none;
+}
+
+double WindowsVersion() { return state.windowsVersion; }
+
+}  // namespace Files

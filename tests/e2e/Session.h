@@ -1,0 +1,56 @@
+// tests/e2e/Session.h: one run of the Outlook stand-in with the real add-in, in a registry and folder of its own.
+//
+// The add-in is found in the registry and created through COM, as Outlook does it; nothing of it is linked.
+// (regsvr32 registered the class before the tests started; its entry for Outlook is written here.)
+#pragma once
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "outlook/Outlook.h"
+#include "support/PrivateRegistry.h"
+
+namespace e2e {
+
+inline constexpr const char* progId = "CVOutlookAddIn.Connect";
+inline constexpr const char* addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
+inline constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+inline constexpr int allVersions[] = {9, 10, 11, 12};
+
+// Text values under HKEY_CURRENT_USER, by Windows' own functions.
+[[nodiscard]] std::optional<std::string> ReadValue(const std::string& key, const std::string& name);
+void WriteValue(const std::string& key, const std::string& name, const std::string& text);
+
+// Lets the thread's messages and timers run for that long.
+void Pump(DWORD milliseconds);
+
+// The OnAction text of every control of the add-in.
+[[nodiscard]] std::string OwnOnAction();
+
+class Session {
+  public:
+    explicit Session(const standin::Options& options = {});
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    standin::Outlook* operator->() { return &*outlook_; }
+    standin::Outlook& Host() { return *outlook_; }
+
+    // The first window, which Start opened.
+    [[nodiscard]] standin::Window FirstWindow();
+    standin::Window OpenNew(standin::ItemClass itemClass, const standin::Fields& fields = {});
+    // The controls of a window that carry the add-in's mark, in all bars and popups; with that tag, where one is given.
+    [[nodiscard]] std::vector<standin::ControlView> OwnControls(standin::Window window, const std::string& tag = {});
+    [[nodiscard]] std::vector<standin::ControlView> Popups(standin::Window window);
+    // The save-and-send button of an item window, whatever its number.
+    [[nodiscard]] standin::ControlView SendButton(standin::Window window);
+
+  private:
+    PrivateRegistry registry_;
+    std::optional<standin::Outlook> outlook_;
+};
+
+}  // namespace e2e
