@@ -450,6 +450,7 @@ constexpr platform::ControlSpec table[] = {
     {"ButtonCancel", ControlKind::Button},
     {"Ok", ControlKind::Button},
     {"Cancel", ControlKind::Button},
+    {"Timer1", ControlKind::Timer},
 };
 
 struct TestForm : FormView {
@@ -586,7 +587,7 @@ TEST_CASE("a restriction that names nothing of the form is logged where errors a
 TEST_CASE("what a form refuses leaves the caller's pending error as it was") {
     House house;
     house.Write("English.lng", "x\r\n[Info]\r\nCharSet=238\r\n[FormTest]\r\nTextDelay=x\r\nPicture1=y|z\r\n");
-    house.Setting("FormTest", "Hide", "Absent;Option;NavBar(1):1");
+    house.Setting("FormTest", "Hide", "Absent;Option;NavBar(1):1;Timer1");
     TestForm form;
     platform::Err().Set(9, "earlier");
     Language::GetLanguageStringsForForm(form);
