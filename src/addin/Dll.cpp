@@ -4,16 +4,26 @@
 #include "addin/Connect.h"
 #include "addin/Names.h"
 #include "platform/ComServer.h"
+#include "support/DebugSetup.h"
+
+namespace {
+
+std::unique_ptr<platform::AddinInstance> MakeConnect() {
+    DebugSetup::PlugIntoDebug();
+    return std::make_unique<Connect>();
+}
+
+}  // namespace
 
 const platform::ServerDescription& platform::Server() {
-    static const ServerDescription description{
+    static constexpr ServerDescription description{
         .clsid = "{6B0C1E52-3D8F-4C0A-9A5E-7F21C7B4D913}",
         .progId = Names::ProgId,
-        .className = "CVOutlookAddIn.Connect",
+        .className = Names::ProgId,
         .friendlyName = "Corvella",
         .description = "Corvella Add-In for Outlook 2000, 2002 (XP), 2003",
         .loadBehavior = 3,
-        .factory = []() -> std::unique_ptr<AddinInstance> { return std::make_unique<Connect>(); },
+        .factory = MakeConnect,
     };
     return description;
 }

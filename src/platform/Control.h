@@ -158,6 +158,10 @@ class Control {
     [[nodiscard]] std::string Text() const;
     [[nodiscard]] bool Value() const;              // a check box that is ticked, an option that is chosen
     [[nodiscard]] std::int32_t ListIndex() const;  // from 0; -1: none
+    // As last set by the form's own code, for what shows the control.
+    [[nodiscard]] const std::string& TextSet() const { return text_; }
+    [[nodiscard]] bool ValueSet() const { return value_; }
+    [[nodiscard]] std::int32_t ListIndexSet() const { return listIndex_; }
 
     bool SetCaption(std::string_view caption);
     bool SetToolTip(std::string_view toolTip);

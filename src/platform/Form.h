@@ -62,8 +62,9 @@ class Form : public FormView {
 
     void SetBackColor(std::uint32_t color);
     void SetDefaultButton(Control& button);
-    [[nodiscard]] Control* Focus();  // the control that has it
-    void SelectText(Control& textBox);
+    [[nodiscard]] Control* Focus();                                                 // the control that has it
+    void SelectText(const Control& textBox, std::int32_t first, std::int32_t end);  // 0, -1: all of it
+    [[nodiscard]] std::string FontFace(const Control& control) const;               // the one that Windows found for it
 
   protected:
     virtual void OnLoad() {}

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "Outlook.h"
+#include "outlook/Outlook.h"
 #include "support/PrivateRegistry.h"
 
 namespace e2e {

@@ -126,7 +126,7 @@ TEST_CASE("a click in one of two windows with the same button acts once, in the 
     }
 }
 TEST_CASE("where the host has no InstanceId, the same COM object tells whose click it was") {
-    Session session({.version = 11});
+    Session session({.version = 11, .clicked = standin::ClickedControl::AdvisedObject});
     session->Start();
     const standin::Window first = session.OpenNew(standin::ItemClass::Contact, {{"FullName", "Ann"}});
     const standin::Window second = session.OpenNew(standin::ItemClass::Contact, {{"FullName", "Bob"}});

@@ -1,0 +1,103 @@
+#include "bridge/CVOutlAddIn.h"
+
+#include <cstdint>
+
+#include "bridge/ChangedItems.h"
+#include "bridge/FormOlAddInTimer.h"
+#include "bridge/MainAppCommand.h"
+#include "bridge/RegEdit.h"
+#include "language/Language.h"
+#include "platform/Err.h"
+#include "platform/MessageBox.h"
+#include "platform/Process.h"
+#include "platform/Text.h"
+#include "support/Debug.h"
+#include "support/Files.h"
+#include "support/Prompt.h"
+
+using platform::Root;
+
+namespace CVOutlAddIn {
+namespace {
+
+constexpr const char* productKey = "Software\\Quillmark\\Corvella";
+constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+constexpr const char* texts = "OutlookAddIn";
+
+constexpr std::int32_t commandInterval = 300;
+constexpr std::int32_t shortestDelay = 1000;
+
+constexpr std::int32_t plainMessage = -1;
+constexpr std::int32_t yesNo = 4;
+constexpr std::int32_t yes = 6;
+constexpr std::int32_t yesAsOk = 1;  // how the question box answers Yes while another box is open
+constexpr std::int32_t no = 7;
+
+std::string Value(const std::string& name) { return RegEdit::GetRegString(Root::CurrentUser, outlookKey, name); }
+
+void SaveValue(const std::string& name, std::string_view text) {
+    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(outlookKey), name, text, RegEdit::TypeText);
+}
+
+// "1" or "0", stored for good; empty, and nothing stored, where the user could not be asked.
+std::string AskForAutomaticHandOff(const std::string& switchName, char typeLetter) {
+    const std::string kind = Language::GetLanguageString(texts, std::string(1, typeLetter));
+    std::string question = Language::GetLanguageStringReplaced(texts, "Msg1", "%i", kind);
+    const std::int32_t answer = Prompt::Ask(plainMessage, question, yesNo, "Corvella Outlook AddIn");
+    if (answer != yes && answer != yesAsOk && answer != no) return {};
+    const char* text = answer == no ? "0" : "1";
+    SaveValue(switchName, text);
+    return text;
+}
+
+bool IsHandedOffAutomatically(char typeLetter) {
+    const std::string switchName = std::string("Auto") + typeLetter;
+    std::string text = Value(switchName);
+    if (text.empty()) text = AskForAutomaticHandOff(switchName, typeLetter);
+    return platform::Val(text) != 0;
+}
+
+void ListItem(std::string_view entryId, char typeLetter) {
+    const std::string listName = std::string("Changed") + typeLetter;
+    const std::string list = Value(listName);
+    if (!ChangedItems::IsListed(list, entryId)) SaveValue(listName, ChangedItems::Added(list, entryId));
+}
+
+void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {
+    if (explicitly) {
+        timer.SetInterval(commandInterval);
+    } else {
+        if (const auto interval = ChangedItems::IntervalOf(Value("Delay"))) timer.SetInterval(*interval);
+        if (timer.Interval() == 0) timer.SetInterval(shortestDelay);
+    }
+    timer.Enable();
+}
+
+std::string MainAppFolder() {
+    const std::string folder = RegEdit::GetRegString(Root::CurrentUser, productKey, "Path");
+    return folder.empty() ? Files::AppFolder() : folder;
+}
+
+}  // namespace
+
+void AddChangedItem(std::string_view entryId, char typeLetter, bool explicitly, bool startTimer) {
+    const Debug::Trace trace("AddChangedItem");
+    if (!explicitly && !IsHandedOffAutomatically(typeLetter)) return;
+    ListItem(entryId, typeLetter);
+    FormOlAddInTimer::TimerControl& timer = FormOlAddInTimer::Load().TimerUpdate;
+    timer.Disable();
+    if (startTimer) Arm(timer, explicitly);
+}
+
+void CallMainApp(std::string_view argument) {
+    const std::string folder = MainAppFolder();
+    if (folder.empty()) {
+        platform::ShowMessageBox("Unable to find Corvella.exe", 0);
+        return;
+    }
+    platform::Err().Clear();
+    platform::StartProcess(MainAppCommand::Call(folder, argument), platform::Show::Minimised);
+    platform::Err().Clear();
+}
+
+}  // namespace CVOutlAddIn

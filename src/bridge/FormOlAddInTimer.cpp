@@ -1,0 +1,80 @@
+#include "bridge/FormOlAddInTimer.h"
+
+#include <string>
+#include <utility>
+
+#include "bridge/ChangedItems.h"
+#include "bridge/MainAppCommand.h"
+#include "bridge/RegEdit.h"
+#include "platform/Err.h"
+#include "platform/Process.h"
+
+using platform::Root;
+
+namespace {
+
+constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+constexpr const char* productKey = "SOFTWARE\\Quillmark\\Corvella";
+
+bool HasChangedItems() {
+    std::string waiting;
+    for (const char* list : {"ChangedA", "ChangedC", "ChangedT"}) {
+        waiting += RegEdit::GetRegString(Root::CurrentUser, outlookKey, list);
+    }
+    return !waiting.empty();
+}
+
+std::string MainAppFolder() {
+    const std::string folder = RegEdit::GetRegString(Root::LocalMachine, productKey, "Path");
+    return folder.empty() ? RegEdit::GetRegString(Root::CurrentUser, productKey, "Path") : folder;
+}
+
+void StartUpdate() {
+    const std::string folder = MainAppFolder();
+    if (!folder.empty()) platform::StartProcess(MainAppCommand::Update(folder), platform::Show::Minimised);
+}
+
+}  // namespace
+
+FormOlAddInTimer* FormOlAddInTimer::loaded = nullptr;
+
+FormOlAddInTimer::FormOlAddInTimer() : TimerUpdate([this] { TimerUpdate_Timer(); }) {}
+
+FormOlAddInTimer& FormOlAddInTimer::Load() {
+    if (loaded == nullptr) loaded = new FormOlAddInTimer;
+    return *loaded;
+}
+
+bool FormOlAddInTimer::IsLoaded() noexcept { return loaded != nullptr; }
+
+void FormOlAddInTimer::Unload() noexcept { delete std::exchange(loaded, nullptr); }
+
+void FormOlAddInTimer::TimerUpdate_Timer() {
+    const platform::ErrorScope ignored;
+    TimerUpdate.Disable();
+    if (HasChangedItems()) StartUpdate();
+    const bool armedMeanwhile = TimerUpdate.Enabled();
+    if (!armedMeanwhile) Unload();
+}
+
+void FormOlAddInTimer::TimerControl::Enable() noexcept {
+    enabled_ = true;
+    Restart();
+}
+
+void FormOlAddInTimer::TimerControl::Disable() noexcept {
+    enabled_ = false;
+    Restart();
+}
+
+bool FormOlAddInTimer::TimerControl::SetInterval(std::int32_t milliseconds) noexcept {
+    if (milliseconds < 0 || milliseconds > ChangedItems::longestInterval) return false;
+    interval_ = milliseconds;
+    Restart();
+    return true;
+}
+
+void FormOlAddInTimer::TimerControl::Restart() noexcept {
+    timer_.Stop();
+    if (enabled_ && interval_ > 0) timer_.Start(static_cast<std::uint32_t>(interval_));
+}

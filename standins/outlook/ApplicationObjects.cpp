@@ -1,0 +1,96 @@
+#include "outlook/ApplicationObjects.h"
+
+#include "outlook/AddIns.h"
+#include "outlook/Session.h"
+#include "outlook/Words.h"
+
+namespace standin {
+
+namespace {
+
+constexpr Member applicationMembers[] = {
+    Get<&ApplicationObject::GetName>("Name", 0x3001),
+    Get<&ApplicationObject::GetVersion>("Version", 0x116),
+    Method<&ApplicationObject::CallActiveExplorer>("ActiveExplorer", 0x111),
+    Method<&ApplicationObject::CallActiveInspector>("ActiveInspector", 0x112),
+    Method<&ApplicationObject::CallCreateItem>("CreateItem", 0x10A, "ItemType"),
+    Method<&ApplicationObject::CallGetNamespace>("GetNamespace", 0x110, "Type"),
+    Method<&ApplicationObject::CallQuit>("Quit", 0x113),
+    Get<&ApplicationObject::GetAddIns>("COMAddIns", 0x118),
+    Get<&ApplicationObject::GetExplorers>("Explorers", 0x119),
+    Get<&ApplicationObject::GetInspectors>("Inspectors", 0x11A),
+    Method<&ApplicationObject::CallActiveWindow>("ActiveWindow", 0x11F),
+};
+constexpr Member nameSpaceMembers[] = {
+    Get<&NameSpaceObject::GetKind>("Type", 0x2104),
+    Method<&NameSpaceObject::CallGetDefaultFolder>("GetDefaultFolder", 0x210B, "FolderType"),
+    Method<&NameSpaceObject::CallGetItemFromId>("GetItemFromID", 0x2109, "EntryIDItem,EntryIDStore?"),
+};
+// In 2000 a client cannot sink the application's events, so its first set counts from 2002 on.
+constexpr EventSet applicationEvents[] = {{"ApplicationEvents", OfficeGuid(0x0006304E), 10, 0},
+                                          {"ApplicationEvents_10", OfficeGuid(0x0006300E), 10, 1},
+                                          {"ApplicationEvents_11", OfficeGuid(0x0006302C), 11, 2}};
+constexpr EventSet nameSpaceEvents[] = {{"NameSpaceEvents", OfficeGuid(0x0006308C)}};
+
+}  // namespace
+
+const TypeDescription& ApplicationObject::Type() const {
+    static const TypeDescription type{
+        "_Application", OfficeGuid(0x00063001), {headMembers, applicationMembers}, applicationEvents};
+    return type;
+}
+
+std::wstring ApplicationObject::GetVersion() {
+    switch (Version()) {
+        case 9: return L"9.0.0.2711";
+        case 10: return L"10.0.0.2627";
+        case 11: return L"11.0.0.5608";
+        default: return L"12.0.0.4518";
+    }
+}
+
+Result ApplicationObject::CallActiveExplorer() {
+    return TheSession().TopWindow([](const WindowObject& window) { return window.IsExplorer(); });
+}
+Result ApplicationObject::CallActiveInspector() {
+    return TheSession().TopWindow([](const WindowObject& window) { return !window.IsExplorer(); });
+}
+Result ApplicationObject::CallActiveWindow() {
+    return TheSession().TopWindow([](const WindowObject&) { return true; });
+}
+
+Result ApplicationObject::CallCreateItem(Call& call) {
+    const ItemKind* kind = KindOfType(call.Long(0));
+    if (!kind) RefuseWords(E_INVALIDARG, L"The item type is not valid.");
+    return TheSession().CreateItem(*kind);
+}
+
+Result ApplicationObject::CallGetNamespace(Call& call) {
+    if (!SameText(call.Text(0), L"MAPI")) RefuseWords(E_INVALIDARG, L"There is no such name space.");
+    return GetSession();
+}
+
+void ApplicationObject::CallQuit() { TheSession().Quit(); }
+Result ApplicationObject::GetAddIns() { return TheSession().addIns->Object(); }
+Result ApplicationObject::GetExplorers() { return TheSession().explorers; }
+Result ApplicationObject::GetInspectors() { return TheSession().inspectors; }
+
+const TypeDescription& NameSpaceObject::Type() const {
+    static const TypeDescription type{
+        "_NameSpace", OfficeGuid(0x00063002), {headMembers, nameSpaceMembers}, nameSpaceEvents};
+    return type;
+}
+
+Result NameSpaceObject::CallGetDefaultFolder(Call& call) {
+    FolderObject* folder = TheSession().store.Find(call.Long(0));
+    if (!folder) RefuseWords(E_INVALIDARG, L"There is no such folder.");
+    return folder;
+}
+
+Result NameSpaceObject::CallGetItemFromId(Call& call) {
+    ItemObject* item = TheSession().FindByEntryId(call.Text(0));
+    if (!item) RefuseWords(static_cast<HRESULT>(0x8004010F), L"The operation failed. An object could not be found.");
+    return item;
+}
+
+}  // namespace standin

@@ -1,0 +1,357 @@
+// outlook/Outlook.h: a stand-in for Outlook 2000 to 2007, driven from a test or from a windowed program.
+//
+// A `standin::Outlook` is one run of the host. It loads add-ins as Outlook does, offers them the object
+// model (late bound, `IDispatch` only), raises its events at them, and does what a user would do.
+// Everything happens on the thread that made it, which must be the one that reads the answers too.
+//
+//     standin::Outlook outlook({.version = 11});
+//     outlook.UseAddIn("Some.AddIn", factory);            // or nothing: Start reads the registry
+//     outlook.Start();                                    // OnConnection ... OnStartupComplete, Activate
+//     const standin::Item ann = outlook.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann Smith"}});
+//     const standin::Window window = outlook.OpenInspector(ann);
+//     outlook.Click(outlook.FindTag(window, "102"));
+//     CHECK(outlook.Quit() == standin::Ending::AddInsTold);
+//     CHECK(outlook.References() == 0);                   // else ReferenceList() names what is held
+//
+// Shapes    Text is ANSI in this interface (Unicode inside). Windows, items and controls are small numbers
+//           that are never used twice; 0 is none. Positions count from 1.
+// Errors    A handle that is not (or no longer) known: std::out_of_range. A host action asked for in a state
+//           that has none (a click before Start): std::logic_error.
+// Counting  What the stand-in does for itself, and everything asked through this interface, is neither
+//           counted, nor made to fail, nor in the ledger; a pointer that Application() returns is.
+//
+// The gate. These calls of an add-in pass one gate, in the order in which they come, nested ones included:
+//   Invoke, GetIDsOfNames, GetTypeInfo, QueryInterface(IConnectionPointContainer), FindConnectionPoint, Advise,
+//   Unadvise, and Next of an enumerator. Each has a number, from 1 on (see Calls). AddRef, Release and other
+//   QueryInterface calls do not pass it.
+//
+// Versions (Options::version)
+//   9   Picture and Mask of buttons are unknown names; FindConnectionPoint knows no event set of the Application
+//       and none of the later sets (`..._10`, `..._11`)
+//   10  Picture, Mask, ApplicationEvents, ApplicationEvents_10, ExplorerEvents_10, InspectorEvents_10, ItemEvents_10
+//   11  ApplicationEvents_11; the menu bar of Explorers has "&Go" where 9 and 10 have "F&avorites"
+//   12  Close and Delete of an item fail inside the Close events of the item and of its Inspector; the end of the
+//       session does not wait for references
+//
+// Order of events
+//   Start         the first Explorer is there (not with StartedBy::Automation), not yet shown and not announced by
+//                 NewExplorer; OnConnection of each add-in; OnAddInsUpdate of each; OnStartupComplete of each;
+//                 Application.Startup; MAPILogonComplete (10 on); Explorer.Activate
+//   OpenExplorer  Explorers.NewExplorer, then the window shows: Deactivate of the active window, Explorer.Activate
+//   OpenInspector Item.Read (once an item), Item.Open (can be cancelled), Inspectors.NewInspector, then as above.
+//                 An item that has a window already: the window is only activated
+//   SwitchFolder  BeforeFolderSwitch (can be cancelled), FolderSwitch, SelectionChange (the first item is selected;
+//                 no SelectionChange in FolderKind::OutlookToday, which has no items)
+//   CloseWindow   an Inspector: Item.Write when it is saved, Item.Close (each can be cancelled). Then Close of the
+//                 window; then it is gone, its objects and those of its bars answer with RPC_E_DISCONNECTED; then
+//                 Activate of the next window. With the last window gone the session ends as by Quit,
+//                 once the event is over from which an add-in closed it
+//   Quit          CloseWindow for every window, Application.Quit, then by version (below)
+//
+// The end of a session (Quit, or the last window closed)
+//   9 to 11       OnBeginShutdown and OnDisconnection(HostShutdown) only when no reference to an object of the host
+//                 is left after the last window's Close event, which is before Application.Quit: that event comes in
+//                 any case, but is too late. With references left after it: Ending::StaysInMemory, and the objects
+//                 go on answering; with none then: Ending::AddInsNotTold
+//   12            Application.Quit, OnBeginShutdown, OnDisconnection(HostShutdown), whatever is held
+//   ShutdownCalls::None  only Application.Quit, for any version: Ending::AddInsNotTold; add-ins of the registry whose
+//                 key has RequireShutdownNotification = 1 are told all the same
+//   After it every object answers E_UNEXPECTED, and EndProcess has been done.
+#pragma once
+#include <windows.h>
+
+#include <oaidl.h>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace standin {
+
+class Session;
+
+enum class ClosingWindow { StillCounted, NotCounted };                // in Count and Item during its own Close event
+enum class ShutdownCalls { ByVersion, None };                         // None: as versions after 2007
+enum class StartedBy { User, Automation };                            // Automation: no window, custom(1) = 3
+enum class ClickedControl { AnotherObject, AdvisedObject };         // what Click is given: Office does not promise
+enum class CustomArray { AsDocumented, PointerToNull, NullPointer };  // what add-ins get as `custom`
+enum class Failures { AsThemselves, AsExceptions };  // AsExceptions: every failing Invoke is DISP_E_EXCEPTION + scode
+enum class SaveMode { Save = 0, Discard = 1, Prompt = 2 };  // OlInspectorClose
+enum class Prompted { Yes, No, Cancel };                    // the user's answer to SaveMode::Prompt
+enum class Ending { StillRunning, StaysInMemory, AddInsTold, AddInsNotTold };
+
+// OlDefaultFolders, and one folder without items.
+enum class FolderKind {
+    DeletedItems = 3,
+    Outbox = 4,
+    SentMail = 5,
+    Inbox = 6,
+    Calendar = 9,
+    Contacts = 10,
+    Journal = 11,
+    Notes = 12,
+    Tasks = 13,
+    Drafts = 16,
+    OutlookToday = 100
+};
+
+// OlObjectClass of items.
+enum class ItemClass {
+    Appointment = 26,
+    Contact = 40,
+    Document = 41,
+    Journal = 42,
+    Mail = 43,
+    Note = 44,
+    Post = 45,
+    Report = 46,
+    Remote = 47,
+    Task = 48,
+    TaskRequest = 49,
+    Meeting = 53,
+    DistList = 69
+};
+
+struct Window {
+    int number = 0;
+    explicit operator bool() const { return number != 0; }
+    bool operator==(const Window&) const = default;
+};
+struct Item {
+    int number = 0;
+    explicit operator bool() const { return number != 0; }
+    bool operator==(const Item&) const = default;
+};
+
+using Fields = std::map<std::string, std::string>;  // name of a member -> text; numbers and dates as VARIANT reads them
+
+// Custom controls that are not temporary outlive their window and the session; hand it to the next session.
+struct SavedBars;
+
+struct Options {
+    int version = 11;  // 9, 10, 11 or 12
+    ClosingWindow closingWindow = ClosingWindow::StillCounted;
+    ShutdownCalls shutdownCalls = ShutdownCalls::ByVersion;
+    StartedBy startedBy = StartedBy::User;
+    CustomArray customArray = CustomArray::AsDocumented;
+    ClickedControl clicked = ClickedControl::AnotherObject;
+    Failures failures = Failures::AsThemselves;
+    Prompted prompted = Prompted::Yes;
+    std::shared_ptr<SavedBars> savedBars = nullptr;  // of an earlier session; none: a fresh profile
+};
+
+// What one call answers instead of doing its work.
+struct Fault {
+    enum class Kind { Fails, Exception, DeferredException, Empty };
+    Kind kind = Kind::Fails;
+    HRESULT code = E_FAIL;  // the HRESULT, or the scode of an exception
+
+    static Fault Fails(HRESULT code) { return {Kind::Fails, code}; }
+    // DISP_E_EXCEPTION with a filled EXCEPINFO (source, description, help file); Deferred: filled by pfnDeferredFillIn.
+    // Calls that have no EXCEPINFO answer with `scode` itself.
+    static Fault Exception(HRESULT scode) { return {Kind::Exception, scode}; }
+    static Fault DeferredException(HRESULT scode) { return {Kind::DeferredException, scode}; }
+    // S_OK with an empty VARIANT, a NULL pointer, DISPID_UNKNOWN or the cookie 0.
+    static Fault Empty() { return {Kind::Empty, S_OK}; }
+};
+
+// A picture as it would be drawn: rows from the top, 0x00RRGGBB.
+struct Pixels {
+    int width = 0, height = 0;
+    std::vector<std::uint32_t> colours;
+    [[nodiscard]] std::uint32_t At(int x, int y) const { return colours.at(static_cast<std::size_t>(y * width + x)); }
+};
+
+// A control of a command bar, as it was when asked for.
+struct ControlView {
+    int instance = 0;  // its InstanceId: the handle for Click and so on
+    int index = 0;     // from 1
+    int id = 0, type = 0, style = 0, faceId = 0, state = 0, oleUsage = 0;
+    std::string caption, tooltip, description, parameter, tag, onAction, shortcut;
+    bool builtIn = false, temporary = false, visible = false, enabled = false, beginGroup = false;
+    bool hasFace = false;  // set by PasteFace
+    bool hasPicture = false, hasMask = false;
+    std::string menuName;              // of a popup: the name of its CommandBar
+    std::vector<ControlView> entries;  // of a popup
+    explicit operator bool() const { return instance != 0; }
+};
+
+struct BarView {
+    std::string name;
+    int type = 0, position = 0;
+    bool visible = false, enabled = false, builtIn = false;
+    std::vector<ControlView> controls;
+};
+
+struct ClickResult {
+    bool reached = false;      // the control was there, visible and enabled, and its popup too
+    int sinks = 0;             // how many Click events were raised
+    bool cancelled = false;    // a sink set CancelDefault
+    bool defaultRuns = false;  // it is a built-in control, and its own action would run now (it has none here)
+};
+
+struct AddInView {
+    std::string progId, friendlyName, description;
+    int loadBehavior = 0;
+    bool connected = false;
+    bool hasObject = false;  // COMAddIn.Object was set
+};
+
+struct WindowView {
+    Window window;
+    bool explorer = false, shown = false;
+    std::string caption;
+    FolderKind folder = FolderKind::Inbox;  // of an Explorer
+    std::vector<Item> selection;            // of an Explorer
+    Item item;                              // of an Inspector
+};
+
+enum class Detail { Calls, Everything };  // Everything: successful GetIDsOfNames and interface requests too
+
+// Told of changes, for a program that draws the model. May ask, must not act on the host from inside.
+class Watcher {
+  public:
+    virtual ~Watcher() = default;
+    virtual void WindowShown(Window) {}
+    virtual void WindowClosed(Window) {}
+    virtual void WindowActivated(Window) {}
+    virtual void BarsChanged(Window) {}
+    virtual void ContentsChanged() {}  // folders, items, selections, captions, add-ins
+    virtual void LineWritten() {}      // the transcript has grown
+};
+
+class Outlook {
+  public:
+    explicit Outlook(const Options& options = {});
+    ~Outlook();  // EndProcess, when the session has not ended
+    Outlook(const Outlook&) = delete;
+    Outlook& operator=(const Outlook&) = delete;
+
+    // --- add-ins and the life of the session ---
+
+    // An add-in without registration: `object` is its class factory or the add-in itself. Before Start it is loaded
+    // by Start, after the registered ones; afterwards by LoadAddIn.
+    void UseAddIn(const std::string& progId, IUnknown* object, int loadBehavior = 3);
+    // Leaves the registry unread at Start.
+    void IgnoreRegistry();
+    // Loads the add-ins under HKCU\Software\Microsoft\Office\Outlook\Addins with LoadBehavior 3 or 16 (and UseAddIn's).
+    // A failing OnConnection releases the add-in and writes LoadBehavior 2.
+    void Start();
+    // The user ticks or unticks it in the dialog: OnConnection(AfterStartup) / OnDisconnection(UserClosed), then
+    // OnAddInsUpdate of the loaded ones; LoadBehavior 2 <-> 3. False: was so already, or could not be loaded.
+    bool LoadAddIn(const std::string& progId);
+    bool UnloadAddIn(const std::string& progId);
+    [[nodiscard]] std::vector<AddInView> AddIns() const;
+    Ending Quit();
+    // After Ending::StaysInMemory: the references have gone meanwhile? Then the process ends (AddInsNotTold).
+    Ending LookAgain();
+    // The process is gone: no call to an add-in any more but the Release of it and of its sinks.
+    // Objects that are still held stay valid and answer RPC_E_DISCONNECTED.
+    void EndProcess();
+    [[nodiscard]] Ending HowItEnded() const;
+    [[nodiscard]] int Version() const;
+    // The Application object, as an add-in gets it: one reference for the caller.
+    [[nodiscard]] IDispatch* Application();
+
+    // --- windows ---
+
+    Window OpenExplorer(FolderKind folder = FolderKind::Inbox);
+    Window OpenInspector(Item item);  // none when a sink cancelled Item.Open
+    void Activate(Window window);     // nothing when it is active already
+    void Deactivate(Window window);   // the user goes to another program
+    // False when a sink or the user (Options::prompted) cancelled it.
+    bool CloseWindow(Window window, SaveMode mode = SaveMode::Prompt);
+    // A mail is sent from its Inspector: Item.Send (can be cancelled), then CloseWindow; in version 9 without the
+    // Inspector's Close event.
+    bool SendMail(Window window);
+    [[nodiscard]] std::vector<Window> Windows() const;  // in the order of opening, hidden ones included
+    [[nodiscard]] WindowView View(Window window) const;
+    [[nodiscard]] Window ActiveWindow() const;
+    [[nodiscard]] bool Exists(Window window) const;
+    void SetFrame(Window window, HWND frame);  // what IOleWindow of the window answers
+
+    // --- folders and items ---
+
+    // False when a sink cancelled BeforeFolderSwitch.
+    bool SwitchFolder(Window explorer, FolderKind folder);
+    void Select(Window explorer, const std::vector<Item>& items);  // of its folder; SelectionChange
+    // A saved item in `folder`, of the folder's own class or of a given one; a new one, not yet saved.
+    Item AddItem(FolderKind folder, const Fields& fields = {});
+    Item AddItem(FolderKind folder, ItemClass itemClass, const Fields& fields = {});
+    Item NewItem(ItemClass itemClass, const Fields& fields = {});
+    [[nodiscard]] std::vector<Item> ItemsIn(FolderKind folder) const;
+    [[nodiscard]] std::string Field(Item item, const std::string& name) const;  // "" for a name it has not
+    [[nodiscard]] bool HasField(Item item, const std::string& name) const;
+    void SetField(Item item, const std::string& name,
+                  const std::string& value);  // as the user types it: PropertyChange
+    [[nodiscard]] ItemClass ClassOf(Item item) const;
+    [[nodiscard]] std::string EntryId(Item item) const;  // "" until first saved, then 140 hexadecimal digits
+    [[nodiscard]] bool IsSaved(Item item) const;         // false while it has changes
+    [[nodiscard]] bool IsDeleted(Item item) const;
+    bool SaveItem(Item item);    // false when a sink cancelled Item.Write
+    void DeleteItem(Item item);  // with its window, without asking
+
+    // --- command bars ---
+    // Explorers have "Menu Bar" (7 menus), "Standard" (12 buttons) and "Advanced" (hidden); Inspectors "Menu Bar"
+    // (8 menus), "Standard" (6 to 9 buttons, by item class) and "Formatting" (hidden). A note has no bars.
+
+    [[nodiscard]] std::vector<BarView> Bars(Window window) const;
+    [[nodiscard]] std::vector<ControlView> Controls(Window window, const std::string& bar) const;
+    // The first control (popups' entries included, depth first) with that tag / that caption; the empty view when none.
+    // Captions are compared without "&".
+    [[nodiscard]] ControlView FindTag(Window window, const std::string& tag) const;
+    [[nodiscard]] ControlView FindCaption(Window window, const std::string& caption) const;
+    [[nodiscard]] ControlView Control(int instance) const;  // the empty view when it is gone
+    // The user clicks: demand-loads the add-in that OnAction "!<ProgId>" names, then raises Click at every sink of
+    // every control, in all windows, with the same Id and Tag, each with the clicked control as argument.
+    ClickResult Click(int instance);
+    ClickResult Click(const ControlView& control) { return Click(control.instance); }
+    // A control dragged to a bar by the user, neither built in nor of an add-in: a custom button that stays.
+    ControlView AddCustomButton(Window window, const std::string& bar, const std::string& caption,
+                                const std::string& tag, const std::string& onAction = {}, bool temporary = false);
+    // As it is drawn: what PasteFace took, or Picture and Mask; empty when there is none.
+    [[nodiscard]] Pixels FaceOf(int instance) const;
+    [[nodiscard]] Pixels MaskOf(int instance) const;
+    // For the next session, or another profile: Options::savedBars. Complete after the windows were closed.
+    [[nodiscard]] std::shared_ptr<SavedBars> Saved() const;
+
+    // --- the gate: counting, faults, ledger, transcript ---
+
+    [[nodiscard]] int Calls() const;  // since the beginning or ResetCalls
+    void ResetCalls();
+    void FailCall(int number, Fault fault);  // the call that Calls() will count as `number`; several may be planned
+    // Every call of a member, "Type.Member" as in "CommandBarControls.Add"; the type is the interface's name without
+    // "_". For the others "Explorer.FindConnectionPoint", "CommandBarButton.Advise", "Application.QueryInterface".
+    void FailMember(const std::string& member, Fault fault, int times = 1000000);
+    void ClearFaults();
+    [[nodiscard]] int FaultsHit() const;
+    // References that the outside holds now, in all and as "Explorer 1: 2", an object a line, oldest object first.
+    // Connection points, enumerators and type descriptions count too, by their own names.
+    [[nodiscard]] int References() const;
+    [[nodiscard]] std::vector<std::string> ReferenceList() const;
+    // Live advises, in all and as "Explorer 1 ExplorerEvents".
+    [[nodiscard]] int Advises() const;
+    [[nodiscard]] std::vector<std::string> AdviseList() const;
+    // What an add-in should not do, in words: sinks that answered with a failure, names and interfaces asked for that
+    // the version has not, Unadvise with an unknown cookie, a failing add-in call.
+    [[nodiscard]] std::vector<std::string> Complaints() const;
+    // A line a call, nested ones indented by two blanks:
+    //   # open Inspector 2                                   a host action
+    //   ! Inspectors: NewInspector(Inspector 2)              a call out: an event with a sink, or an add-in's method
+    //     Inspector 2.CurrentItem -> ContactItem 5           a call in, with its answer; "= value" is a property put
+    //     CommandBars of Inspector 2.Item("x") -> fails 0x80070057
+    void Record(Detail detail = Detail::Calls);
+    [[nodiscard]] std::vector<std::string> Transcript() const;
+    void ClearTranscript();
+
+    void Watch(Watcher* watcher);  // nullptr: no more
+
+  private:
+    std::unique_ptr<Session> session_;
+};
+
+}  // namespace standin
