@@ -24,3 +24,15 @@ cv_test(support_help_test
 if(WIN32)
     add_dependencies(support_help_test recorder)
 endif()
+cv_test(bridge_profilenames_test
+    PURE
+        bridge_profilenames_test.cpp
+    LINK bridge_profilenames
+    LABELS unit
+)
+cv_test(bridge_profiles_test
+    WINDOWS
+        bridge_profiles_test.cpp
+    LINK bridge_profiles
+    LABELS unit
+)
