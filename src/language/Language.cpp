@@ -1,36 +1,79 @@
 #include "language/Language.h"
 
-#include <cstdio>
-#include <memory>
 #include <optional>
 
-#include "config/IniText.h"
+#include "bridge/RegEdit.h"
+#include "config/IniFile.h"
 #include "language/LanguageText.h"
+#include "platform/Locale.h"
+#include "platform/MessageBox.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/Files.h"
 #include "support/Prompt.h"
 
 namespace Language {
-namespace {
-
-struct State {
-    std::string LangFile;
-    std::string LangText;
-};
 
 State state;
 
-std::string Contents(const std::string& path) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
-    std::string text;
-    char block[4096];
-    while (file) {
-        const std::size_t count = std::fread(block, 1, sizeof block, file.get());
-        text.append(block, count);
-        if (count == 0) break;
+namespace {
+
+constexpr std::string_view webSite = "http://www.corvella.com";
+constexpr const char* international = "Control Panel\\International";
+constexpr const char* mouseDevice = "Control Panel\\Microsoft Input Devices\\Mouse";
+constexpr std::int32_t germanLocale = 407;  // read as a decimal number, as all locales are here
+
+std::string UserValue(const char* subkey, const char* name) {
+    return RegEdit::GetRegString(RegEdit::Root::CurrentUser, subkey, name);
+}
+
+std::string ChosenLanguage() {
+    std::string language = IniFile::GetIniSettingDefault("Settings", "Language");
+    if (language.empty()) language = LanguageText::LanguageForSystem(GetSystemLanguage());
+    return language;
+}
+
+std::string ManualFolder(const std::string& language) {
+    const std::string manual = ApplicationFolder() + "Manual\\";
+    return manual + (Files::FolderExists(manual + language) ? language : "English") + "\\";
+}
+
+void FindHelp(const std::string& language) {
+    state.LangHelpFileChosen = ApplicationFolder() + "cv" + LanguageText::HelpCode(language) + ".chm";
+    state.LangHelpFile = state.LangHelpFileChosen;
+    if (!Files::FileExists(state.LangHelpFile)) state.LangHelpFile = ApplicationFolder() + "cven.chm";
+}
+
+std::string EnglishFile() { return ApplicationFolder() + "English.lng"; }
+
+std::string FindFile(const std::string& language) {
+    std::string file = LanguageText::FileName(language);
+    if (file.find('\\') == std::string::npos) file = ApplicationFolder() + file;
+    if (Files::FileExists(file)) return file;
+    file = LanguageText::WithPlainFileName(file);
+    return Files::FileExists(file) ? file : EnglishFile();
+}
+
+void ReadFile() {
+    state.LangText = LanguageText::WithLineEnds(Files::GetFileContents(state.LangFile));
+    if (state.LangText.empty()) {
+        state.LangText = LanguageText::WithLineEnds(Files::GetFileContents(EnglishFile()));
+        if (!state.LangText.empty()) state.LangFile = EnglishFile();  // single texts come from there as well
     }
-    return text;
+    if (state.LangText.empty()) {
+        platform::ShowMessageBox("The language file '" + state.LangFile + "' seems to be empty!", 0);
+    }
+}
+
+void ReadTexts() {
+    state.LangInfrared = GetLanguageString("Misc", "Infrared");
+    state.LangOutlookNo = GetLanguageString("Outlook", "no");
+    state.LangAnniversary = GetLanguageString("Calendar", "Anniversary");
+    state.LangBirthday = GetLanguageString("Calendar", "Birthday");
+    state.LangCalendarOff = GetLanguageString("Calendar", "Off");
+    const std::string english = ApplicationFolder() + "english.lng";
+    state.LangAnniversaryEnglish = IniFile::ReadFromIniFile(english, "Calendar", "Anniversary");
+    state.LangBirthdayEnglish = IniFile::ReadFromIniFile(english, "Fields", "Birthday");
 }
 
 void ReportMissing(std::string_view section, std::string_view key) {
@@ -40,10 +83,51 @@ void ReportMissing(std::string_view section, std::string_view key) {
 
 }  // namespace
 
+const std::string& ApplicationFolder() {
+    if (state.ApplicationFolder.empty()) state.ApplicationFolder = Files::AppFolder();
+    return state.ApplicationFolder;
+}
+
 void LangInit() {
     const Debug::Trace trace("LangInit");
-    state.LangFile = Files::AppFolder() + "English.lng";
-    state.LangText = LanguageText::WithLineEnds(Contents(state.LangFile));
+    IniFile::IniInit(true);
+    state.LangNewLine = "\r\n";
+    state.LangLoaded = false;
+    LoadLanguageFile();
+    state.LangPhoneBooks = GetLanguageString("PhoneBooks", "SB");
+    state.LangFont = GetLanguageString("Info", "Font");
+    state.LangDefault = GetLanguageString("Misc", "Default");
+    const std::string charSet = GetLanguageString("Info", "CharSet");
+    state.LangCharSet = charSet.empty() ? 1 : platform::ValLong(charSet);
+    state.LangFormCharSet = state.LangCharSet;
+}
+
+void LoadLanguageFile() {
+    if (state.LangLoaded) return;
+    state.LangLoaded = true;
+    const Debug::Trace trace("LoadLanguageFile");
+    const std::string language = ChosenLanguage();
+    const bool german = platform::Contains(language, "Deutsch");
+    state.LangWebSite = german ? platform::Replaced(webSite, ".com", ".de") : std::string(webSite);
+    state.LangManualFolder = ManualFolder(language);
+    FindHelp(language);
+    state.LangFile = FindFile(language);
+    std::string chosen = state.LangFile + "1:";
+    Debug::WriteDebug(chosen, -1);
+    ReadFile();
+    ReadTexts();
+}
+
+std::string GetSystemLanguage() {
+    const Debug::Trace trace("GetSystemLanguage");
+    std::string code = UserValue(international, "sLanguage");
+    if (!code.empty()) return code;
+    code = UserValue(mouseDevice, "Language");
+    if (!code.empty()) return code;
+    code = UserValue(international, "Locale");
+    const std::string name = platform::AbbreviatedLanguageName(platform::ValLong(code));
+    if (!name.empty()) code = name;
+    return platform::Val(code) == germanLocale ? "DE" : code;
 }
 
 std::string GetLanguageString(std::string_view section, std::string_view key, bool reportMissing) {
@@ -53,9 +137,9 @@ std::string GetLanguageString(std::string_view section, std::string_view key, bo
         std::string asked = std::string(" ").append(section).append(":").append(key);
         Debug::WriteDebug(asked, -1);
     }
-    if (state.LangFile.empty()) LangInit();
-    const std::string text =
-        LanguageText::Unescaped(IniText::Read(state.LangText, section, key).value_or(std::string_view()));
+    if (state.LangNewLine.empty() || state.LangFile.empty()) LangInit();
+    std::string text = IniFile::ReadFromIniFile(state.LangFile, section, key);
+    if (!text.empty()) text = LanguageText::Unescaped(text);
     if (reportMissing && text.empty() && !state.LangText.empty()) ReportMissing(section, key);
     return text;
 }

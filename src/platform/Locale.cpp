@@ -10,4 +10,10 @@ std::string DecimalSeparator() {
     return separator;
 }
 
+std::string AbbreviatedLanguageName(std::int32_t locale) {
+    char name[255];
+    const int count = GetLocaleInfoA(static_cast<LCID>(locale), LOCALE_SABBREVLANGNAME, name, sizeof name);
+    return count > 0 ? std::string(name, static_cast<std::size_t>(count)) : std::string();
+}
+
 }  // namespace platform

@@ -1,10 +1,14 @@
-// platform/Locale.h: how the user's system writes numbers.
+// platform/Locale.h: what the system tells of a language and of how its user writes numbers.
 #pragma once
+#include <cstdint>
 #include <string>
 
 namespace platform {
 
 // The user's decimal separator; "." where Windows does not tell.
 [[nodiscard]] std::string DecimalSeparator();
+
+// Three letters such as "DEU" and a NUL, which belongs to the text; empty where Windows knows no such locale.
+[[nodiscard]] std::string AbbreviatedLanguageName(std::int32_t locale);
 
 }  // namespace platform
