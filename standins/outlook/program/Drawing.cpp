@@ -1,5 +1,7 @@
 #include "outlook/program/Drawing.h"
 
+#include <map>
+
 #include "outlook/BuiltInBars.h"
 
 namespace program {
@@ -134,6 +136,12 @@ int WidthOf(const std::string& caption) {
     return place.right;
 }
 
+std::string Shown(const std::string& value) {
+    if (value.find("/4501") != std::string::npos) return "None";
+    const bool time = value.size() > 6 && value[value.size() - 3] == ':' && value[value.size() - 6] == ':';
+    return time ? value.substr(0, value.size() - 3) : value;
+}
+
 bool HasIcon(const standin::ControlView& control) {
     return control.hasFace || control.hasPicture || HasBuiltInIcon(control.faceId);
 }
@@ -152,6 +160,36 @@ bool DrawIcon(HDC dc, int x, int y, const standin::Outlook& outlook, const stand
     if (enabled) return DrawBuiltInIcon(dc, x, y, control.faceId);
     DrawBuiltInGrey(dc, x, y, control.faceId);
     return true;
+}
+
+HICON WindowIcon(int id) {
+    static std::map<int, HICON> icons;
+    HICON& icon = icons[id];
+    if (icon) return icon;
+    const HDC screen = GetDC(nullptr), memory = CreateCompatibleDC(screen);
+    const HBITMAP colours = CreateCompatibleBitmap(screen, 16, 16), mask = CreateBitmap(16, 16, 1, 1, nullptr);
+    const COLORREF nothing = RGB(255, 0, 255);
+    HGDIOBJ before = SelectObject(memory, colours);
+    Fill(memory, {0, 0, 16, 16}, nothing);
+    DrawBuiltInIcon(memory, 0, 0, id);
+    bool empty[16][16];
+    for (int y = 0; y < 16; ++y) {
+        for (int x = 0; x < 16; ++x) {
+            empty[y][x] = GetPixel(memory, x, y) == nothing;
+            if (empty[y][x]) SetPixelV(memory, x, y, 0);
+        }
+    }
+    SelectObject(memory, mask);
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 16; ++x) SetPixelV(memory, x, y, empty[y][x] ? RGB(255, 255, 255) : 0);
+    SelectObject(memory, before);
+    ICONINFO info{TRUE, 0, 0, mask, colours};
+    icon = CreateIconIndirect(&info);
+    DeleteObject(mask);
+    DeleteObject(colours);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    return icon;
 }
 
 int IconOf(standin::ItemClass itemClass) {

@@ -28,6 +28,9 @@ enum class Accent { Hidden, Shown };  // the line below the access key
 void Write(HDC dc, const std::string& text, RECT place, COLORREF colour, UINT format, Accent accent = Accent::Shown);
 [[nodiscard]] int WidthOf(const std::string& caption);  // as Write draws it in the plain font
 
+// A field's text for the eye: Outlook's date for "none" as "None", times without seconds.
+[[nodiscard]] std::string Shown(const std::string& value);
+
 // 16 x 16 at (x, y): the control's own picture with its mask, or the built-in one of its face; false when it has none.
 bool DrawIcon(HDC dc, int x, int y, const standin::Outlook& outlook, const standin::ControlView& control, bool enabled);
 [[nodiscard]] bool HasIcon(const standin::ControlView& control);
@@ -35,6 +38,9 @@ bool DrawIcon(HDC dc, int x, int y, const standin::Outlook& outlook, const stand
 // A built-in picture by the id of its command; false when there is none.
 bool DrawBuiltInIcon(HDC dc, int x, int y, int id);
 [[nodiscard]] bool HasBuiltInIcon(int id);
+
+// A built-in picture as the icon of a window; lives as long as the program.
+[[nodiscard]] HICON WindowIcon(int id);
 
 // For lists: pictures of item classes, by the command that makes them.
 [[nodiscard]] int IconOf(standin::ItemClass itemClass);

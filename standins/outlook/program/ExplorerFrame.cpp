@@ -81,9 +81,6 @@ HIMAGELIST Pictures(std::span<const int> ids) {
     return list;
 }
 
-// "1/1/4501", Outlook's way to say none, is shown as such.
-std::string Shown(const std::string& value) { return value.find("4501") != std::string::npos ? "None" : value; }
-
 }  // namespace
 
 ExplorerFrame::ExplorerFrame(Program& program, standin::Window window, const RECT& place)
@@ -93,6 +90,7 @@ ExplorerFrame::ExplorerFrame(Program& program, standin::Window window, const REC
     items_ = MakeChild(Handle(), WC_LISTVIEWA, "", LVS_REPORT | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE, 2);
     status_ = MakeChild(Handle(), "STATIC", "", SS_LEFTNOWORDWRAP | SS_SUNKEN, 0, 3);
     ListView_SetExtendedListViewStyle(items_, LVS_EX_FULLROWSELECT);
+    SendMessageA(Handle(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(WindowIcon(standin::IdNewMail)));
     MakeFolders();
     ShowBars();
     ShowContents();

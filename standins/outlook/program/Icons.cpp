@@ -95,8 +95,14 @@ void Disk(const Brush& brush, int size) {
 
 void Book(const Brush& brush) {
     brush.Box(2, 1, 14, 15, black, violet);
-    brush.Box(4, 3, 12, 13, violet, white);
-    brush.Letter("@", violet);
+    brush.Stroke(4, 1, 4, 15, white);
+    brush.Box(7, 4, 12, 8, black, yellow);
+    for (int y = 3; y < 14; y += 3) brush.Stroke(1, y, 4, y, silver);
+}
+
+void Clip(const Brush& brush) {
+    brush.Shape({{4, 4}, {6, 2}, {9, 2}, {11, 4}, {11, 12}, {9, 14}, {7, 14}, {6, 12}, {6, 5}, {9, 5}, {9, 11}}, navy,
+                white);
 }
 
 struct Icon {
@@ -226,12 +232,7 @@ const Icon icons[] = {
          b.Box(4, 1, 9, 4, black, silver);
          Sheet(b, 6, 6, 15, 15);
      }},
-    {IdInsertFile,
-     [](const Brush& b) {
-         b.Disc(5, 1, 11, 7, grey, white);
-         b.Box(5, 4, 11, 15, grey, white);
-         b.Stroke(8, 5, 8, 12, grey);
-     }},
+    {IdInsertFile, Clip},
     {IdFlag,
      [](const Brush& b) {
          b.Stroke(4, 1, 4, 15, black);

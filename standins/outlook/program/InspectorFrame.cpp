@@ -68,6 +68,8 @@ InspectorFrame::InspectorFrame(Program& program, standin::Window window, const R
     body_ = MakeChild(Handle(), "EDIT", "", ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL | WS_TABSTOP,
                       WS_EX_CLIENTEDGE, bodyId);
     entries_.push_back({"Body", nullptr, body_, false});
+    SendMessageA(Handle(), WM_SETICON, ICON_SMALL,
+                 reinterpret_cast<LPARAM>(WindowIcon(IconOf(program.Host().ClassOf(item_)))));
     ShowBars();
     ShowContents();
     Arrange();
@@ -78,8 +80,7 @@ void InspectorFrame::ShowContents() {
     showing_ = true;
     SetWindowTextA(Handle(), host.View(TheWindow()).caption.c_str());
     for (const Entry& entry : entries_) {
-        std::string value = host.Field(item_, entry.field);
-        if (value.find("4501") != std::string::npos) value = "None";
+        const std::string value = Shown(host.Field(item_, entry.field));
         if (GetFocus() != entry.edit && TextOf(entry.edit) != value) SetWindowTextA(entry.edit, value.c_str());
     }
     showing_ = false;
@@ -87,7 +88,7 @@ void InspectorFrame::ShowContents() {
 
 void InspectorFrame::Commit(const Entry& entry) {
     const std::string text = TextOf(entry.edit);
-    if (text == "None" || text == program_.Host().Field(item_, entry.field)) return;
+    if (text == Shown(program_.Host().Field(item_, entry.field))) return;
     try {
         program_.Host().SetField(item_, entry.field, text);
     } catch (const std::out_of_range&) {
@@ -134,7 +135,7 @@ void InspectorFrame::LayOut(RECT inside) {
     for (const Entry& entry : entries_) {
         if (entry.edit == body_) break;
         const int left = entry.half && second ? column + margin / 2 : margin;
-        const int right = entry.half ? left + column - margin - margin / 2 : inside.right - margin;
+        const int right = entry.half && !second ? column - margin / 2 : inside.right - margin;
         MoveWindow(entry.label, left, y + 3, labelWidth - 4, rowHeight - 3, TRUE);
         MoveWindow(entry.edit, left + labelWidth, y, right - left - labelWidth, rowHeight, TRUE);
         second = entry.half && !second;

@@ -33,9 +33,15 @@ void Stage::Pump(DWORD milliseconds) const {
 }
 
 void Stage::Say(const std::string& line) const {
-    const std::string text = line + "\r\n";
+    const std::string text = line + "\n";
     DWORD written = 0;
     WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+bool Stage::Check(const std::string& what, bool so) const {
+    Say((so ? "   ok    " : "   WRONG ") + what);
+    if (!so) ++wrong_;
+    return so;
 }
 
 void Stage::Picture(const std::string& name) const {

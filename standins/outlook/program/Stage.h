@@ -18,7 +18,10 @@ class Stage {
     [[nodiscard]] standin::Outlook& Outlook() const { return program_.Host(); }
     void Pump(DWORD milliseconds) const;
     void Picture(const std::string& name) const;
-    void Say(const std::string& line) const;  // to standard output
+    void Say(const std::string& line) const;  // to standard output, ended by a line feed
+    // Says whether it is so; one that is not makes the program's exit code 1.
+    bool Check(const std::string& what, bool so) const;
+    [[nodiscard]] bool AllRight() const { return wrong_ == 0; }
     // The first control of the window, in any bar, whose tag begins so; the empty view when there is none.
     [[nodiscard]] standin::ControlView TagBeginning(standin::Window window, const std::string& prefix) const;
     // Opens the menu of that caption (without "&") of the menu bar or the toolbar, to be seen; CloseMenu closes it.
@@ -32,6 +35,7 @@ class Stage {
 
   private:
     Program& program_;
+    mutable int wrong_ = 0;
 };
 
 struct Scenario {

@@ -1,7 +1,7 @@
 // OutlookStandIn.exe [/version 2000|2002|2003|2007] [/play scenario]
 //
-// Without /play it runs until its last window is closed. With it the scenario is played and the session ended: exit
-// code 0, or 2 for a scenario or version that is not known.
+// Without /play it runs until its last window is closed. With it the scenario is played and the session ended.
+// Exit code 0; 1 when a Check of the scenario was wrong; 2 for a scenario or version that is not known.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -115,5 +115,5 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     FindScenario(arguments->scenario)->play(stage);
     if (!program.Over()) program.Host().Quit();
     stage.Pump(100);
-    return 0;
+    return stage.AllRight() ? 0 : 1;
 }
