@@ -20,7 +20,7 @@ for key in OlAddIn Outlook; do wine reg delete "HKCU\\Software\\Quillmark\\Corve
 
 say "== Outlook $outlook (stand-in) starts; it looks for add-ins in the registry"
 # The program asks for a picture by a line "@picture NAME" and goes on when NAME.done is there.
-( cd "$pictures" && wine "$cv_outlook" /version "$outlook" /play contact 2>/dev/null; echo "@ended $?" ) |
+( cd "$pictures" && wine "$cv_outlook" /version "$outlook" /play demo 2>/dev/null; echo "@ended $?" ) |
     tr -d '\r' | {
     ended=1
     while IFS= read -r line; do
