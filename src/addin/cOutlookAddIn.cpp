@@ -80,7 +80,8 @@ Dispatch cOutlookAddIn::FirstExplorer() const {
     const Dispatch explorer =
         myolapp_.Object() ? application_.Object("Explorers").Object("Item", 1) : application_.Object("ActiveExplorer");
     if (explorer) return explorer;
-    return myolapp_.Object() ? application_.Object("ActiveExplorer") : colExpl_.Object().Object("Item", 1);
+    return myolapp_.Object() ? application_.Object("ActiveExplorer")
+                             : application_.Object("Explorers").Object("Item", 1);
 }
 
 void cOutlookAddIn::AttachCollections(const Dispatch& application) {
@@ -94,14 +95,14 @@ void cOutlookAddIn::AttachCollections(const Dispatch& application) {
 
 // Windows that were open before the add-in was loaded, the first Explorer excepted, bring no event of their own.
 void cOutlookAddIn::WrapOpenWindows() {
-    const Dispatch explorers = colExpl_.Object();
+    const Dispatch explorers = application_.Object("Explorers");
     if (myolapp_.Object()) {
         const std::int32_t count = explorers.Long("Count");
         for (std::int32_t number = 2; number <= count; ++number) {
             if (const Dispatch explorer = explorers.Object("Item", number)) colExpl_NewExplorer(explorer);
         }
     }
-    const Dispatch inspectors = colInsp_.Object();
+    const Dispatch inspectors = application_.Object("Inspectors");
     const std::int32_t count = inspectors.Long("Count");
     for (std::int32_t number = 1; number <= count; ++number) {
         if (const Dispatch inspector = inspectors.Object("Item", number)) colInsp_NewInspector(inspector);
@@ -197,8 +198,10 @@ void cOutlookAddIn::WatchUnknownWindows() {
             static_cast<void>(Watch(windows.Object("Item", number), makeWatched()));
         }
     };
-    watchAll(colExpl_.Object(), [] { return std::make_shared<WatchedWindow>(std::weak_ptr<cOlExplorer>()); });
-    watchAll(colInsp_.Object(), [] { return std::make_shared<WatchedWindow>(0, std::weak_ptr<cOlItem>()); });
+    watchAll(application_.Object("Explorers"),
+             [] { return std::make_shared<WatchedWindow>(std::weak_ptr<cOlExplorer>()); });
+    watchAll(application_.Object("Inspectors"),
+             [] { return std::make_shared<WatchedWindow>(0, std::weak_ptr<cOlItem>()); });
 }
 
 void cOutlookAddIn::ReleaseEverything() {
