@@ -12,8 +12,8 @@ help:             ## this list
 tools:            ## install what a bare Debian 12 lacks
 	@scripts/install-tools.sh
 
-dll: tools        ## build what a user installs into dist/: the DLL beside its language files
-	@scripts/build.sh win32-release CVOutlookAddIn
+dll: tools        ## build what a user installs into dist/: the DLL beside its language files and help
+	@scripts/build.sh win32-release CVOutlookAddIn cv_help
 	@scripts/dist.sh
 
 demo: tools       ## the main job from a contact to Corvella: make demo [OUTLOOK=2000|2002|2003|2007]

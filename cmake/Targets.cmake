@@ -3,8 +3,9 @@
 #   cv_library(name [PURE file...] [WINDOWS file...] [LINK library...])
 #       a static library <name>. PURE files hold text work only and are built natively too;
 #       WINDOWS files are left out of native builds.
-#   cv_test(name [PURE file...] [WINDOWS file...] [LINK library...] [LABELS label...] [LOCKS lock...])
-#       a doctest program and its CTest entry; under Windows it runs through scripts/wine.
+#   cv_test(name [PURE file...] [WINDOWS file...] [LINK library...] [LABELS label...] [LOCKS lock...]
+#           [UNLISTED])
+#       a doctest program and its CTest entry; under Windows it runs through scripts/wine. UNLISTED: no entry.
 
 function(cv_library name)
     cmake_parse_arguments(arg "" "" "PURE;WINDOWS;LINK" ${ARGN})
@@ -24,7 +25,7 @@ function(cv_library name)
 endfunction()
 
 function(cv_test name)
-    cmake_parse_arguments(arg "" "TIMEOUT" "PURE;WINDOWS;LINK;LABELS;LOCKS" ${ARGN})
+    cmake_parse_arguments(arg "UNLISTED" "TIMEOUT" "PURE;WINDOWS;LINK;LABELS;LOCKS" ${ARGN})
     set(sources ${arg_PURE})
     if(WIN32)
         list(APPEND sources ${arg_WINDOWS})
@@ -34,6 +35,9 @@ function(cv_test name)
     endif()
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE ${arg_LINK} cv_doctest cv_warnings)
+    if(arg_UNLISTED)
+        return()
+    endif()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 900)
     if(arg_TIMEOUT)

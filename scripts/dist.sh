@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Puts what a user installs into dist/: the release DLL beside its language files.
+# Puts what a user installs into dist/: the release DLL beside its language files, help and manual.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 dll=$(find build/win32-release -name CVOutlookAddIn.dll | head -n 1)
 rm -rf dist
 mkdir dist
-cp "$dll" lang/*.lng dist/
+cp "$dll" lang/*.lng build/win32-release/help/*.chm dist/
+cp -R build/win32-release/help/Manual dist/
 ls -l dist

@@ -8,7 +8,8 @@
 // Use     The add-in defines Server(); cv_addin_library (cmake/AddinLibrary.cmake) adds entry points and exports.
 #pragma once
 #include <cstdint>
-#include <memory>
+
+#include "platform/ServerDescription.h"
 
 namespace platform {
 
@@ -33,19 +34,5 @@ class AddinInstance {
     // The host has let go of the object.
     virtual void AddinInstance_Terminate() = 0;
 };
-
-// What the library serves and how it is registered.
-struct ServerDescription {
-    const char* clsid;
-    const char* progId;
-    const char* className;
-    const char* friendlyName;
-    const char* description;
-    std::uint32_t loadBehavior;
-    std::unique_ptr<AddinInstance> (*factory)();
-};
-
-// Defined by the add-in; called after the library's load, not during it.
-[[nodiscard]] const ServerDescription& Server();
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// platform/Process.h: starting another program.
+// platform/Process.h: starting another program, by its command line or by a document of it.
 //
 // Shapes  A command line as Windows takes it: the program's path, in double quotes where it has blanks, then the
 //         arguments.
@@ -17,5 +17,8 @@ enum class Show : std::uint16_t {
 };
 
 bool StartProcess(const std::string& commandLine, Show show);
+
+// Opens a document, folder, address or program as the desktop does for a double click; shows no message of its own.
+bool StartDocument(const std::string& file, const std::string& arguments, Show show);
 
 }  // namespace platform

@@ -9,7 +9,7 @@
 #pragma once
 #include <string>
 
-#include "platform/ComServer.h"
+#include "platform/ServerDescription.h"
 
 namespace platform {
 

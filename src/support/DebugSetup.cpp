@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "bridge/RegEdit.h"
+#include "config/IniFile.h"
 #include "language/Language.h"
 #include "platform/Err.h"
 #include "platform/File.h"
@@ -68,12 +69,19 @@ std::int32_t AddInNumber(const char* name) {
     return platform::ValLong(RegEdit::GetRegString(Root::CurrentUser, Debug::state.DebugKey, name));
 }
 
+void FindSettings() {
+    if (IniFile::location.CurrentFile.empty() && plugged.findSettings != nullptr) plugged.findSettings();
+}
+
 std::int32_t ModeInBaseSettings() {
-    return plugged.baseSetting == nullptr ? 0 : platform::ValLong(plugged.baseSetting("Debug", "DebugMode", {}));
+    FindSettings();
+    return platform::ValLong(IniFile::GetIniSettingDefault("Debug", "DebugMode"));
 }
 
 std::int32_t MaxSize() {
-    return plugged.settingLong == nullptr ? defaultMaxSize : plugged.settingLong("Debug", "MaxSize", defaultMaxSize);
+    const Silence silence;
+    FindSettings();
+    return IniFile::GetIniSettingLong("Debug", "MaxSize", defaultMaxSize);
 }
 
 bool AnotherInstanceRuns() {

@@ -22,12 +22,10 @@ void CheckKaspersky();
 // Plugs the registry and InitDebug into the debug log (Debug.h).
 void PlugIntoDebug() noexcept;
 
-// Where the set-up looks around. What is not plugged in (null): settings are missing, the rest is the running host.
+// Where the set-up looks around. What is not plugged in (null): the settings are where they are, the rest is the
+// running host.
 struct Surroundings {
-    std::string (*baseSetting)(const std::string& section, const std::string& key,
-                               const std::string& defaultText) = nullptr;
-    std::int32_t (*settingLong)(const std::string& section, const std::string& key,
-                                std::int32_t defaultNumber) = nullptr;
+    void (*findSettings)() = nullptr;  // called when no settings file is known yet
     bool (*anotherInstanceRuns)() = nullptr;
     std::string (*hostCommandLine)() = nullptr;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "outlook/BarObjects.h"
+#include "outlook/ClassLookup.h"
 #include "outlook/Session.h"
 #include "outlook/Words.h"
 
@@ -104,7 +105,7 @@ AddInList::~AddInList() = default;
 
 void AddInList::Use(const std::string& progId, IUnknown* source, int loadBehavior) {
     AddIn* addIn = Find(progId);
-    if (!addIn) addIn = addIns_.emplace_back(std::make_unique<AddIn>()).get();
+    if (!addIn) addIn = addIns_.emplace_back(std::make_shared<AddIn>()).get();
     addIn->progId = progId;
     addIn->loadBehavior = loadBehavior;
     addIn->source = Theirs<IUnknown>(source);
@@ -117,7 +118,7 @@ void AddInList::ReadRegistry() {
 
 void AddInList::ReadOne(const std::string& progId) {
     const Key key(PathOf(progId), KEY_READ);
-    auto addIn = std::make_unique<AddIn>();
+    auto addIn = std::make_shared<AddIn>();
     addIn->progId = progId;
     addIn->friendlyName = key.Text("FriendlyName");
     addIn->description = key.Text("Description");
@@ -139,13 +140,10 @@ void AddInList::LoadAtStart() {
 }
 
 Theirs<Extensibility> AddInList::Create(const AddIn& addIn) const {
-    Theirs<IUnknown> object = addIn.source;
+    Theirs<IUnknown> object = addIn.source ? addIn.source : CreateByProgId(addIn.progId);
     Theirs<IClassFactory> factory;
-    CLSID classId;
     if (object && SUCCEEDED(object->QueryInterface(IID_IClassFactory, factory.put())))
         factory->CreateInstance(nullptr, IID_IUnknown, object.put());
-    else if (!object && SUCCEEDED(CLSIDFromProgID(Wide(addIn.progId).c_str(), &classId)))
-        CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object.put());
     Theirs<Extensibility> created;
     if (object) object->QueryInterface(iidExtensibility, created.put());
     return created;
@@ -268,7 +266,9 @@ Result AddInList::Object() { return list_; }
 
 Result AddInList::ObjectOf(AddIn& addIn) {
     Ref<AddInObject>& object = objects_[&addIn];
-    if (!object) object = Make<AddInObject>(gate_, addIn);
+    if (object) return object;
+    for (const auto& known : addIns_)
+        if (known.get() == &addIn) object = Make<AddInObject>(gate_, known);
     return object;
 }
 
@@ -279,26 +279,26 @@ const TypeDescription& AddInObject::Type() const {
     return type;
 }
 
-std::wstring AddInObject::GetDescription() { return Wide(addIn_.description); }
-void AddInObject::PutDescription(const std::wstring& description) { addIn_.description = Ansi(description); }
-std::wstring AddInObject::GetProgId() { return Wide(addIn_.progId); }
+std::wstring AddInObject::GetDescription() { return Wide(addIn_->description); }
+void AddInObject::PutDescription(const std::wstring& description) { addIn_->description = Ansi(description); }
+std::wstring AddInObject::GetProgId() { return Wide(addIn_->progId); }
 
 std::wstring AddInObject::GetGuid() {
     CLSID classId;
     wchar_t text[64] = L"";
-    if (SUCCEEDED(CLSIDFromProgID(GetProgId().c_str(), &classId))) StringFromGUID2(classId, text, 64);
+    if (FindClassId(addIn_->progId, classId)) StringFromGUID2(classId, text, 64);
     return text;
 }
 
 void AddInObject::PutConnect(bool connect) {
     if (connect == GetConnect()) return;
     const bool done =
-        connect ? TheSession().addIns->LoadByUser(addIn_.progId) : TheSession().addIns->UnloadByUser(addIn_.progId);
+        connect ? TheSession().addIns->LoadByUser(addIn_->progId) : TheSession().addIns->UnloadByUser(addIn_->progId);
     if (!done) Refuse(E_FAIL);
 }
 
 void AddInObject::PutObject(IDispatch* object) {
-    addIn_.published = Theirs<IDispatch>(object);
+    addIn_->published = Theirs<IDispatch>(object);
     TheSession().ContentsChanged();
 }
 

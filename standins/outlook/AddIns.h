@@ -39,7 +39,7 @@ class AddInList {
     void ReleaseAll();
 
     [[nodiscard]] AddIn* Find(const std::string& progId) const;
-    [[nodiscard]] const std::vector<std::unique_ptr<AddIn>>& All() const { return addIns_; }
+    [[nodiscard]] const std::vector<std::shared_ptr<AddIn>>& All() const { return addIns_; }
     Result Object();
     Result ObjectOf(AddIn& addIn);
 
@@ -52,29 +52,30 @@ class AddInList {
 
     Session& session_;
     std::shared_ptr<Gate> gate_;
-    std::vector<std::unique_ptr<AddIn>> addIns_;
+    std::vector<std::shared_ptr<AddIn>> addIns_;
     std::map<AddIn*, Ref<AddInObject>> objects_;
     Result list_;
 };
 
 class AddInObject : public Object {
   public:
-    AddInObject(std::shared_ptr<Gate> gate, AddIn& addIn) : Object(std::move(gate)), addIn_(addIn) {}
+    AddInObject(std::shared_ptr<Gate> gate, std::shared_ptr<AddIn> addIn)
+        : Object(std::move(gate)), addIn_(std::move(addIn)) {}
     [[nodiscard]] const TypeDescription& Type() const override;
-    [[nodiscard]] std::string Name() const override { return "COMAddIn " + addIn_.progId; }
+    [[nodiscard]] std::string Name() const override { return "COMAddIn " + addIn_->progId; }
 
     std::wstring GetDescription();
     void PutDescription(const std::wstring& description);
     std::wstring GetProgId();
     std::wstring GetGuid();
-    bool GetConnect() { return static_cast<bool>(addIn_.loaded); }
+    bool GetConnect() { return static_cast<bool>(addIn_->loaded); }
     void PutConnect(bool connect);
-    void GetObject_(Call& call) { call.ReturnOutside(addIn_.published.get()); }
+    void GetObject_(Call& call) { call.ReturnOutside(addIn_->published.get()); }
     void PutObject(IDispatch* object);
     Result GetParent();
 
   private:
-    AddIn& addIn_;
+    std::shared_ptr<AddIn> addIn_;
 };
 
 class AddInsObject : public Object {

@@ -70,7 +70,7 @@ Result ApplicationObject::CallGetNamespace(Call& call) {
     return GetSession();
 }
 
-void ApplicationObject::CallQuit() { TheSession().Quit(); }
+void ApplicationObject::CallQuit() { TheSession().QuitSoon(); }
 Result ApplicationObject::GetAddIns() { return TheSession().addIns->Object(); }
 Result ApplicationObject::GetExplorers() { return TheSession().explorers; }
 Result ApplicationObject::GetInspectors() { return TheSession().inspectors; }

@@ -68,10 +68,19 @@ ControlPointer MakeControl(int instance, int id, int type) {
     if (type == TypePopup || type == TypeSplitButtonPopup) {
         control->menu = std::make_shared<Bar>();
         control->menu->instance = instance;
+        control->menu->owner = control;
+        control->menu->builtIn = false;
         control->menu->type = BarPopup;
         control->menu->position = PopupPosition;
     }
     return control;
+}
+
+bool IsReachable(const ControlModel& control) {
+    const BarPointer bar = control.parent.lock();
+    if (control.gone || !control.visible || !control.enabled || !bar || !bar->visible || !bar->enabled) return false;
+    const ControlPointer popup = bar->owner.lock();
+    return !popup || IsReachable(*popup);
 }
 
 void Insert(const BarPointer& bar, const ControlPointer& control, std::size_t position) {
@@ -91,6 +100,7 @@ ControlPointer Copied(const ControlModel& control, const std::function<int()>& n
     if (!control.menu) return copy;
     copy->menu = std::make_shared<Bar>(*control.menu);
     copy->menu->gone = false;
+    copy->menu->owner = copy;
     copy->menu->controls.clear();
     copy->menu->asleep.clear();
     for (const ControlPointer& entry : control.menu->controls)

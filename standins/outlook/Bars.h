@@ -58,6 +58,7 @@ struct Bar {
     bool visible = true, enabled = true, builtIn = true, temporary = false, adaptive = false, gone = false;
     int left = 0, top = 0, width = 800, height = 26;
     std::vector<ControlPointer> controls;
+    std::weak_ptr<ControlModel> owner;   // of a popup's bar
     std::vector<ControlPointer> asleep;  // persistent ones deleted for this session
 
     [[nodiscard]] int IndexOf(const ControlModel& control) const;  // from 1; 0 when it is not there
@@ -102,6 +103,9 @@ void Collect(const Bar& bar, const Wanted& wanted, std::vector<ControlPointer>& 
 // Visits every control of a bar, popups' entries after their popup.
 void ForEach(const Bar& bar, const std::function<void(const ControlPointer&, const BarPointer&)>& visit,
              const BarPointer& self);
+
+// Visible and enabled, and so are the popups and the bar that lead to it.
+[[nodiscard]] bool IsReachable(const ControlModel& control);
 
 [[nodiscard]] ControlPointer MakeControl(int instance, int id, int type);
 // `position` 1 to count + 1; 0 at the end.

@@ -125,6 +125,7 @@ ControlPointer BuiltIn(const Entry& entry, const std::function<int()>& next) {
     control->beginGroup = entry.beginGroup;
     control->enabled = entry.enabled;
     if (!control->menu) return control;
+    control->menu->builtIn = true;
     control->menu->name = Readable(control->caption);
     control->menu->nameLocal = control->menu->name;
     for (const Entry& inner : newEntries) Insert(control->menu, BuiltIn(inner, next), 0);
@@ -145,7 +146,7 @@ BarPointer MenuBar(std::span<const Menu> menus, const std::function<int()>& next
     BarPointer bar = NewBar(L"Menu Bar", BarMenu, true, next);
     for (const Menu& menu : menus) {
         ControlPointer popup = MakeControl(next(), menu.id, TypePopup);
-        popup->builtIn = true;
+        popup->builtIn = popup->menu->builtIn = true;
         popup->caption = menu.caption;
         popup->menu->name = popup->menu->nameLocal = Readable(menu.caption);
         for (const Entry& entry : menu.entries) Insert(popup->menu, BuiltIn(entry, next), 0);

@@ -90,8 +90,9 @@ class Gate {
     }
     [[nodiscard]] bool Recording() const { return recording_; }
     void Action(const std::string& text) { Write("# " + text); }
-    // An add-in is at work just now: an event or a method of it has not returned.
-    [[nodiscard]] bool CallingOut() const { return depth_ > 0; }
+    // An add-in is at work just now: a call out or in has not returned.
+    [[nodiscard]] bool Inside() const { return depth_ > 0; }
+    std::function<void()> onLastReturn;  // the outermost call in has returned
     // A call out, with the calls that it causes indented below it.
     class Outward {
       public:

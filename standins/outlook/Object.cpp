@@ -98,9 +98,8 @@ EventArgument::EventArgument(Object* object) : text(object ? object->Name() : "N
     value.pdispVal = object;  // borrowed: the receiver adds its own reference
 }
 
-EventArgument::EventArgument(const std::wstring& given) : text(Quoted(Ansi(given))) {
+EventArgument::EventArgument(const std::wstring& given) : words(given), text(Quoted(Ansi(given))) {
     value.vt = VT_BSTR;
-    value.bstrVal = const_cast<wchar_t*>(given.c_str());  // cleared in Raise, which makes a BSTR of it
 }
 
 EventArgument::EventArgument(VARIANT_BOOL* cancel) : text("Cancel") {
@@ -195,7 +194,7 @@ STDMETHODIMP Object::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID
 HRESULT Object::LookUp(LPOLESTR* names, UINT count, DISPID* ids) {
     const Member* member = Type().Find(Ansi(names[0]), Version());
     if (!member) {
-        TheGate().Complain(Name() + " has no " + Ansi(names[0]));
+        TheGate().complaints.push_back(Name() + " has no " + Ansi(names[0]));
         return DISP_E_UNKNOWNNAME;
     }
     ids[0] = member->id;
@@ -346,7 +345,7 @@ int Object::Raise(const Event& event, const std::vector<EventArgument>& argument
     std::vector<VARIANT> reversed;
     for (auto it = arguments.rbegin(); it != arguments.rend(); ++it) {
         VARIANT value = it->value;
-        if (value.vt == VT_BSTR) value.bstrVal = SysAllocString(value.bstrVal);
+        if (value.vt == VT_BSTR) value.bstrVal = SysAllocString(it->words.c_str());
         reversed.push_back(value);
     }
     int called = 0;

@@ -23,6 +23,7 @@ class ConnectionPoint;
 // One argument of an event, in the order of its declaration.
 struct EventArgument {
     VARIANT value{};
+    std::wstring words;             // of a VT_BSTR
     std::string text;               // for the transcript
     EventArgument(Object* object);  // NOLINT: meant to convert
     explicit EventArgument(const std::wstring& text);

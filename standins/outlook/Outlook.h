@@ -38,8 +38,8 @@
 //                 NewExplorer; OnConnection of each add-in; OnAddInsUpdate of each; OnStartupComplete of each;
 //                 Application.Startup; MAPILogonComplete (10 on); Explorer.Activate
 //   OpenExplorer  Explorers.NewExplorer, then the window shows: Deactivate of the active window, Explorer.Activate
-//   OpenInspector Item.Read (once an item), Item.Open (can be cancelled), Inspectors.NewInspector, then as above.
-//                 An item that has a window already: the window is only activated
+//   OpenInspector Inspectors.NewInspector, Item.Read (once an item), Item.Open (cancelled: the Inspector is gone again,
+//                 without Close), then as above. An item that has a window already: the window is only activated
 //   SwitchFolder  BeforeFolderSwitch (can be cancelled), FolderSwitch, SelectionChange (the first item is selected;
 //                 no SelectionChange in FolderKind::OutlookToday, which has no items)
 //   CloseWindow   an Inspector: Item.Write when it is saved, Item.Close (each can be cancelled). Then Close of the
@@ -77,7 +77,7 @@ class Session;
 enum class ClosingWindow { StillCounted, NotCounted };                // in Count and Item during its own Close event
 enum class ShutdownCalls { ByVersion, None };                         // None: as versions after 2007
 enum class StartedBy { User, Automation };                            // Automation: no window, custom(1) = 3
-enum class ClickedControl { AnotherObject, AdvisedObject };         // what Click is given: Office does not promise
+enum class ClickedControl { AnotherObject, AdvisedObject };           // what Click is given: Office does not promise
 enum class CustomArray { AsDocumented, PointerToNull, NullPointer };  // what add-ins get as `custom`
 enum class Failures { AsThemselves, AsExceptions };  // AsExceptions: every failing Invoke is DISP_E_EXCEPTION + scode
 enum class SaveMode { Save = 0, Discard = 1, Prompt = 2 };  // OlInspectorClose
@@ -246,6 +246,7 @@ class Outlook {
     bool LoadAddIn(const std::string& progId);
     bool UnloadAddIn(const std::string& progId);
     [[nodiscard]] std::vector<AddInView> AddIns() const;
+    // When the session has ended already (the last window closed): how.
     Ending Quit();
     // After Ending::StaysInMemory: the references have gone meanwhile? Then the process ends (AddInsNotTold).
     Ending LookAgain();

@@ -12,6 +12,7 @@ namespace standin {
 Session::Session(const Options& given)
     : options(given), gate(std::make_shared<Gate>(this, given.version)), saved(std::make_shared<SavedBars>()) {
     if (given.savedBars) *saved = *given.savedBars;
+    gate->onLastReturn = [this] { Settle(); };
     gate->failuresAsExceptions = given.failures == Failures::AsExceptions;
     application_ = Make<standin::ApplicationObject>(gate);
     nameSpace_ = Make<standin::NameSpaceObject>(gate);
@@ -24,7 +25,7 @@ Session::Session(const Options& given)
 Session::~Session() {
     EndProcess(RPC_E_DISCONNECTED);
     store.Clear();
-    gate->onLine = nullptr;
+    gate->onLine = gate->onLastReturn = nullptr;
     gate->Forget();
 }
 
@@ -38,11 +39,12 @@ void Session::Start() {
     gate->Action("start Outlook " + std::to_string(options.version));
     if (options.startedBy == StartedBy::User) NewExplorer(store.Get(FolderKind::Inbox));
     if (readRegistry) addIns->ReadRegistry();
-    started_ = true;
+    started_ = starting_ = true;
     addIns->LoadAtStart();
     addIns->TellStartupComplete();
     application_->Raise(events::Startup);
     application_->Raise(events::LogonComplete);
+    starting_ = false;
     if (options.startedBy == StartedBy::User && !windows_.empty()) Show(windows_.front().get());
 }
 
@@ -60,9 +62,9 @@ Ending Session::Quit() {
     return ending_;
 }
 
-// The host ends between events, not inside one: a procedure that closed the last window runs to its end first.
+// A procedure that closed the last window runs to its end first.
 void Session::Settle() {
-    if (std::exchange(endWanted_, false) && Running() && !AnyShown()) Quit();
+    if (turns_ == 0 && !gate->Inside() && std::exchange(quitWanted_, false) && Running()) Quit();
 }
 
 // Every window has raised its Close event. What is held now decides in the versions that wait for references.
@@ -131,6 +133,7 @@ T* Session::AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments) {
 }
 
 ExplorerObject* Session::NewExplorer(FolderObject* folder) {
+    const Turn turn(*this);
     ExplorerObject* explorer =
         AddWindow<ExplorerObject>(ExplorerBars(options.version, [this] { return NextInstance(); }), folder);
     if (started_) explorers->Raise(events::NewExplorer, {EventArgument(explorer)});
@@ -146,6 +149,7 @@ InspectorObject* Session::InspectorOf(const ItemObject* item) const {
 }
 
 InspectorObject* Session::InspectorFor(ItemObject* item) {
+    const Turn turn(*this);
     if (InspectorObject* inspector = InspectorOf(item)) return inspector;
     InspectorObject* inspector =
         AddWindow<InspectorObject>(InspectorBars(item->Kind().itemClass, [this] { return NextInstance(); }), item);
@@ -154,16 +158,18 @@ InspectorObject* Session::InspectorFor(ItemObject* item) {
 }
 
 InspectorObject* Session::Display(ItemObject* item) {
-    InspectorObject* inspector = InspectorOf(item);
-    if (!inspector || !inspector->shown) {
-        if (item->AskOpen() == Cancelled::Yes) return nullptr;
+    const Turn turn(*this);
+    const Ref<InspectorObject> inspector(InspectorFor(item));
+    if (!inspector->shown && item->AskOpen() == Cancelled::Yes) {
+        TakeOff(inspector.get());
+        return nullptr;
     }
-    inspector = InspectorFor(item);
-    Show(inspector);
-    return inspector;
+    Show(inspector.get());
+    return inspector->gone ? nullptr : inspector.get();
 }
 
 void Session::Show(WindowObject* window) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     if (window->gone) return;
     if (!window->shown) {
@@ -175,6 +181,7 @@ void Session::Show(WindowObject* window) {
 }
 
 void Session::Activate(WindowObject* window) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     if (window->gone || !window->shown || active_ == window->Number()) return;
     if (WindowObject* former = FindWindow(active_)) Deactivate(former);
@@ -187,12 +194,14 @@ void Session::Activate(WindowObject* window) {
 }
 
 void Session::Deactivate(WindowObject* window) {
+    const Turn turn(*this);
     if (active_ != window->Number()) return;
     active_ = 0;
     window->Raise(events::Deactivate);
 }
 
 bool Session::SettleChanges(ItemObject* item, SaveMode mode) {
+    const Turn turn(*this);
     if (mode == SaveMode::Prompt) {
         if (item->IsSaved()) return true;
         if (options.prompted == Prompted::Cancel) return false;
@@ -206,6 +215,7 @@ bool Session::SettleChanges(ItemObject* item, SaveMode mode) {
 }
 
 bool Session::Close(WindowObject* window, SaveMode mode) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     if (window->gone || window->closing) return true;
     window->closing = true;
@@ -220,10 +230,7 @@ bool Session::Close(WindowObject* window, SaveMode mode) {
     if (window->shown && !(inspector && inspector->sentInOld)) window->Raise(events::Close);
     if (inspector) inspector->item->inClose = false;
     TakeOff(window);
-    if (Running() && !quitting_ && !AnyShown()) {
-        endWanted_ = true;
-        if (!gate->CallingOut()) Settle();
-    }
+    if (Running() && !quitting_ && !AnyShown()) QuitSoon();
     return true;
 }
 
@@ -241,6 +248,7 @@ void Session::TakeOff(WindowObject* window) {
 }
 
 bool Session::Send(WindowObject* window) {
+    const Turn turn(*this);
     const Ref<WindowObject> alive(window);
     auto* inspector = dynamic_cast<InspectorObject*>(window);
     if (!inspector || inspector->item->AskSend() == Cancelled::Yes) return false;
@@ -259,13 +267,14 @@ Result Session::TopWindow(const std::function<bool(const WindowObject&)>& fits) 
         if (window && fits(*window)) return window;
     }
     for (const Ref<WindowObject>& window : windows_)  // the first Explorer, before it shows
-        if (order_.empty() && fits(*window)) return window;
+        if (starting_ && fits(*window)) return window;
     return {};
 }
 
 // --- folders and items ---
 
 bool Session::SwitchFolder(ExplorerObject* explorer, FolderObject* folder) {
+    const Turn turn(*this);
     const Ref<ExplorerObject> alive(explorer);
     if (explorer->folder.get() == folder) return true;
     if (!explorer->AskFolderSwitch(folder)) return false;
@@ -279,6 +288,7 @@ bool Session::SwitchFolder(ExplorerObject* explorer, FolderObject* folder) {
 }
 
 void Session::Select(ExplorerObject* explorer, const std::vector<Ref<ItemObject>>& items) {
+    const Turn turn(*this);
     explorer->selection = items;
     ContentsChanged();
     explorer->Raise(events::SelectionChange);
@@ -327,8 +337,9 @@ std::pair<WindowObject*, ControlPointer> Session::FindControl(int instance) cons
 }
 
 ClickResult Session::Click(WindowObject& window, const ControlPointer& control) {
+    const Turn turn(*this);
     ClickResult result;
-    if (control->gone || !control->visible || !control->enabled || !control->IsButton()) return result;
+    if (!IsReachable(*control) || !control->IsButton()) return result;
     result.reached = true;
     const Ref<WindowObject> alive(&window);
     const std::wstring& action = control->onAction;
@@ -354,7 +365,6 @@ ClickResult Session::Click(WindowObject& window, const ControlPointer& control) 
         result.sinks += object->Raise(events::Click, {EventArgument(clicked.get()), EventArgument(&cancel)});
     }
     action_ = before;
-    Settle();
     result.cancelled = cancel != VARIANT_FALSE;
     result.defaultRuns = control->builtIn && control->onAction.empty() && !result.cancelled;
     return result;

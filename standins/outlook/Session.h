@@ -39,8 +39,21 @@ class Session {
     // --- life ---
     void Start();
     Ending Quit();
-    // Ends the session if the last window was closed from inside an event that has returned by now.
-    void Settle();
+    void QuitSoon() { quitWanted_ = true; }  // for a client: once its call has returned
+    // One action of the host. The session ends with the last of them, never inside an event or a call of an add-in.
+    class Turn {
+      public:
+        explicit Turn(Session& session) : session_(session) { ++session_.turns_; }
+        ~Turn() {
+            --session_.turns_;
+            session_.Settle();
+        }
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+
+      private:
+        Session& session_;
+    };
     Ending LookAgain();
     void EndProcess(HRESULT answer);
     [[nodiscard]] Ending HowItEnded() const { return ending_; }
@@ -94,6 +107,7 @@ class Session {
     void TakeOff(WindowObject* window);
     [[nodiscard]] bool AnyShown() const;
     void EndSession();
+    void Settle();  // ends the session when it is to end, and now is the time
     [[nodiscard]] bool Running() const { return started_ && ending_ == Ending::StillRunning; }
 
     Ref<standin::ApplicationObject> application_;
@@ -103,7 +117,8 @@ class Session {
     std::map<int, Ref<ItemObject>> items_;
     ControlPointer action_;
     int active_ = 0, lastWindow_ = 0, lastItem_ = 0, lastInstance_ = 0;
-    bool started_ = false, quitting_ = false, endWanted_ = false;
+    int turns_ = 0;
+    bool started_ = false, starting_ = false, quitting_ = false, quitWanted_ = false;
     Ending ending_ = Ending::StillRunning;
 };
 

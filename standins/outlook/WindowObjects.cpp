@@ -154,7 +154,7 @@ void InspectorObject::CallClose(Call& call) {
     TheSession().Close(this, static_cast<SaveMode>(mode));
 }
 
-void InspectorObject::CallDisplay(Call&) { TheSession().Show(this); }
+void InspectorObject::CallDisplay(Call&) { TheSession().Display(item.get()); }
 
 std::wstring InspectorObject::GetCaption() {
     const std::wstring subject = item->FieldText("Subject");

@@ -15,11 +15,14 @@
 #include "platform/Dispatch.h"
 #include "platform/Err.h"
 #include "platform/Module.h"
+#include "support/PrivateRegistry.h"
 
 using platform::ComPtr;
 
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID id, void** object);
 STDAPI DllCanUnloadNow();
+STDAPI DllRegisterServer();
+STDAPI DllUnregisterServer();
 
 // The interface as Outlook drives it, written down once more: only slots count. Not in the unnamed
 // namespace, where the compiler would see that nobody here implements it and call nothing.
@@ -316,4 +319,22 @@ TEST_CASE("the module's folder is its path up to the last backslash, which belon
     const std::string folder = platform::ModuleFolder();
     CHECK(folder + "com_server_test.exe" == path);
     CHECK(folder.back() == '\\');
+}
+
+TEST_CASE("self-registration registers the module that it is linked into, and takes it back") {
+    const PrivateRegistry registry;
+    const std::string key = std::string("CLSID\\") + description.clsid + "\\InprocServer32";
+    CHECK(DllRegisterServer() == S_OK);
+    CHECK(PrivateRegistry::Raw(HKEY_CLASSES_ROOT, key, "").bytes == platform::ModulePath() + '\0');
+    CHECK(DllUnregisterServer() == S_OK);
+    CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CLASSES_ROOT, key));
+}
+TEST_CASE("self-registration that is refused answers that the class could not be registered") {
+    const PrivateRegistry registry;
+    HKEY refusing = nullptr;
+    REQUIRE(RegCreateKeyA(HKEY_LOCAL_MACHINE, "Refusing", &refusing) == ERROR_SUCCESS);
+    REQUIRE(RegDeleteKeyA(HKEY_LOCAL_MACHINE, "Refusing") == ERROR_SUCCESS);
+    REQUIRE(RegOverridePredefKey(HKEY_CURRENT_USER, refusing) == ERROR_SUCCESS);
+    CHECK(DllRegisterServer() == SELFREG_E_CLASS);
+    CHECK(DllUnregisterServer() == SELFREG_E_CLASS);
 }

@@ -4,6 +4,12 @@
 
 namespace client {
 
+std::string Joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) text += line + '\n';
+    return text;
+}
+
 namespace {
 
 std::wstring Wide(const char* text) {

@@ -48,6 +48,9 @@ class Com {
 
 using Object = Com<IDispatch>;
 
+// Lines as one text: doctest prints it when it differs.
+std::string Joined(const std::vector<std::string>& lines);
+
 // A VARIANT argument or result.
 class Variant : public VARIANT {
   public:

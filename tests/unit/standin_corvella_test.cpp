@@ -132,15 +132,19 @@ TEST_CASE("a start that is to be seen shows a window for a moment and ends by it
     CHECK(Program::End(process) == 0);
     CHECK(program.Record() == Expected(program, " settings", -1));
 }
-TEST_CASE("several starts at once lose no line and no item") {
+TEST_CASE("several starts at once wait for each other and lose no line and no item") {
     const Program program;
     program.Put("ChangedC", ";c1");
     constexpr int count = 6;
+    const HANDLE turn = CreateMutexA(nullptr, TRUE, "Corvella.record");
     std::vector<HANDLE> processes;
     for (int i = 0; i < count; ++i) processes.push_back(program.Start(" update", SW_SHOWMINIMIZED));
+    PumpFor(2000);
+    CHECK(program.Record().empty());
+    ReleaseMutex(turn);
+    CloseHandle(turn);
     for (const HANDLE process : processes) CHECK(Program::End(process) == 0);
-    const std::string first = Expected(program, " update", SW_SHOWMINIMIZED, "", ";c1");
-    std::string all = first;
+    std::string all = Expected(program, " update", SW_SHOWMINIMIZED, "", ";c1");
     for (int i = 1; i < count; ++i) all += Expected(program, " update", SW_SHOWMINIMIZED);
     CHECK(program.Record() == all);
 }

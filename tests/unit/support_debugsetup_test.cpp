@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bridge/RegEdit.h"
+#include "config/IniFile.h"
 #include "language/Language.h"
 #include "platform/Err.h"
 #include "platform/Text.h"
@@ -29,23 +30,14 @@ const std::string virusScannerKey = "SOFTWARE\\KasperskyLab\\InstalledProducts\\
 const std::string logName = "CorvellaAddIn.dbg.xml";
 
 std::string addInFolder;
-std::string baseMode;
-std::int32_t maxSize = 0;
 bool anotherInstance = false;
 std::string hostCommandLine;
 
 std::string AddInFolder() { return addInFolder; }
 
-std::string BaseSetting(const std::string& section, const std::string& key, const std::string& defaultText) {
-    CHECK(defaultText.empty());
-    return section == "Debug" && key == "DebugMode" ? baseMode : "wrong setting";
-}
-
-std::int32_t SettingLong(const std::string& section, const std::string& key, std::int32_t defaultNumber) {
-    CHECK(defaultNumber == 4000000);
-    CHECK(section == "Debug");
-    CHECK(key == "MaxSize");
-    return maxSize != 0 ? maxSize : defaultNumber;
+void FindSettings() {
+    IniFile::location.BaseFile = addInFolder + "corvella.ini";
+    IniFile::location.CurrentFile = addInFolder + "profile.ini";
 }
 
 class Fixture : public Prompt::Port {
@@ -53,13 +45,13 @@ class Fixture : public Prompt::Port {
     Fixture() {
         state = {};
         addInFolder = folder.Path();
-        baseMode.clear();
-        maxSize = 0;
         anotherInstance = false;
         hostCommandLine = "outlook.exe";
         Files::PlugApplicationPath(AddInFolder);
-        DebugSetup::Plug({BaseSetting, SettingLong, [] { return anotherInstance; }, [] { return hostCommandLine; }});
+        DebugSetup::Plug({FindSettings, [] { return anotherInstance; }, [] { return hostCommandLine; }});
         DebugSetup::PlugIntoDebug();
+        IniFile::IniInit(false);
+        IniFile::location = {};
         Prompt::Plug(this);
         WriteLanguageFile("[Messages]\r\nDebug1=Corvella 1 %f|%e| Corvella\r\nDebug2=Corvella %f 2\r\n");
         Err().Clear();
@@ -67,6 +59,7 @@ class Fixture : public Prompt::Port {
     ~Fixture() override {
         Prompt::Plug(nullptr);
         DebugSetup::Plug({});
+        IniFile::location = {};
         Debug::Plug({});
         Files::PlugApplicationPath(nullptr);
         state = {};
@@ -75,6 +68,12 @@ class Fixture : public Prompt::Port {
     void WriteLanguageFile(const std::string& text) const {
         folder.Write("English.lng", text);
         Language::LangInit();
+    }
+    void PutBaseMode(const std::string& mode) const {
+        folder.Write("corvella.ini", "[Settings]\r\nx=1\r\n[Debug]\r\nDebugMode=" + mode + "\r\nMaxSize=1\r\n");
+    }
+    void PutMaxSize(const std::string& size) const {
+        folder.Write("profile.ini", "[Settings]\r\nx=1\r\n[Debug]\r\nDebugMode=8\r\nMaxSize=" + size + "\r\n");
     }
     static void PutMode(const std::string& mode) {
         PrivateRegistry::PutText(HKEY_CURRENT_USER, addInKey, "DebugMode", mode);
@@ -161,7 +160,7 @@ TEST_CASE_FIXTURE(Fixture, "the first button switches the log off and clears the
     CHECK_FALSE(folder.Exists(logName));
 }
 TEST_CASE_FIXTURE(Fixture, "a mode of 0 in the registry leaves the word to the base settings file") {
-    baseMode = "17";
+    PutBaseMode("17");
     for (const char* mode : {"0", "", "none"}) {
         state = {};
         PutMode(mode);
@@ -174,8 +173,10 @@ TEST_CASE_FIXTURE(Fixture, "a mode of 0 in the registry leaves the word to the b
     InitDebug(false, false);
     CHECK(state.DebugLevel == 1);
 }
-TEST_CASE_FIXTURE(Fixture, "settings that are not plugged in are missing ones") {
-    DebugSetup::Plug({nullptr, nullptr, [] { return anotherInstance; }, [] { return hostCommandLine; }});
+TEST_CASE_FIXTURE(Fixture, "without a settings file the log is off, and limited to four million bytes") {
+    DebugSetup::Plug({nullptr, [] { return anotherInstance; }, [] { return hostCommandLine; }});
+    PutBaseMode("17");
+    PutMaxSize("10");
     InitDebug(false, false);
     CHECK(state.DebugLevel == 0);
     state = {};
@@ -268,7 +269,7 @@ TEST_CASE_FIXTURE(Fixture, "any other command line of the host does not") {
 TEST_CASE_FIXTURE(Fixture, "beside another instance of the host nothing is read, asked or logged") {
     PutActive("1");
     PutMode("1");
-    baseMode = "1";
+    PutBaseMode("1");
     anotherInstance = true;
     for (const bool force : {false, true}) {
         state = {};
@@ -309,7 +310,7 @@ TEST_CASE_FIXTURE(Fixture, "a log file of exactly 4000000 bytes is kept and only
 }
 TEST_CASE_FIXTURE(Fixture, "the settings file may set another size") {
     PutMode("1");
-    maxSize = 10;
+    PutMaxSize("10");
     folder.Write(logName, std::string(11, 'x'));
     InitDebug(false, false);
     CHECK(Log() == newLog);
@@ -335,7 +336,7 @@ TEST_CASE_FIXTURE(Fixture, "a log file whose name is wrapped in double quotes is
 TEST_CASE_FIXTURE(Fixture, "mode -1 leaves the log file untouched and keeps only the last entry in the registry") {
     PutMode("-1");
     folder.Write(logName, "as it was");
-    maxSize = 1;
+    PutMaxSize("1");
     InitDebug(false, false);
     CHECK(state.DebugActive);
     CHECK(state.DebugLevel == -1);

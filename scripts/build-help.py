@@ -1,0 +1,123 @@
+#!/usr/bin/env python3
+"""Builds the manual out of help/: scripts/build-help.py OUTPUT
+
+    OUTPUT/Manual/English/*.htm, Deutsch/...   the HTML manual, a folder a language
+    OUTPUT/cven.chm, cvde.chm                  the same as compiled help, made by Free Pascal's chmcmd
+
+A page's source is what stands inside its body, in UTF-8, with its title as heading. The head, the line of links to
+the other pages and the table of contents are made here, so that a page is named in one place only. What comes out is
+in Windows-1252, the code page in which the viewers of Windows 2000 read a table of contents.
+"""
+import html
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+SOURCE = ROOT / "help"
+
+# In the order of the contents.
+PAGES = ["index", "Sending", "Menu", "AddInOutl", "Buttons", "Trouble"]
+
+# Folder, name of the compiled help, language number of Windows, window title. The add-in knows an open viewer by
+# "Corvella Manual" in its title.
+LANGUAGES = [
+    ("English", "cven", 0x0409, "Corvella Manual"),
+    ("Deutsch", "cvde", 0x0407, "Corvella Manual (Deutsch)"),
+]
+ENCODING = "cp1252"
+
+
+def title_of(source):
+    return re.search(r"<h1>(.*?)</h1>", source, re.S).group(1).strip()
+
+
+def navigation(titles, current):
+    links = (title if page == current else f'<a href="{page}.htm">{title}</a>' for page, title in titles.items())
+    return '<p class="nav">' + " &nbsp;|&nbsp; ".join(links) + "</p>"
+
+
+def whole_page(source, titles, page):
+    return f"""<!DOCTYPE HTML PUBLIC "-//W3C//DTD HTML 4.01//EN" "http://www.w3.org/TR/html4/strict.dtd">
+<html>
+<head>
+<meta http-equiv="Content-Type" content="text/html; charset=windows-1252">
+<title>{titles[page]}</title>
+<link rel="stylesheet" type="text/css" href="style.css">
+</head>
+<body>
+{navigation(titles, page)}
+{source.strip()}
+</body>
+</html>
+"""
+
+
+def contents(titles):
+    entries = "".join(
+        '<li><object type="text/sitemap"><param name="Name" value="{}"><param name="Local" value="{}.htm"></object>\n'
+        .format(html.escape(title, quote=True), page) for page, title in titles.items())
+    return ('<!DOCTYPE HTML PUBLIC "-//IETF//DTD HTML//EN">\n<html><head></head><body>\n'
+            f"<ul>\n{entries}</ul>\n</body></html>\n")
+
+
+def project(name, number, title):
+    files = "\n".join(f"{page}.htm" for page in PAGES)
+    return f"""[OPTIONS]
+Compatibility=1.1 or later
+Compiled file={name}.chm
+Contents file=contents.hhc
+Default Window=main
+Default topic=index.htm
+Full-text search=Yes
+Language=0x{number:x}
+Title={title}
+
+[WINDOWS]
+main="{title}","contents.hhc",,"index.htm","index.htm",,,,,0x63520,220,0x387e,,,,,,,,0
+
+[FILES]
+{files}
+style.css
+"""
+
+
+def write(path, text):
+    path.write_bytes(text.replace("\n", "\r\n").encode(ENCODING))
+
+
+def build(output, folder, name, number, title):
+    sources = {page: (SOURCE / folder / f"{page}.htm").read_text(encoding="utf-8") for page in PAGES}
+    titles = {page: title_of(source) for page, source in sources.items()}
+    manual = output / "Manual" / folder
+    manual.mkdir(parents=True)
+    for page, source in sources.items():
+        write(manual / f"{page}.htm", whole_page(source, titles, page))
+    shutil.copy(SOURCE / "style.css", manual)
+
+    work = output / "work" / folder
+    shutil.copytree(manual, work)
+    write(work / "contents.hhc", contents(titles))
+    write(work / f"{name}.hhp", project(name, number, title))
+    done = subprocess.run(["chmcmd", f"{name}.hhp"], cwd=work, capture_output=True, text=True, errors="replace")
+    compiled = work / f"{name}.chm"
+    if done.returncode != 0 or not compiled.exists():
+        sys.exit(f"build-help: chmcmd failed for {folder}\n{done.stdout}{done.stderr}")
+    shutil.copy(compiled, output)
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    output = pathlib.Path(sys.argv[1])
+    for old in ("Manual", "work"):
+        shutil.rmtree(output / old, ignore_errors=True)
+    for language in LANGUAGES:
+        build(output, *language)
+    shutil.rmtree(output / "work")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,203 @@
+#include "config/InifileCV.h"
+
+#include <utility>
+
+#include "bridge/RegEdit.h"
+#include "config/IniFile.h"
+#include "platform/Err.h"
+#include "platform/File.h"
+#include "platform/Text.h"
+#include "support/Debug.h"
+#include "support/Files.h"
+#include "support/Paths.h"
+#include "support/Prompt.h"
+
+using Debug::WriteDebug;
+using Files::FileExists;
+using platform::Contains;
+using platform::Lowered;
+using platform::WithBackslash;
+using RegEdit::Root;
+using WindowsMisc::paths;
+
+namespace InifileCV {
+
+State state;
+
+namespace {
+
+constexpr std::string_view productKey = "Software\\Quillmark\\Corvella";
+constexpr std::string_view settingsKey = "Software\\Quillmark\\Corvella\\Settings";
+constexpr std::string_view productFolder = "Corvella\\";
+constexpr std::string_view settingsFile = "corvella.ini";
+constexpr std::string_view configFile = "config.ini";
+constexpr std::string_view configFileBegin = "#Corvella config file";
+
+constexpr std::int32_t freeText = -1;
+constexpr std::int32_t plainMessage = -1;
+constexpr std::int32_t exclamation = 48;
+
+LanguageSetUp languageSetUp = nullptr;
+
+std::string In(const std::string& folder, std::string_view name) { return std::string(folder).append(name); }
+
+std::int32_t ReadStorageMode() {
+    std::string mode = RegEdit::GetRegString(Root::CurrentUser, settingsKey, "SaveIn");
+    if (mode.empty()) {
+        mode = "0";
+        RegEdit::SaveRegValue(Root::CurrentUser, settingsKey, "SaveIn", mode, RegEdit::TypeText);
+    }
+    return platform::ValLong(mode);
+}
+
+// An installer leaves a configuration for the product in the temporary folder.
+void TakeOverConfigFile() {
+    const std::string left = In(paths.TemporaryFolder, configFile);
+    if (!FileExists(left) || !Files::GetFileContents(left).starts_with(configFileBegin)) return;
+    for (const std::string& folder : {paths.AddInFolder, paths.RoamingDataFolder}) {
+        const std::string target = In(folder, configFile);
+        if (!FileExists(target)) Files::CopyFileIfChanged(left, target, true);
+    }
+    platform::RemoveFile(left);
+}
+
+std::string FindConfigFile() {
+    for (const std::string& folder : {paths.AddInFolder, paths.RoamingDataFolder}) {
+        std::string file = In(folder, configFile);
+        if (FileExists(file)) return file;
+    }
+    return {};
+}
+
+std::string_view LastComponent(std::string_view folder) {
+    if (folder.ends_with('\\')) folder.remove_suffix(1);
+    return Files::GetFileNamePart(folder);
+}
+
+std::string CurrentProfile() {
+    std::string profile = IniFile::GetIniSetting("Settings", "CurProfile", {}, true, true);
+    if (profile.empty()) profile = IniFile::GetIniSetting("Settings", "LastProfile", {}, true, true);
+    return profile;
+}
+
+bool IsBaseProfile(const std::string& profile) {
+    const std::string lowered = Lowered(profile);
+    return profile.empty() || profile == state.DefaultProfile || lowered == "standard" || lowered == "standard.ini";
+}
+
+std::string ProfileFile(const std::string& profile) {
+    std::string file = Contains(profile, ":\\") ? profile : In(state.SettingsFolder, profile);
+    if (!Lowered(file).ends_with(".ini")) file.append(".ini");
+    return Files::GetFileFolderPath(file);
+}
+
+void TellMissingProfile(const std::string& file) {
+    const std::string name(Files::GetFileNamePart(file));
+    if (state.MissingProfileTold || Lowered(name) == settingsFile) return;
+    state.MissingProfileTold = true;
+    Prompt::Message(plainMessage, missingProfileMessage, exclamation, "%f", name);
+}
+
+void ReadIniFilesOnce() {
+    if (std::exchange(state.IniFilesRead, true)) return;
+    const std::string folder = RegEdit::GetRegString(Root::CurrentUser, productKey, "IniFiles");
+    if (Contains(folder, ":") && Contains(folder, "\\")) state.IniFiles = folder;
+}
+
+std::string DefaultFolder(std::int32_t storageMode) {
+    const bool inAppData = storageMode == 0 || storageMode == IniFile::inRegistry;
+    if (inAppData && !paths.AppData.empty()) return In(paths.AppData, productFolder);
+    return WithBackslash(paths.SystemFolder.empty() ? paths.AddInFolder : paths.SystemFolder);
+}
+
+bool CanHoldSettings(const std::string& folder) {
+    const std::string file = In(folder, settingsFile);
+    Files::WriteFileConents(file, {});
+    return FileExists(file);
+}
+
+// Empty where the user leaves the question unanswered.
+std::string AskForFolder(const std::string& candidate) {
+    if (state.PromptEnded) return {};
+    bool cancelled = false;
+    const std::string answer = Prompt::Input(
+        "Unable to write the file  '" + In(candidate, settingsFile) + "'.\r\n\r\nPlease enter an valid path:", {},
+        candidate, cancelled);
+    state.PromptEnded = cancelled || answer.empty();
+    return state.PromptEnded ? std::string() : WithBackslash(answer);
+}
+
+void StoreFolder(const std::string& folder, bool isDefault) {
+    if (isDefault) {
+        RegEdit::DeleteRegValue(Root::CurrentUser, productKey, "IniFiles");
+    } else {
+        RegEdit::SaveRegValue(Root::CurrentUser, productKey, "IniFiles", folder, RegEdit::TypeText);
+    }
+}
+
+// The default folder, or the first of those that the user enters in which the settings file is or can be made.
+std::string FolderThatHoldsSettings(std::int32_t storageMode) {
+    std::string folder = DefaultFolder(storageMode);
+    for (bool isDefault = true;; isDefault = false) {
+        const bool isThere = FileExists(In(folder, settingsFile));
+        if (isThere && isDefault) return folder;
+        if (isThere || CanHoldSettings(folder)) {
+            StoreFolder(folder, isDefault);
+            return folder;
+        }
+        const std::string entered = AskForFolder(folder);
+        if (entered.empty()) return folder;
+        state.IniFiles = folder = entered;
+    }
+}
+
+}  // namespace
+
+void GetIniFile() {
+    const platform::ErrorScope ownErrors;
+    const Debug::Trace trace("GetIniFile");
+    const std::int32_t mode = ReadStorageMode();
+    IniFile::location.StorageMode = mode;
+    WriteDebug(" SaveSettingIn:" + platform::Decimal(mode), freeText);
+    IniFile::location.CurrentFile = GetMainIniFile(mode);
+    if (Contains(IniFile::location.CurrentFile, "\\Kestrelbox")) {
+        IniFile::location.CurrentFile = In(GetIniFilename_(mode), settingsFile);
+    }
+    TakeOverConfigFile();
+    state.ConfigFile = FindConfigFile();
+    WriteDebug(" : " + IniFile::location.CurrentFile, freeText);
+    state.DefaultsFile = In(WithBackslash(paths.AddInFolder), "defaults.ini");
+    if (languageSetUp != nullptr) languageSetUp();
+}
+
+std::string GetMainIniFile(std::int32_t storageMode) {
+    const platform::ErrorScope ownErrors;
+    const Debug::Trace trace("GetMainIniFile");
+    state.SettingsFolder = GetIniFilename_(storageMode);
+    const bool pageRelay = Lowered(LastComponent(state.SettingsFolder)) == "pagerelay";
+    IniFile::location.BaseFile = In(state.SettingsFolder, pageRelay ? "settings.ini" : settingsFile);
+    IniFile::location.CurrentFile = IniFile::location.BaseFile;
+    const std::string profile = CurrentProfile();
+    if (IsBaseProfile(profile)) return IniFile::location.CurrentFile;
+    const std::string file = ProfileFile(profile);
+    if (FileExists(file)) {
+        IniFile::location.CurrentFile = file;
+    } else {
+        TellMissingProfile(file);
+    }
+    return IniFile::location.CurrentFile;
+}
+
+std::string GetIniFilename_(std::int32_t storageMode) {
+    const platform::ErrorScope ownErrors;
+    const Debug::Trace trace("GetIniFilename_");
+    if (paths.AddInFolder.empty()) paths.AddInFolder = Files::AppFolder();
+    if (storageMode != IniFile::inRegistry) ReadIniFilesOnce();
+    // PathsInit looks for the settings files too, and may have led to an entered folder already.
+    if (state.IniFiles.empty() && paths.RoamingDataFolder.empty()) WindowsMisc::PathsInit();
+    return WithBackslash(state.IniFiles.empty() ? FolderThatHoldsSettings(storageMode) : state.IniFiles);
+}
+
+LanguageSetUp PlugLanguage(LanguageSetUp setUp) noexcept { return std::exchange(languageSetUp, setUp); }
+
+}  // namespace InifileCV
