@@ -39,6 +39,9 @@ void LangInit();
 // The same without the texts that LangInit adds; does nothing once it has run.
 void LoadLanguageFile();
 
+// Loads the language where that has not been done yet: for InifileCV::PlugLanguage.
+void SetUp();
+
 // The code of the system's language, such as "DEU"; may be empty, and may end in a NUL.
 [[nodiscard]] std::string GetSystemLanguage();
 
@@ -50,7 +53,7 @@ void LoadLanguageFile();
                                                     std::string_view placeholder, std::string_view replacement,
                                                     bool reportMissing = false);
 
-// The add-in's folder, asked for once.
+// The add-in's folder, asked for once after LangInit.
 [[nodiscard]] const std::string& ApplicationFolder();
 
 }  // namespace Language

@@ -9,6 +9,17 @@ namespace {
 
 constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+class OpenSearch {
+  public:
+    explicit OpenSearch(HANDLE search) : search_(search) {}
+    OpenSearch(const OpenSearch&) = delete;
+    OpenSearch& operator=(const OpenSearch&) = delete;
+    ~OpenSearch() { FindClose(search_); }
+
+  private:
+    HANDLE search_;
+};
+
 }  // namespace
 
 bool PathExists(const std::string& path) noexcept {
@@ -20,6 +31,32 @@ std::optional<std::uint64_t> FileSize(const std::string& path) noexcept {
     if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data)) return std::nullopt;
     if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return std::nullopt;
     return std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+}
+
+std::string ReadFront(const std::string& path, std::uint32_t count) {
+    const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, shareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        RecordLastError();
+        return {};
+    }
+    std::string bytes(count, '\0');
+    DWORD read = 0;
+    if (!ReadFile(file, bytes.data(), count, &read, nullptr)) RecordLastError();
+    CloseHandle(file);
+    bytes.resize(read);
+    return bytes;
+}
+
+std::vector<std::string> FileNames(const std::string& folder, const std::string& pattern) {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAA found;
+    const HANDLE search = FindFirstFileA((folder + pattern).c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return names;
+    const OpenSearch open(search);
+    do {
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) names.emplace_back(found.cFileName);
+    } while (FindNextFileA(search, &found));
+    return names;
 }
 
 bool RemoveFile(const std::string& path) noexcept {

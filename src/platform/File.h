@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -16,6 +17,14 @@ namespace platform {
 
 // In bytes; none where there is no such file.
 [[nodiscard]] std::optional<std::uint64_t> FileSize(const std::string& path) noexcept;
+
+// The first `count` bytes of the file, fewer where it is shorter; empty where it cannot be read. Never waits for others
+// to close the file.
+[[nodiscard]] std::string ReadFront(const std::string& path, std::uint32_t count);
+
+// The names of the files in `folder` (with a backslash at its end) that match, in the order in which Windows lists
+// them; no folders.
+[[nodiscard]] std::vector<std::string> FileNames(const std::string& folder, const std::string& pattern);
 
 bool RemoveFile(const std::string& path) noexcept;
 

@@ -1,0 +1,38 @@
+# The tests of starting other programs, help, profiles and the options dialog.
+cv_test(support_exectext_test
+    PURE
+        support_exectext_test.cpp
+        support_helpwindow_test.cpp
+    LINK support_exectext
+    LABELS unit
+)
+cv_test(support_launch_test
+    WINDOWS
+        support_launch_test.cpp
+    LINK support_launch
+    LABELS unit
+)
+if(WIN32)
+    add_dependencies(support_launch_test recorder)
+endif()
+cv_test(support_help_test
+    WINDOWS
+        support_help_test.cpp
+    LINK support_help
+    LABELS unit
+)
+if(WIN32)
+    add_dependencies(support_help_test recorder)
+endif()
+cv_test(bridge_profilenames_test
+    PURE
+        bridge_profilenames_test.cpp
+    LINK bridge_profilenames
+    LABELS unit
+)
+cv_test(bridge_profiles_test
+    WINDOWS
+        bridge_profiles_test.cpp
+    LINK bridge_profiles
+    LABELS unit
+)
