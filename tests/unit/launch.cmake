@@ -36,3 +36,20 @@ cv_test(bridge_profiles_test
     LINK bridge_profiles
     LABELS unit
 )
+cv_test(bridge_optionslayout_test
+    PURE
+        bridge_optionslayout_test.cpp
+    LINK bridge_optionslayout
+    LABELS unit
+)
+cv_test(bridge_options_test
+    WINDOWS
+        bridge_options_test.cpp
+    LINK bridge_options
+    LABELS unit
+)
+if(WIN32)
+    add_dependencies(bridge_options_test recorder)
+    string(REPLACE "/" "\\\\" languages "Z:${PROJECT_SOURCE_DIR}/lang/")
+    target_compile_definitions(bridge_options_test PRIVATE "CV_LANGUAGE_FOLDER=\"${languages}\"")
+endif()
