@@ -37,6 +37,7 @@ FILES = {
     "support/DebugSetup": 6,
     "support/ExecText": 6,
     "support/HelpWindow": 6,
+    "support/WindowsMiscHelp": 6,
     "support/WindowsMiscLaunch": 6,
 }
 TOO_LARGE = {"iostream", "fstream", "sstream", "iomanip", "regex", "thread", "filesystem", "locale", "codecvt", "mutex",

@@ -11,13 +11,18 @@ WatchedWindow::WatchedWindow(std::weak_ptr<cOlExplorer> wrapper) : isExplorer_(t
 WatchedWindow::WatchedWindow(std::int32_t itemClass, std::weak_ptr<cOlItem> wrapper)
     : isExplorer_(false), itemClass_(itemClass), item_(std::move(wrapper)) {}
 
-void WatchedWindow::Watch(const platform::Dispatch& window, std::weak_ptr<WindowListener> listener) {
+bool WatchedWindow::Watch(const platform::Dispatch& window, std::weak_ptr<WindowListener> listener) {
     static constexpr platform::EventHandler<WatchedWindow> handlers[] = {
         {Events::Activate, &WatchedWindow::OnActivate},
         {Events::Close, &WatchedWindow::OnClose},
     };
+    const platform::InterfaceId& events = isExplorer_ ? Events::Explorer : Events::Inspector;
     listener_ = std::move(listener);
-    window_.Attach(window, isExplorer_ ? Events::Explorer : Events::Inspector, shared_from_this(), handlers);
+    for (int attempt = 0; attempt < 2 && !window_.Connected(); ++attempt) {
+        window_.Attach(window, events, shared_from_this(), handlers);
+    }
+    if (!window_.Connected()) Release();
+    return window_.Connected();
 }
 
 void WatchedWindow::OnActivate(const platform::EventArguments&) {

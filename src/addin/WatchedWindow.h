@@ -3,7 +3,8 @@
 // The wrappers serve the windows that carry buttons of ours; every window is watched, because the host leaves
 // memory only when nobody holds an object of it, and a mail window may be the last to close (host quirk 3).
 //
-// Errors  a window whose events cannot be connected is watched in vain.
+// Errors  a window whose events cannot be connected, tried twice, is not watched, which Watch says and the handler
+//         must heed: it would never hear of that window's end.
 // Owns    the window and its connection, until it closes or Release(); its wrapper, if it has one, is the handler's.
 #pragma once
 #include <cstdint>
@@ -29,7 +30,7 @@ class WatchedWindow final : public std::enable_shared_from_this<WatchedWindow> {
     explicit WatchedWindow(std::weak_ptr<cOlExplorer> wrapper);
     WatchedWindow(std::int32_t itemClass, std::weak_ptr<cOlItem> wrapper);
 
-    void Watch(const platform::Dispatch& window, std::weak_ptr<WindowListener> listener);
+    [[nodiscard]] bool Watch(const platform::Dispatch& window, std::weak_ptr<WindowListener> listener);
     void Release() noexcept { window_.Release(); }
 
     [[nodiscard]] bool IsExplorer() const { return isExplorer_; }

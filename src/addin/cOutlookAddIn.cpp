@@ -27,10 +27,7 @@ auto& FreeSlot(Slots& slots, IsFree isFree) {
     return free != slots.end() ? *free : slots.emplace_back();
 }
 
-template <class Wrapper>
-bool IsFreeItem(const std::shared_ptr<Wrapper>& wrapper) {
-    return !wrapper || !wrapper->IsUsed;
-}
+bool IsFreeItem(const std::shared_ptr<cOlItem>& wrapper) { return !wrapper || !wrapper->IsUsed; }
 
 bool IsFreeExplorer(const std::shared_ptr<cOlExplorer>& wrapper) { return !wrapper || !wrapper->InUse(); }
 
@@ -58,18 +55,32 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
     tasks_.assign(1, nullptr);
     appointments_.assign(1, nullptr);
 
+    OpenFirstExplorer();
+    WrapOpenWindows();
+    // Of a session none of whose windows can be watched, nothing may be held: nobody would tell when to let go.
+    if (windows_.empty()) ReleaseEverything();
+}
+
+// Outlook 2000, whose application's events cannot be sunk, gets its menus at once and no events of the Explorer.
+void cOutlookAddIn::OpenFirstExplorer() {
     const std::shared_ptr<cOlExplorer> first = explorers_.front();
-    if (!myolapp_.Object()) {
-        const Dispatch active = application_.Object("ActiveExplorer");
-        first->OpenItemOl20(active, progId_, Names::WrapperParameter);
-        Watch(active, std::make_shared<WatchedWindow>(first));
+    const bool outlook2000 = !myolapp_.Object();
+    const Dispatch explorer = FirstExplorer();
+    if (!Watch(explorer, std::make_shared<WatchedWindow>(first))) return;
+    if (outlook2000) {
+        first->OpenItemOl20(explorer, progId_, Names::WrapperParameter);
     } else {
-        const Dispatch explorer = application_.Object("Explorers").Object("Item", 1);
         first->OpenItem(explorer, progId_, Names::WrapperParameter);
-        Watch(explorer, std::make_shared<WatchedWindow>(first));
         first->SetMenus({});
     }
-    WrapOpenWindows();
+}
+
+// The active one for Outlook 2000, else the first; each stands in for the other where the host refuses it.
+Dispatch cOutlookAddIn::FirstExplorer() const {
+    const Dispatch explorer =
+        myolapp_.Object() ? application_.Object("Explorers").Object("Item", 1) : application_.Object("ActiveExplorer");
+    if (explorer) return explorer;
+    return myolapp_.Object() ? application_.Object("ActiveExplorer") : colExpl_.Object().Object("Item", 1);
 }
 
 void cOutlookAddIn::AttachCollections(const Dispatch& application) {
@@ -109,34 +120,37 @@ void cOutlookAddIn::OnQuit(const platform::EventArguments&) { myolapp_Quit(); }
 
 void cOutlookAddIn::colExpl_NewExplorer(const Dispatch& explorer) {
     const auto wrapper = std::make_shared<cOlExplorer>();
+    if (!Watch(explorer, std::make_shared<WatchedWindow>(wrapper))) return;
     FreeSlot(explorers_, IsFreeExplorer) = wrapper;
     wrapper->OpenItem(explorer, progId_, Names::WrapperParameter);
-    Watch(explorer, std::make_shared<WatchedWindow>(wrapper));
 }
 
 void cOutlookAddIn::colInsp_NewInspector(const Dispatch& inspector) {
     const Debug::Trace trace("colInsp_NewInspector");
     const Dispatch item = inspector.Object("CurrentItem");
     const std::int32_t itemClass = item.Long("Class");
-    std::shared_ptr<cOlItem> wrapper;
-    if (itemClass == appointmentClass) wrapper = Wrap<cOlAppointmentItem>(appointments_, inspector, item);
-    if (itemClass == contactClass) wrapper = Wrap<cOlContactItem>(contacts_, inspector, item);
-    if (itemClass == taskClass) wrapper = Wrap<cOlTaskItem>(tasks_, inspector, item);
-    Watch(inspector, std::make_shared<WatchedWindow>(itemClass, wrapper));
-}
-
-template <class Wrapper>
-std::shared_ptr<cOlItem> cOutlookAddIn::Wrap(ItemWrappers& wrappers, const Dispatch& inspector, const Dispatch& item) {
-    const auto wrapper = std::make_shared<Wrapper>();
-    FreeSlot(wrappers, IsFreeItem<cOlItem>) = wrapper;
+    const std::shared_ptr<cOlItem> wrapper = WrapperFor(itemClass);
+    if (!Watch(inspector, std::make_shared<WatchedWindow>(itemClass, wrapper)) || !wrapper) return;
+    FreeSlot(WrappersOf(itemClass), IsFreeItem) = wrapper;
     wrapper->OpenItem(inspector, item, progId_, Names::WrapperParameter);
-    return wrapper;
 }
 
-void cOutlookAddIn::Watch(const Dispatch& window, const std::shared_ptr<WatchedWindow>& watched) {
-    if (!window) return;
+std::shared_ptr<cOlItem> cOutlookAddIn::WrapperFor(std::int32_t itemClass) {
+    if (itemClass == appointmentClass) return std::make_shared<cOlAppointmentItem>();
+    if (itemClass == contactClass) return std::make_shared<cOlContactItem>();
+    if (itemClass == taskClass) return std::make_shared<cOlTaskItem>();
+    return nullptr;
+}
+
+cOutlookAddIn::ItemWrappers& cOutlookAddIn::WrappersOf(std::int32_t itemClass) {
+    if (itemClass == appointmentClass) return appointments_;
+    return itemClass == contactClass ? contacts_ : tasks_;
+}
+
+bool cOutlookAddIn::Watch(const Dispatch& window, const std::shared_ptr<WatchedWindow>& watched) {
+    if (!window || !watched->Watch(window, weak_from_this())) return false;
     windows_.push_back(watched);
-    watched->Watch(window, weak_from_this());
+    return true;
 }
 
 void cOutlookAddIn::CloseExplorerWrappers() {
@@ -170,7 +184,10 @@ std::string cOutlookAddIn::GetApplPath() const { return platform::WithBackslash(
 // Outlook 2000 to 2003 end only when nobody holds an object of theirs, and tell it to nobody before (host quirk 2).
 void cOutlookAddIn::WindowClosed(const std::shared_ptr<WatchedWindow>& window) {
     std::erase(windows_, window);
-    if (ServesAnyWindow() || !WasLast(*window)) return;
+    if (!ServesAnyWindow() && WasLast(*window)) ReleaseEverything();
+}
+
+void cOutlookAddIn::ReleaseEverything() {
     CloseExplorerWrappers();
     UnInitHandler({});
 }

@@ -40,10 +40,13 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
 
     void AttachCollections(const platform::Dispatch& application);
     void WrapOpenWindows();
-    template <class Wrapper>
-    [[nodiscard]] std::shared_ptr<cOlItem> Wrap(ItemWrappers& wrappers, const platform::Dispatch& inspector,
-                                                const platform::Dispatch& item);
-    void Watch(const platform::Dispatch& window, const std::shared_ptr<WatchedWindow>& watched);
+    // A new wrapper for an item of that class; none where such items get no button.
+    [[nodiscard]] static std::shared_ptr<cOlItem> WrapperFor(std::int32_t itemClass);
+    [[nodiscard]] ItemWrappers& WrappersOf(std::int32_t itemClass);
+    [[nodiscard]] bool Watch(const platform::Dispatch& window, const std::shared_ptr<WatchedWindow>& watched);
+    void OpenFirstExplorer();
+    [[nodiscard]] platform::Dispatch FirstExplorer() const;
+    void ReleaseEverything();
 
     void WindowClosed(const std::shared_ptr<WatchedWindow>& window) override;
     [[nodiscard]] bool ServesAnyWindow() const;

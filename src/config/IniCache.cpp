@@ -16,10 +16,20 @@ namespace {
 
 constexpr std::int32_t freeText = -1;
 
+// Assigning or clearing would keep the memory of the longest text for ever.
+void Release(std::string& text) noexcept { std::string().swap(text); }
+
 void Drop(CacheEntry& entry) noexcept {
-    entry.text.clear();
+    Release(entry.text);
     entry.index.Forget();
     entry.changed = false;
+}
+
+void Free(CacheEntry& entry) noexcept {
+    Drop(entry);
+    entry.fileName.clear();
+    entry.lastUse = 0;
+    entry.stamp = {};
 }
 
 // The text to hold for a file of that stamp; none where there is a file that cannot be read.
@@ -54,7 +64,7 @@ std::string Cache::Read(const std::string& fileName, std::string_view section, s
     if (entry != nullptr && entry->stamp != stamp) Drop(*entry);
     if (entry == nullptr || entry->text.empty()) {
         if (stamp.size > limit_) {
-            if (entry != nullptr) *entry = {};
+            if (entry != nullptr) Free(*entry);
             return ReadFromBigIniFile(fileName, section, key, otherwise);
         }
         entry = Loaded(fileName, stamp);
@@ -88,7 +98,7 @@ bool Cache::Write(const std::string& fileName, std::string_view section, std::st
 void Cache::WriteBackAll() {
     for (CacheEntry& entry : entries_) {
         if (entry.changed) WriteIniFile(entry, false);
-        entry = {};
+        Free(entry);
     }
 }
 
@@ -112,7 +122,8 @@ bool Cache::WriteIniFile(CacheEntry& entry, bool verify) {
 CacheEntry* Cache::Known(const std::string& fileName) noexcept {
     for (std::size_t i = 0; i < places; ++i) {
         const std::size_t place = (latest_ + i) % places;
-        if (platform::SameIgnoringCase(entries_[place].fileName, fileName)) return &entries_[place];
+        const std::string& known = entries_[place].fileName;
+        if (known == fileName || platform::SameIgnoringCase(known, fileName)) return &entries_[place];
     }
     return nullptr;
 }
@@ -123,7 +134,7 @@ CacheEntry& Cache::Place(const std::string& fileName) {
     const auto earlier = [](const CacheEntry& a, const CacheEntry& b) { return a.lastUse < b.lastUse; };
     CacheEntry& entry = *std::min_element(entries_.begin(), entries_.end(), earlier);
     if (entry.changed) WriteIniFile(entry, false);
-    entry = {};
+    Free(entry);
     entry.fileName = fileName;
     return entry;
 }

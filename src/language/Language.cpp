@@ -4,6 +4,7 @@
 
 #include "bridge/RegEdit.h"
 #include "config/IniFile.h"
+#include "config/InifileCV.h"
 #include "language/LanguageText.h"
 #include "platform/Locale.h"
 #include "platform/MessageBox.h"
@@ -102,10 +103,19 @@ void LangInit() {
     state.LangFormCharSet = state.LangCharSet;
 }
 
+void SetUp() {
+    if (state.LangNewLine.empty()) {
+        LangInit();
+    } else {
+        LoadLanguageFile();
+    }
+}
+
 void LoadLanguageFile() {
     if (state.LangLoaded) return;
     state.LangLoaded = true;
     const Debug::Trace trace("LoadLanguageFile");
+    if (IniFile::location.CurrentFile.empty()) InifileCV::GetIniFile();
     const std::string language = ChosenLanguage();
     const bool german = platform::Contains(language, "Deutsch");
     state.LangWebSite = german ? platform::Replaced(webSite, ".com", ".de") : std::string(webSite);

@@ -39,6 +39,9 @@ void LangInit();
 // The same without the texts that LangInit adds; does nothing once it has run.
 void LoadLanguageFile();
 
+// Loads the language where that has not been done yet: for InifileCV::PlugLanguage.
+void SetUp();
+
 // The code of the system's language, such as "DEU"; may be empty, and may end in a NUL.
 [[nodiscard]] std::string GetSystemLanguage();
 

@@ -68,7 +68,9 @@ Control::Control(const ControlSpec& spec)
       backColor_(InitialBackColor(spec.kind)),
       foreColor_(InitialForeColor(spec.kind)),
       visible_(!Is(ControlStyle::Hidden)),
-      enabled_(spec.kind != ControlKind::Timer) {}
+      enabled_(spec.kind != ControlKind::Timer) {
+    font_.underline = spec.kind == ControlKind::Link;
+}
 
 bool Control::Refuse(Property property) const {
     if (Has(property)) return false;

@@ -69,7 +69,7 @@ struct Rect {
 // What is left out here comes from the form, and what the form leaves out from Windows' message font.
 struct FontStyle {
     static constexpr std::int32_t DefaultCharSet = 1;
-    std::string face;
+    std::string face{};
     double points = 0;
     std::int32_t charSet = DefaultCharSet;
     bool bold = false;
@@ -106,6 +106,7 @@ inline constexpr std::uint32_t FixedList = 0x020;   // a combo box without typin
 inline constexpr std::uint32_t GroupStart = 0x040;  // where the arrow keys stop
 inline constexpr std::uint32_t Default = 0x080;     // the button of the Enter key
 inline constexpr std::uint32_t Cancel = 0x100;      // the button of the Escape key
+inline constexpr std::uint32_t Centred = 0x200;     // a label's text stands in the middle of its height
 }  // namespace ControlStyle
 
 // A line of a form's table. A name may stand there several times with different indices: a control array.

@@ -106,6 +106,7 @@ class Form::Windows final : public ControlPeer {
     [[nodiscard]] ControlWindow* Focused() const;
     [[nodiscard]] std::int32_t DotsAnInch() const { return dotsAnInch_; }
     void ShowFonts();
+    void ShowCaption();
     void SetBackColor(std::uint32_t color);
     void SetDefaultButton(const Control& button);
 
@@ -148,7 +149,8 @@ bool Form::Windows::Create(HWND owner) {
     InitCommonControlsEx(&common);
     EmptyTemplate empty;
     empty.head.style = WindowStyle(style_);
-    if (!CreateDialogIndirectParamA(nullptr, &empty.head, owner, &Windows::Procedure, reinterpret_cast<LPARAM>(this))) {
+    const auto create = SystemTakesUnicode() ? &CreateDialogIndirectParamW : &CreateDialogIndirectParamA;
+    if (!create(nullptr, &empty.head, owner, &Windows::Procedure, reinterpret_cast<LPARAM>(this))) {
         RecordLastError();
         return false;
     }
@@ -170,7 +172,6 @@ void Form::Windows::CreateControls() {
         window->Create(dialog_, !before || before->Kind() != control.Kind() || control.Is(ControlStyle::GroupStart));
         before = &control;
     }
-    SetWindowTextA(dialog_, form_.Caption().c_str());
     ShowFonts();
     for (const auto& window : controls_) ShowAll(window->Control());
     form_.Attach(this);
@@ -401,6 +402,11 @@ void Form::Windows::ShowFonts() {
     for (const auto& window : controls_) {
         window->SetFont(FontOf(window->Control().Font(), form_.Font(), dotsAnInch_));
     }
+    ShowCaption();
+}
+
+void Form::Windows::ShowCaption() {
+    SetWindowCaption(dialog_, form_.Caption(), FontOf({}, form_.Font(), dotsAnInch_).lfCharSet);
 }
 
 void Form::Windows::ShowToolTip(const Control& control) {
@@ -411,15 +417,7 @@ void Form::Windows::ShowToolTip(const Control& control) {
                                     0, 0, dialog_, nullptr, nullptr, nullptr);
         SendMessageA(toolTips_, TTM_SETMAXTIPWIDTH, 0, form_.Scaled(toolTipWidth));
     }
-    std::string text = WithLineBreaks(control.ToolTip());
-    TTTOOLINFOA tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = dialog_;
-    tool.uId = reinterpret_cast<UINT_PTR>(window);
-    tool.lpszText = text.data();
-    SendMessageA(toolTips_, TTM_DELTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
-    if (!text.empty()) SendMessageA(toolTips_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+    SetToolTipText(toolTips_, dialog_, window, control.ToolTip(), Of(control).CharSet());
 }
 
 // --- controls ---------------------------------------------------------------------------------------------------
@@ -500,6 +498,7 @@ void Form::Unload() {
 bool Form::Loaded() const { return windows_->Dialog() != nullptr; }
 bool Form::Visible() const { return windows_->Shown(); }
 WindowHandle Form::Window() const { return windows_->Dialog(); }
+std::int32_t Form::WindowNumber() const { return static_cast<std::int32_t>(reinterpret_cast<LONG_PTR>(Window())); }
 WindowHandle Form::Window(const Control& control) const { return Loaded() ? windows_->Of(control).Handle() : nullptr; }
 
 bool Form::ShowModal() {
@@ -607,7 +606,7 @@ void Form::OnClose() {
 }
 
 void Form::CaptionChanged() {
-    if (Loaded()) SetWindowTextA(Window(), Caption().c_str());
+    if (Loaded()) windows_->ShowCaption();
 }
 
 void Form::FontChanged() {

@@ -42,6 +42,7 @@ class Form : public FormView {
     [[nodiscard]] bool Loaded() const;
     [[nodiscard]] bool Visible() const;
     [[nodiscard]] WindowHandle Window() const;
+    [[nodiscard]] std::int32_t WindowNumber() const;  // the handle as a number
     [[nodiscard]] WindowHandle Window(const Control& control) const;
 
     // Returns once the form is hidden or unloaded; false when it could not be shown. Loads it if need be.

@@ -3,6 +3,9 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "platform/Com.h"
 #include "platform/Err.h"
 #include "platform/Guard.h"
@@ -86,6 +89,60 @@ MouseButton HeldButton(WPARAM keys) {
     return MouseButton::None;
 }
 
+// A window with a Unicode procedure keeps text of any character set; Windows 98 has none.
+WNDPROC ProcedureOf(HWND window) {
+    return reinterpret_cast<WNDPROC>(SystemTakesUnicode() ? GetWindowLongW(window, GWL_WNDPROC)
+                                                          : GetWindowLongA(window, GWL_WNDPROC));
+}
+
+WNDPROC SetProcedure(HWND window, WNDPROC procedure) {
+    const LONG value = reinterpret_cast<LONG>(procedure);
+    return reinterpret_cast<WNDPROC>(SystemTakesUnicode() ? SetWindowLongW(window, GWL_WNDPROC, value)
+                                                          : SetWindowLongA(window, GWL_WNDPROC, value));
+}
+
+LRESULT CallOriginal(WNDPROC original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SystemTakesUnicode() ? CallWindowProcW(original, window, message, wParam, lParam)
+                                : CallWindowProcA(original, window, message, wParam, lParam);
+}
+
+HWND CreateControl(const WindowKind& kind, DWORD style, HWND dialog, std::int32_t id) {
+    const DWORD extended = kind.extendedStyle | WS_EX_NOPARENTNOTIFY;
+    const auto menu = reinterpret_cast<HMENU>(static_cast<LONG_PTR>(id));
+    if (!SystemTakesUnicode()) {
+        return CreateWindowExA(extended, kind.windowClass, "", style, 0, 0, 0, 0, dialog, menu, nullptr, nullptr);
+    }
+    const std::string name = kind.windowClass;
+    return CreateWindowExW(extended, std::wstring(name.begin(), name.end()).c_str(), L"", style, 0, 0, 0, 0, dialog,
+                           menu, nullptr, nullptr);
+}
+
+std::wstring InCharSet(std::string_view text, BYTE charSet) {
+    CHARSETINFO info{};
+    const auto sought = static_cast<DWORD_PTR>(charSet);
+    UINT codePage = CP_ACP;
+    if (charSet != DEFAULT_CHARSET && charSet != SYMBOL_CHARSET &&
+        TranslateCharsetInfo(reinterpret_cast<DWORD*>(sought), &info, TCI_SRCCHARSET)) {
+        codePage = info.ciACP;
+    }
+    const auto length = static_cast<int>(text.size());
+    std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(codePage, 0, text.data(), length, nullptr, 0)),
+                      L'\0');
+    MultiByteToWideChar(codePage, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+int Brightness(COLORREF color) {
+    return (299 * GetRValue(color) + 587 * GetGValue(color) + 114 * GetBValue(color)) / 1000;
+}
+
+// Some colour schemes have a colour for links that is not seen on a form.
+COLORREF Readable(COLORREF color, COLORREF back) {
+    constexpr int leastDifference = 64;
+    if (std::abs(Brightness(color) - Brightness(back)) >= leastDifference) return color;
+    return Brightness(back) > 128 ? RGB(0, 0, 192) : RGB(160, 160, 255);
+}
+
 // A device to measure on, with a font selected, for one scope.
 class MeasuringDevice {
   public:
@@ -108,6 +165,8 @@ class MeasuringDevice {
 
 }  // namespace
 
+bool SystemTakesUnicode() { return (GetVersion() & 0x80000000u) == 0; }
+
 COLORREF ColorOf(std::uint32_t color) {
     if ((color & systemColor) != 0) return GetSysColor(static_cast<int>(color & 0xFFu));
     return color & 0x00FFFFFFu;
@@ -125,6 +184,39 @@ std::string WithLineBreaks(std::string_view text) {
         broken += "\r\n";
     }
     return broken;
+}
+
+void SetWindowCaption(HWND window, std::string_view text, BYTE charSet) {
+    const std::string broken = WithLineBreaks(text);
+    if (SystemTakesUnicode()) {
+        SetWindowTextW(window, InCharSet(broken, charSet).c_str());
+    } else {
+        SetWindowTextA(window, broken.c_str());
+    }
+}
+
+void SetToolTipText(HWND toolTips, HWND dialog, HWND tool, std::string_view text, BYTE charSet) {
+    std::string broken = WithLineBreaks(text);
+    std::wstring wide = InCharSet(broken, charSet);
+    TTTOOLINFOA narrowInfo{};
+    narrowInfo.cbSize = sizeof narrowInfo;
+    narrowInfo.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    narrowInfo.hwnd = dialog;
+    narrowInfo.uId = reinterpret_cast<UINT_PTR>(tool);
+    narrowInfo.lpszText = broken.data();
+    SendMessageA(toolTips, TTM_DELTOOLA, 0, reinterpret_cast<LPARAM>(&narrowInfo));
+    if (text.empty()) return;
+    if (!SystemTakesUnicode()) {
+        SendMessageA(toolTips, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&narrowInfo));
+        return;
+    }
+    TTTOOLINFOW wideInfo{};
+    wideInfo.cbSize = sizeof wideInfo;
+    wideInfo.uFlags = narrowInfo.uFlags;
+    wideInfo.hwnd = dialog;
+    wideInfo.uId = narrowInfo.uId;
+    wideInfo.lpszText = wide.data();
+    SendMessageA(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&wideInfo));
 }
 
 LOGFONTA FontOf(const FontStyle& control, const FontStyle& form, std::int32_t dotsAnInch) {
@@ -176,7 +268,13 @@ void DrawnPicture::Load(const std::string& name) {
 void DrawnPicture::Draw(HDC device, const RECT& area) const {
     if (!content_) return;
     const int width = area.right - area.left, height = area.bottom - area.top;
-    if (content_->icon) DrawIconEx(device, area.left, area.top, content_->icon, width, height, 0, nullptr, DI_NORMAL);
+    if (content_->icon) {
+        // In the middle, as large as icons are made, so that it stays sharp.
+        const bool large = GetSystemMetrics(SM_CXICON) <= std::min(width, height);
+        const int size = GetSystemMetrics(large ? SM_CXICON : SM_CXSMICON);
+        DrawIconEx(device, area.left + (width - size) / 2, area.top + (height - size) / 2, content_->icon, size, size,
+                   0, nullptr, DI_NORMAL);
+    }
     if (content_->grip) {
         RECT corner = area;
         DrawFrameControl(device, &corner, DFC_SCROLL, DFCS_SCROLLSIZEGRIP);
@@ -191,7 +289,7 @@ void DrawnPicture::Draw(HDC device, const RECT& area) const {
 
 ControlWindow* ControlWindow::Of(HWND window) {
     for (; window; window = GetAncestor(window, GA_PARENT)) {
-        if (reinterpret_cast<WNDPROC>(GetWindowLongA(window, GWL_WNDPROC)) == &ControlWindow::Procedure) {
+        if (ProcedureOf(window) == &ControlWindow::Procedure) {
             return reinterpret_cast<ControlWindow*>(GetWindowLongA(window, GWL_USERDATA));
         }
         if ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) == 0) return nullptr;
@@ -205,15 +303,13 @@ bool ControlWindow::Create(HWND dialog, bool startsGroup) {
     if (!kind) return true;  // a timer
     DWORD style = StyleOf(*control_, kind->style) | WS_CHILD;
     if (startsGroup) style |= WS_GROUP;
-    handle_ = CreateWindowExA(kind->extendedStyle | WS_EX_NOPARENTNOTIFY, kind->windowClass, "", style, 0, 0, 0, 0,
-                              dialog, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(id_)), nullptr, nullptr);
+    handle_ = CreateControl(*kind, style, dialog, id_);
     if (!handle_) {
         RecordLastError();
         return false;
     }
     SetWindowLongA(handle_, GWL_USERDATA, reinterpret_cast<LONG>(this));
-    original_ = reinterpret_cast<WNDPROC>(
-        SetWindowLongA(handle_, GWL_WNDPROC, reinterpret_cast<LONG>(&ControlWindow::Procedure)));
+    original_ = SetProcedure(handle_, &ControlWindow::Procedure);
     return true;
 }
 
@@ -224,7 +320,7 @@ void ControlWindow::Destroy() {
         return;
     }
     const HWND window = std::exchange(handle_, nullptr);
-    SetWindowLongA(window, GWL_WNDPROC, reinterpret_cast<LONG>(original_));
+    SetProcedure(window, original_);
     DestroyWindow(window);
     dialog_ = nullptr;
 }
@@ -233,7 +329,7 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
     auto* const self = reinterpret_cast<ControlWindow*>(GetWindowLongA(window, GWL_USERDATA));
     const WNDPROC original = self->original_;
     if (message == WM_NCDESTROY) {
-        SetWindowLongA(window, GWL_WNDPROC, reinterpret_cast<LONG>(original));
+        SetProcedure(window, original);
         self->handle_ = nullptr;
     } else if (message == WM_SETCURSOR && self->control_->Kind() == ControlKind::Link) {
         SetCursor(LoadCursorA(nullptr, IDC_HAND));
@@ -244,7 +340,7 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
         Guarded([&] { alive = self->HandleMouse(message, wParam, lParam); });
         if (!alive) return 0;
     }
-    return CallWindowProcA(original, window, message, wParam, lParam);
+    return CallOriginal(original, window, message, wParam, lParam);
 }
 
 // False when the window is gone, since what was pressed may unload the form.
@@ -291,6 +387,7 @@ void ControlWindow::SetFont(const LOGFONTA& font) {
     if (!made.Get()) return RecordLastError();
     SendMessageA(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(made.Get()), TRUE);
     font_ = std::move(made);
+    if (std::exchange(charSet_, font.lfCharSet) != font.lfCharSet && control_->Has(Property::Caption)) ShowCaption();
     if (PaintedByUs()) InvalidateRect(handle_, nullptr, TRUE);
 }
 
@@ -298,10 +395,7 @@ void ControlWindow::Show(Property changed) {
     if (control_->Kind() == ControlKind::Timer) return ShowTimer();
     if (!handle_) return;
     switch (changed) {
-        case Property::Caption:
-            SetWindowTextA(handle_, WithLineBreaks(control_->Caption()).c_str());
-            InvalidateRect(handle_, nullptr, TRUE);
-            break;
+        case Property::Caption: ShowCaption(); break;
         case Property::Picture:
             picture_.Load(control_->Picture());
             InvalidateRect(handle_, nullptr, TRUE);
@@ -324,6 +418,11 @@ void ControlWindow::Show(Property changed) {
         case Property::ToolTip:  // and has the window of the tool tips
         case Property::Interval: break;
     }
+}
+
+void ControlWindow::ShowCaption() const {
+    SetWindowCaption(handle_, control_->Caption(), charSet_);
+    InvalidateRect(handle_, nullptr, TRUE);
 }
 
 void ControlWindow::ShowTimer() const {
@@ -349,7 +448,11 @@ void ControlWindow::ShowValue(bool value) const {
 void ControlWindow::ShowText() const {
     if (control_->Has(Property::List)) ShowListIndex();
     if (control_->Kind() == ControlKind::ListBox || control_->ListIndexSet() >= 0) return;
-    SetWindowTextA(handle_, WithLineBreaks(control_->TextSet()).c_str());
+    if (control_->Is(ControlStyle::ReadOnly)) {
+        SetWindowCaption(handle_, control_->TextSet(), charSet_);
+    } else {
+        SetWindowTextA(handle_, WithLineBreaks(control_->TextSet()).c_str());
+    }
 }
 
 void ControlWindow::ShowListIndex() const {
@@ -443,7 +546,8 @@ UINT ControlWindow::TextFormat() const {
 HBRUSH ControlWindow::Colors(HDC device, std::uint32_t backColor) {
     const COLORREF back = ColorOf(backColor);
     if (control_->Has(Property::ForeColor)) {
-        SetTextColor(device, control_->Enabled() ? ColorOf(control_->ForeColor()) : GetSysColor(COLOR_GRAYTEXT));
+        const COLORREF color = control_->Enabled() ? ColorOf(control_->ForeColor()) : GetSysColor(COLOR_GRAYTEXT);
+        SetTextColor(device, control_->Kind() == ControlKind::Link ? Readable(color, back) : color);
     }
     SetBkColor(device, back);
     if (!brush_.Get() || brushColor_ != back) brush_ = Drawn<HBRUSH>(CreateSolidBrush(back));
@@ -459,6 +563,9 @@ void ControlWindow::Draw(const DRAWITEMSTRUCT& item, std::uint32_t backColor) {
     const HGDIOBJ earlier = SelectObject(item.hDC, font_.Get() ? font_.Get() : GetStockObject(DEFAULT_GUI_FONT));
     const std::string text = WithLineBreaks(control_->Caption());
     SetBkMode(item.hDC, TRANSPARENT);
+    if (control_->Is(ControlStyle::Centred)) {
+        area.top += std::max<LONG>(0, (area.bottom - TextSize(text, area.right - area.left).height) / 2);
+    }
     DrawTextA(item.hDC, text.c_str(), static_cast<int>(text.size()), &area, TextFormat() | DT_WORDBREAK);
     SelectObject(item.hDC, earlier);
     if ((item.itemState & ODS_FOCUS) != 0) {

@@ -48,8 +48,13 @@ class DrawnPicture {
     std::unique_ptr<Content> content_;
 };
 
+[[nodiscard]] bool SystemTakesUnicode();  // Windows 98 does not
 [[nodiscard]] COLORREF ColorOf(std::uint32_t color);
 [[nodiscard]] std::string WithLineBreaks(std::string_view text);  // every line ends with CR LF
+// Shows text of a font's character set, which may be another than the system's.
+void SetWindowCaption(HWND window, std::string_view text, BYTE charSet);
+// Adds the tool to the window of the tool tips with such a text, in place of the earlier one; empty: none.
+void SetToolTipText(HWND toolTips, HWND dialog, HWND tool, std::string_view text, BYTE charSet);
 [[nodiscard]] LOGFONTA FontOf(const FontStyle& control, const FontStyle& form, std::int32_t dotsAnInch);
 
 class ControlWindow {
@@ -80,12 +85,14 @@ class ControlWindow {
     // What `text` needs in this control's font.
     [[nodiscard]] Size TextSize(std::string_view text, std::int32_t width) const;
     [[nodiscard]] std::string FontFace() const;
+    [[nodiscard]] BYTE CharSet() const { return charSet_; }
 
   private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     bool HandleMouse(UINT message, WPARAM wParam, LPARAM lParam);
     [[nodiscard]] UINT TextFormat() const;
     [[nodiscard]] bool PaintedByUs() const;
+    void ShowCaption() const;
     void ShowTimer() const;
     void ShowPosition() const;
     void ShowText() const;
@@ -98,6 +105,7 @@ class ControlWindow {
     HWND handle_ = nullptr, dialog_ = nullptr;
     WNDPROC original_ = nullptr;
     Drawn<HFONT> font_;
+    BYTE charSet_ = DEFAULT_CHARSET;
     Drawn<HBRUSH> brush_;
     COLORREF brushColor_ = 0;
     DrawnPicture picture_;

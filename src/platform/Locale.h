@@ -11,4 +11,7 @@ namespace platform {
 // Three letters such as "DEU" and a NUL, which belongs to the text; empty where Windows knows no such locale.
 [[nodiscard]] std::string AbbreviatedLanguageName(std::int32_t locale);
 
+// Does this byte begin a two-byte letter of the system's ANSI code page?
+[[nodiscard]] bool IsLeadByte(char byte);
+
 }  // namespace platform

@@ -11,9 +11,9 @@ namespace {
 using Length = std::int32_t;
 
 // At 96 dots an inch.
-constexpr Length gapAt96 = 7, pictureAt96 = 32, buttonWidthAt96 = 75, buttonSideAt96 = 10, buttonHeightAt96 = 23,
-                 buttonEdgeAt96 = 4, tickAt96 = 18, fieldEdgeAt96 = 4, captionImageAt96 = 16, textWidthAt96 = 380,
-                 inputWidthAt96 = 260, smallestWidthAt96 = 220, captionSideAt96 = 4;
+constexpr Length gapAt96 = 7, sectionGapAt96 = 10, pictureAt96 = 32, buttonWidthAt96 = 75, buttonSideAt96 = 10,
+                 buttonHeightAt96 = 23, buttonEdgeAt96 = 4, tickAt96 = 18, fieldEdgeAt96 = 4, captionImageAt96 = 16,
+                 textWidthAt96 = 380, inputWidthAt96 = 260, smallestWidthAt96 = 220, captionSideAt96 = 4;
 constexpr Length tightGapAt96 = 3, tightButtonEdgeAt96 = 2;
 constexpr Length linesOfList = 5, fewestPromptLines = 3;
 constexpr Length twipsAnInch = 1440, designDotsAnInch = 96;
@@ -40,6 +40,8 @@ class Arrangement {
     [[nodiscard]] Length Gap() const { return Scaled(spacing_.tight ? tightGapAt96 : gapAt96); }
     [[nodiscard]] Length Side() const { return request_.sides / 2; }
     [[nodiscard]] Length PictureSpan() const { return request_.picture ? Scaled(pictureAt96) + 2 * Gap() : 0; }
+    [[nodiscard]] Length CaptionImageWidth() const { return Scaled(captionImageAt96) + 2 * Scaled(captionSideAt96); }
+    [[nodiscard]] Length SectionGap() const { return Scaled(spacing_.tight ? tightGapAt96 : sectionGapAt96); }
     Length Limited(Length height);
     Size ButtonSize(Part part, Length content);
     [[nodiscard]] Length ButtonsInOneRow() const;
@@ -106,13 +108,13 @@ Length Arrangement::FormWidth() const {
     if (request_.link) content = std::max(content, PictureSpan() + measure_.Of(Part::Link, 0).width);
     if (request_.check) content = std::max(content, Scaled(tickAt96) + measure_.Of(Part::Check, 0).width);
     if (request_.input != Input::None) content = std::max(content, PictureSpan() + Scaled(inputWidthAt96));
-    const Length title = Scaled(captionImageAt96) + 3 * Scaled(captionSideAt96) + 2 * request_.border +
-                         measure_.Of(Part::Caption, 0).width;
+    const Length title =
+        CaptionImageWidth() + Scaled(captionSideAt96) + 2 * request_.border + measure_.Of(Part::Caption, 0).width;
     return std::clamp(std::max(content + margins, title), smallest, request_.largest.width);
 }
 
 Length Arrangement::CaptionBarHeight(Length width) {
-    const Length text = width - Scaled(captionImageAt96) - 3 * Scaled(captionSideAt96) - 2 * request_.border;
+    const Length text = width - CaptionImageWidth() - 2 * request_.border;
     return std::max({request_.captionHeight, Scaled(captionImageAt96) + 2,
                      Limited(measure_.Of(Part::Caption, text).height) + Scaled(captionSideAt96)});
 }
@@ -171,8 +173,8 @@ bool Arrangement::Compute(Layout& layout) {
     const Length input = request_.input != Input::None ? InputHeight() : 0;
     const Length check = request_.check ? CheckHeight(content) : 0;
     const Length buttons = PlaceButtons(layout, content);
-    Length fixed = request_.border + bar + Gap() + Gap() + buttons + bottomMargin;
-    for (const Length part : {link, input, check}) fixed += part > 0 ? Gap() + part : 0;
+    Length fixed = request_.border + bar + SectionGap() + SectionGap() + buttons + bottomMargin;
+    for (const Length part : {link, input, check}) fixed += part > 0 ? SectionGap() + part : 0;
 
     const Size prompt = measure_.Of(Part::Prompt, column);
     const Length needed = std::max({prompt.height, request_.lineHeight, request_.picture ? Scaled(pictureAt96) : 0});
@@ -184,12 +186,11 @@ bool Arrangement::Compute(Layout& layout) {
 
     layout.inside = {width, height};
     layout.captionBar = {request_.border, request_.border, width - 2 * request_.border, bar};
-    const Length image = Scaled(captionImageAt96), side = Scaled(captionSideAt96);
-    layout.captionImage = {request_.border + side, request_.border + (bar - image) / 2, image, image};
-    const Length captionLeft = layout.captionImage.Right() + side;
+    layout.captionImage = {request_.border, request_.border, CaptionImageWidth(), bar};
+    const Length captionLeft = layout.captionImage.Right();
     layout.caption = {captionLeft, request_.border, width - request_.border - captionLeft, bar};
 
-    Length top = request_.border + bar + Gap();
+    Length top = request_.border + bar + SectionGap();
     if (request_.picture) layout.picture = {Side(), top, Scaled(pictureAt96), Scaled(pictureAt96)};
     layout.prompt = {columnLeft, top, column, height - fixed};
     layout.promptScrolls = prompt.height > layout.prompt.height;
@@ -201,13 +202,13 @@ bool Arrangement::Compute(Layout& layout) {
     }
     const auto place = [&](Rect& part, Length left, Length partWidth, Length partHeight) {
         if (partHeight == 0) return;
-        part = {left, top + Gap(), partWidth, partHeight};
+        part = {left, top + SectionGap(), partWidth, partHeight};
         top = part.Bottom();
     };
     place(layout.link, columnLeft, column, link);
     place(layout.input, columnLeft, column, input);
     place(layout.check, Side(), content, check);
-    for (Rect& button : layout.buttons) button.top += top + Gap();
+    for (Rect& button : layout.buttons) button.top += top + SectionGap();
     layout.grip = {width - request_.scrollBar, height - request_.scrollBar, request_.scrollBar, request_.scrollBar};
     layout.captionsCut = cut_;
     return true;

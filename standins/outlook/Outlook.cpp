@@ -103,7 +103,7 @@ std::vector<AddInView> Outlook::AddIns() const {
 }
 
 Ending Outlook::Quit() {
-    MustRun(*session_);
+    if (!session_->Started()) throw std::logic_error("the host was not started");
     return session_->Quit();
 }
 

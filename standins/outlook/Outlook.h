@@ -246,6 +246,7 @@ class Outlook {
     bool LoadAddIn(const std::string& progId);
     bool UnloadAddIn(const std::string& progId);
     [[nodiscard]] std::vector<AddInView> AddIns() const;
+    // When the session has ended already (the last window closed): how.
     Ending Quit();
     // After Ending::StaysInMemory: the references have gone meanwhile? Then the process ends (AddInsNotTold).
     Ending LookAgain();

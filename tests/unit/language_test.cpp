@@ -1,22 +1,24 @@
 #include <doctest.h>
 #include <windows.h>
 
-#include <cstdio>
-#include <fstream>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "bridge/RegEdit.h"
 #include "config/IniFile.h"
+#include "config/InifileCV.h"
 #include "language/Language.h"
 #include "language/LanguageForms.h"
 #include "platform/Err.h"
+#include "support/AnsweringPrompt.h"
+#include "support/BoxAnswerer.h"
 #include "support/Debug.h"
+#include "support/DebugLog.h"
 #include "support/Files.h"
-#include "support/Prompt.h"
+#include "support/Paths.h"
+#include "support/PrivateRegistry.h"
+#include "support/TempFolder.h"
 
 using namespace std::string_literals;
 using Language::GetLanguageString;
@@ -26,139 +28,68 @@ namespace {
 
 std::string folder;  // the add-in's, with a backslash
 
-struct Recorder : Prompt::Port {
-    Recorder() : earlier(Prompt::Plug(this)) {}
-    ~Recorder() override { Prompt::Plug(earlier); }
-    std::int32_t Ask(std::int32_t questionId, std::string& prompt, std::int32_t buttons,
-                     const std::string& title) override {
-        CHECK(questionId == -1);
-        CHECK(buttons == 0);
-        CHECK(title.empty());
-        asked.push_back(prompt);
-        return 1;
-    }
-    std::string Input(const std::string&, const std::string&, const std::string&, bool&) override { return {}; }
-    std::int32_t Message(std::int32_t, std::int32_t, std::int32_t, const std::string&, const std::string&,
-                         const std::string&, const std::string&, std::int32_t) override {
-        return 0;
-    }
-    Prompt::Port* earlier;
-    std::vector<std::string> asked;
+// One value of the user's registry.
+struct UserValue {
+    const char *subkey, *name;
+    void Set(const std::string& text) const { PrivateRegistry::PutText(HKEY_CURRENT_USER, subkey, name, text); }
 };
 
-// One value of the user's real registry, put back at the end.
-class UserValue {
-  public:
-    UserValue(const char* subkey, const char* name)
-        : subkey_(subkey), name_(name), earlier_(RegEdit::GetRegString(RegEdit::Root::CurrentUser, subkey, name)) {}
-    ~UserValue() { Set(earlier_); }
-    void Set(std::string_view text) const {
-        RegEdit::SaveRegValue(RegEdit::Root::CurrentUser, std::string_view(subkey_), name_, text, RegEdit::TypeText);
-    }
+constexpr int okAnswer = 1;
 
-  private:
-    const char *subkey_, *name_;
-    std::string earlier_;
-};
-
-// Answers the message box that the code under test shows, and keeps what stood in it.
-class BoxWatcher {
-  public:
-    BoxWatcher() {
-        text.clear();
-        timer_ = SetTimer(nullptr, 0, 20, Look);
-    }
-    ~BoxWatcher() { KillTimer(nullptr, timer_); }
-    static inline std::string text;
-
-  private:
-    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) { EnumThreadWindows(GetCurrentThreadId(), Answer, 0); }
-    static BOOL CALLBACK Answer(HWND box, LPARAM) {
-        char kind[32] = {};
-        GetClassNameA(box, kind, sizeof kind);
-        if (std::string_view(kind) != "#32770") return TRUE;
-        char shown[512] = {};
-        GetDlgItemTextA(box, 0xFFFF, shown, sizeof shown);
-        text = shown;
-        SendMessageA(box, WM_COMMAND, IDOK, 0);
-        return FALSE;
-    }
-    UINT_PTR timer_;
-};
-
-// A folder of the add-in's own with a settings file, a system without a language, and nothing loaded yet.
+// A folder of the add-in's own with a settings file, a registry without a language, and nothing loaded yet.
 class House {
   public:
     House() {
-        char temporary[MAX_PATH], name[MAX_PATH];
-        GetTempPathA(MAX_PATH, temporary);
-        GetTempFileNameA(temporary, "lng", 0, name);
-        DeleteFileA(name);
-        CreateDirectoryA(name, nullptr);
-        folder = std::string(name) + "\\";
+        folder = folder_.Path();
         earlierPath_ = Files::PlugApplicationPath([] { return folder; });
+        IniFile::IniInit(false);
         earlierLocation_ = std::exchange(IniFile::location, {folder + "corvella.ini", folder + "corvella.ini", 0});
+        earlierSettings_ = std::exchange(InifileCV::state, {});
+        earlierPaths_ = std::exchange(WindowsMisc::paths, {});
         state = {};
-        Debug::state = {};
         platform::Err().Clear();
-        System.Set("");
-        Mouse.Set("");
-        Locale.Set("");
     }
     ~House() {
         IniFile::IniInit(false);
-        for (const std::string& path : made_) {
-            if (!DeleteFileA(path.c_str())) RemoveDirectoryA(path.c_str());
-        }
-        DeleteFileA((folder + "corvella.ini").c_str());
-        DeleteFileA(Debug::state.DebugFile.c_str());
-        RemoveDirectoryA((folder + "Manual").c_str());
-        RemoveDirectoryA(folder.c_str());
+        WindowsMisc::paths = earlierPaths_;
+        InifileCV::state = earlierSettings_;
         IniFile::location = earlierLocation_;
         Files::PlugApplicationPath(earlierPath_);
         state = {};
-        Debug::state = {};
     }
-    void Write(const std::string& name, std::string_view text) {
-        made_.push_back(folder + name);
-        std::ofstream(folder + name, std::ios::binary).write(text.data(), static_cast<std::streamsize>(text.size()));
-    }
-    void MakeFolder(const std::string& name) {
-        made_.insert(made_.begin(), folder + name);
-        CreateDirectoryA((folder + name).c_str(), nullptr);
-    }
+    void Write(const std::string& name, const std::string& text) const { folder_.Write(name, text); }
+    void MakeFolder(const std::string& name) const { CreateDirectoryA(folder_.Path(name).c_str(), nullptr); }
     // Each with its own name as the text of "Misc" "Default".
-    void WriteAllLanguages() {
+    void WriteAllLanguages() const {
         for (const char* name :
              {"English", "Deutsch", "Francais", "Espanol", "Portugues-BR", "Cesky", "Nederlands", "Polski"}) {
             Write(name + ".lng"s, "x\r\n[Misc]\r\nDefault="s + name + "\r\n");
         }
     }
-    void Setting(std::string_view section, std::string_view key, std::string_view value) {
+    void Setting(std::string_view section, std::string_view key, std::string_view value) const {
         IniFile::SetIniSettingDefault(section, key, value, true);
     }
     // The file that is chosen, without the folder.
-    std::string Choose() {
+    std::string Choose() const {
         Language::LangInit();
         CHECK(state.LangFile.starts_with(folder));
         return state.LangFile.substr(folder.size());
     }
+    [[nodiscard]] const std::vector<BoxAnswerer::Box>& Boxes() const { return boxes_.Seen(); }
 
-    const UserValue System{"Control Panel\\International", "sLanguage"};
-    const UserValue Mouse{"Control Panel\\Microsoft Input Devices\\Mouse", "Language"};
-    const UserValue Locale{"Control Panel\\International", "Locale"};
+    static constexpr UserValue System{"Control Panel\\International", "sLanguage"};
+    static constexpr UserValue Mouse{"Control Panel\\Microsoft Input Devices\\Mouse", "Language"};
+    static constexpr UserValue Locale{"Control Panel\\International", "Locale"};
 
   private:
-    const BoxWatcher box_;  // where a test leaves no file with a text
-    std::vector<std::string> made_;
+    const PrivateRegistry registry_;
+    const TempFolder folder_;
+    const BoxAnswerer boxes_{okAnswer};  // where a test leaves no file with a text
     Files::PathSource earlierPath_ = nullptr;
     IniFile::Location earlierLocation_;
+    InifileCV::State earlierSettings_;
+    WindowsMisc::Paths earlierPaths_;
 };
-
-std::string Contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 }  // namespace
 
@@ -204,7 +135,6 @@ TEST_CASE("the settings may name a file anywhere") {
     house.Setting("Settings", "Language", folder + "other\\Mine");
     CHECK(house.Choose() == "other\\Mine.lng");
     CHECK(state.LangDefault == "mine");
-    DeleteFileA((folder + "other\\Mine.lng").c_str());
 }
 TEST_CASE("a file whose name has accents is found without them") {
     House house;
@@ -263,6 +193,46 @@ TEST_CASE("a locale that the system does not know stays what it is") {
     CHECK(Language::GetSystemLanguage() == "00000409");
     house.Locale.Set("");
     CHECK_FALSE(platform::Err());
+}
+
+// --- together with the settings
+
+TEST_CASE("where no settings file is known yet the language has it found") {
+    House house;
+    house.WriteAllLanguages();
+    house.Write("corvella.ini", "x\r\n[Settings]\r\nLanguage=Polski\r\n");
+    PrivateRegistry::PutText(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", "IniFiles", folder);
+    IniFile::location = {};
+    CHECK(house.Choose() == "Polski.lng");
+    CHECK(IniFile::location.CurrentFile == folder + "corvella.ini");
+}
+TEST_CASE("finding the settings files sets the language up, once") {
+    House house;
+    house.WriteAllLanguages();
+    house.System.Set("DEU");
+    PrivateRegistry::PutText(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", "IniFiles", folder);
+    const InifileCV::LanguageSetUp earlier = InifileCV::PlugLanguage(Language::SetUp);
+    InifileCV::GetIniFile();
+    CHECK(state.LangDefault == "Deutsch");
+    house.System.Set("FRA");
+    InifileCV::GetIniFile();
+    CHECK(state.LangDefault == "Deutsch");
+    InifileCV::PlugLanguage(earlier);
+}
+TEST_CASE("a lookup and the settings that it has found load the language once between them") {
+    House house;
+    house.WriteAllLanguages();
+    PrivateRegistry::PutText(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", "IniFiles", folder);
+    IniFile::location = {};
+    const InifileCV::LanguageSetUp earlier = InifileCV::PlugLanguage(Language::SetUp);
+    const DebugLog log;
+    CHECK(GetLanguageString("Misc", "Default") == "English");
+    InifileCV::PlugLanguage(earlier);
+    const std::string text = log.Text();
+    const std::size_t first = text.find("<LoadLanguageFile>_");
+    REQUIRE(first != std::string::npos);
+    CHECK(text.find("<LoadLanguageFile>_", first + 1) == std::string::npos);
+    CHECK(log.Holds("<GetIniFile>_"));
 }
 
 // --- manual and help
@@ -353,7 +323,8 @@ TEST_CASE("when no file has a text the user is told in a message box") {
     house.System.Set("DEU");
     house.Write("Deutsch.lng", "");
     (void)house.Choose();
-    CHECK(BoxWatcher::text == "The language file '" + folder + "Deutsch.lng' seems to be empty!");
+    REQUIRE(house.Boxes().size() == 1);
+    CHECK(house.Boxes()[0].text == "The language file '" + folder + "Deutsch.lng' seems to be empty!");
     CHECK(state.LangText.empty());
     CHECK(GetLanguageString("Misc", "Default").empty());
 }
@@ -361,15 +332,15 @@ TEST_CASE("no message is shown for a file that has a text") {
     House house;
     house.WriteAllLanguages();
     (void)house.Choose();
-    CHECK(BoxWatcher::text.empty());
+    CHECK(house.Boxes().empty());
 }
 TEST_CASE("the chosen file goes to the debug log") {
     House house;
     house.WriteAllLanguages();
-    Debug::state.DebugActive = true;
-    Debug::state.DebugFile = folder + "log.xml";
+    const DebugLog file;
+    Debug::state.DebugLevel = 0;
     (void)house.Choose();
-    const std::string log = Contents(Debug::state.DebugFile);
+    const std::string log = file.Text();
     CHECK(log.starts_with("<LangInit>_\r\n"));
     CHECK(log.find(" <LoadLanguageFile>_\r\n") != std::string::npos);
     CHECK(log.find("  " + folder + "English.lng1:\r\n") != std::string::npos);
@@ -395,33 +366,31 @@ TEST_CASE("every occurrence of a placeholder is replaced") {
     CHECK(Language::GetLanguageStringReplaced("OutlookAddIn", "Msg9", "%i", "tasks").empty());
 }
 TEST_CASE("a missing key is the empty text, and told only where the caller wants it") {
-    Recorder recorder;
+    AnsweringPrompt user;
     House house;
     house.Write("English.lng", "[Messages]\r\nDebug2=x\r\n");
     CHECK(GetLanguageString("Messages", "Debug9").empty());
     CHECK(GetLanguageString("Messages", "Debug2", true) == "x");
-    CHECK(recorder.asked.empty());
+    CHECK(user.asked.empty());
     CHECK(GetLanguageString("Messages", "Debug9", true).empty());
     CHECK(Language::GetLanguageStringReplaced("Messages", "Debug8", "%f", "x", true).empty());
-    REQUIRE(recorder.asked.size() == 2);
-    CHECK(recorder.asked[0] == "Missing 'Debug9' in Messages in the language file!");
-    CHECK(recorder.asked[1] == "Missing 'Debug8' in Messages in the language file!");
+    REQUIRE(user.asked.size() == 2);
+    CHECK(user.asked[0].text == "Missing 'Debug9' in Messages in the language file!");
+    CHECK(user.asked[1].text == "Missing 'Debug8' in Messages in the language file!");
 }
 TEST_CASE("without a language file no missing key is told") {
-    Recorder recorder;
+    AnsweringPrompt user;
     House house;
     CHECK(GetLanguageString("Messages", "Debug9", true).empty());
-    CHECK(recorder.asked.empty());
+    CHECK(user.asked.empty());
 }
 TEST_CASE("a lookup is logged with its section and key when the level is not 0") {
     House house;
     house.WriteAllLanguages();
     (void)house.Choose();
-    Debug::state.DebugActive = true;
-    Debug::state.DebugFile = folder + "log.xml";
-    Debug::state.DebugLevel = 1;
+    const DebugLog log;
     (void)GetLanguageString("Misc", "Default");
-    CHECK(Contents(Debug::state.DebugFile) == "<GetLanguageString>_\r\n  Misc:Default\r\n</GetLanguageString>\r\n");
+    CHECK(log.Text() == "<GetLanguageString>_\r\n  Misc:Default\r\n</GetLanguageString>\r\n");
 }
 TEST_CASE("a text that another process changes is read anew") {
     House house;
@@ -574,15 +543,12 @@ TEST_CASE("restrictions come from the form's own section where none is named, an
 TEST_CASE("a restriction that names nothing of the form is logged where errors are to be reported") {
     House house;
     house.Setting("FormTest", "Hide", "Absent");
-    Debug::state.DebugActive = true;
-    Debug::state.DebugFile = folder + "log.xml";
+    const DebugLog log;
     TestForm form;
     Language::ApplyFormRestrictions(form, "", false);
-    const std::string silent = Contents(Debug::state.DebugFile);
+    CHECK_FALSE(log.Holds("Absent"));
     Language::ApplyFormRestrictions(form, "", true);
-    const std::string log = Contents(Debug::state.DebugFile);
-    CHECK(silent.find("Absent") == std::string::npos);
-    CHECK(log.find("FormTest:Hide?Absent\r\n") != std::string::npos);
+    CHECK(log.Holds(" FormTest:Hide?Absent\r\n"));
 }
 TEST_CASE("what a form refuses leaves the caller's pending error as it was") {
     House house;
@@ -616,15 +582,15 @@ TEST_CASE("a control's caption is logged on a level above 1 only") {
     house.WriteAllLanguages();
     (void)house.Choose();
     TestForm form;
-    Debug::state.DebugActive = true;
-    Debug::state.DebugFile = folder + "log.xml";
-    Debug::state.DebugLevel = 1;
-    Language::GetLanguageString2(form, form.The("Label1"));
-    CHECK(Contents(Debug::state.DebugFile).starts_with("<GetLanguageString>_"));
-    DeleteFileA(Debug::state.DebugFile.c_str());
+    {
+        const DebugLog log;
+        Language::GetLanguageString2(form, form.The("Label1"));
+        CHECK(log.Text().starts_with("<GetLanguageString>_"));
+    }
+    const DebugLog log;
     Debug::state.DebugLevel = 2;
     Language::GetLanguageString2(form, form.The("Label1"));
-    CHECK(Contents(Debug::state.DebugFile).starts_with("<GetLanguageString2>_\r\n <GetLanguageString>_"));
+    CHECK(log.Text().starts_with("<GetLanguageString2>_\r\n <GetLanguageString>_"));
 }
 
 // --- hostile files

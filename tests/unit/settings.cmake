@@ -42,3 +42,9 @@ cv_test(config_inifilecv_test
     LINK config_inifilecv
     LABELS unit
 )
+cv_test(config_profile_difference_test
+    WINDOWS
+        config_profile_difference_test.cpp
+    LINK config_inifile
+    LABELS unit
+)

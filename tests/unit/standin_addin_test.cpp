@@ -1,5 +1,6 @@
 #include <doctest.h>
 
+#include "support/PrivateRegistry.h"
 #include "unit/standin_client.h"
 
 using namespace client;
@@ -51,9 +52,6 @@ class Registered {
     ~Registered() {
         CoRevokeClassObject(cookie_);
         CoUninitialize();
-        RegDeleteKeyA(HKEY_CURRENT_USER, addInKey_.c_str());
-        RegDeleteKeyA(HKEY_CURRENT_USER, (classKey_ + "\\CLSID").c_str());
-        RegDeleteKeyA(HKEY_CURRENT_USER, classKey_.c_str());
     }
     Registered(const Registered&) = delete;
     Registered& operator=(const Registered&) = delete;
@@ -75,6 +73,7 @@ class Registered {
                        static_cast<DWORD>(text.size() + 1));
         RegCloseKey(key);
     }
+    PrivateRegistry registry_;
     std::string addInKey_, classKey_;
     Factory factory_;
     DWORD cookie_ = 0;
@@ -197,6 +196,7 @@ TEST_CASE("an add-in with another load behaviour is not loaded at start, one to 
 }
 
 TEST_CASE("a registered add-in that cannot be created is switched off") {
+    const PrivateRegistry registry;
     HKEY key = nullptr;
     RegCreateKeyA(HKEY_CURRENT_USER, "Software\\Microsoft\\Office\\Outlook\\Addins\\No.Such.Class", &key);
     DWORD value = 3, size = sizeof value;
@@ -205,7 +205,6 @@ TEST_CASE("a registered add-in that cannot be created is switched off") {
     outlook.Start();
     RegQueryValueExA(key, "LoadBehavior", nullptr, nullptr, reinterpret_cast<BYTE*>(&value), &size);
     RegCloseKey(key);
-    RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\Microsoft\\Office\\Outlook\\Addins\\No.Such.Class");
     CHECK(value == 2);
     CHECK(outlook.Complaints().size() == 1);
 }

@@ -181,3 +181,25 @@ TEST_CASE("objects may outlive the host that made them") {
     CHECK(Get(application, "Name").code == RPC_E_DISCONNECTED);
     CHECK(Get(button, "Caption").code == RPC_E_DISCONNECTED);
 }
+
+TEST_CASE("a session that an add-in ends from an event ends after the event") {
+    Ended host({.version = 12}, false);
+    const Object application(host.outlook.Application());
+    bool toldInside = false;
+    Sink sink(Call(application, "ActiveExplorer").AsObject(), explorerEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id != 0xF002) return;
+        Call(application, "Quit");
+        toldInside = !host.addIn.told.empty();
+    });
+    host.outlook.SwitchFolder(host.outlook.Windows().front(), standin::FolderKind::Tasks);
+    CHECK_FALSE(toldInside);
+    CHECK(host.addIn.told == shutDown);
+    CHECK(host.outlook.Quit() == Ending::AddInsTold);
+}
+
+TEST_CASE("a client that closes the last window outside of any event ends the session") {
+    Ended host({.version = 12}, true);
+    Call(Call(host.held, "ActiveExplorer").AsObject(), "Close");
+    CHECK(host.outlook.HowItEnded() == Ending::AddInsTold);
+    CHECK(host.addIn.told == shutDown);
+}
