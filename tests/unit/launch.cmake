@@ -11,6 +11,7 @@ cv_test(support_launch_test
         support_launch_test.cpp
     LINK support_launch
     LABELS unit
+    LOCKS focus
 )
 if(WIN32)
     add_dependencies(support_launch_test recorder)
@@ -20,6 +21,7 @@ cv_test(support_help_test
         support_help_test.cpp
     LINK support_help
     LABELS unit
+    LOCKS focus
 )
 if(WIN32)
     add_dependencies(support_help_test recorder)
@@ -47,6 +49,7 @@ cv_test(bridge_options_test
         bridge_options_test.cpp
     LINK bridge_options
     LABELS unit
+    LOCKS focus
 )
 if(WIN32)
     add_dependencies(bridge_options_test recorder)
