@@ -103,8 +103,7 @@ class Captions : public OptionsLayout::TextMeasure {
 }  // namespace
 
 FormOlAddInOptions::FormOlAddInOptions() : Form("FormOlAddInOptions", controls) {
-    SetCaption("Corvella Add-In Options");
-    for (const auto& [name, caption] : captions) The(name).SetCaption(caption);
+    ShowDesignTexts();
     The("Picture1").SetPicture("*information");
     The("ButtonOK").on.click = [this] { ButtonOK_Click(); };
     The("ButtonCancel").on.click = [this] { ButtonCancel_Click(); };
@@ -121,7 +120,6 @@ FormOlAddInOptions& FormOlAddInOptions::Shared() {
 void FormOlAddInOptions::Show() {
     if (Visible()) return BringToFront();
     if (!Load()) return;
-    platform::MakeTopmost(Window());
     ShowModal();
     Unload();
 }
@@ -134,11 +132,18 @@ bool FormOlAddInOptions::OnKeyDown(std::int32_t key) {
 
 void FormOlAddInOptions::Form_Load() {
     const Debug::Trace trace("FormOlAddInOptions.Form_Load");
+    platform::MakeTopmost(Window());  // before there are tool tips: Wine takes a window below one for topmost already
     ShowValues();
     Language::GetLanguageStringsForForm(*this);
     if (OlVersion >= outlook2003) ShowMenuColor();
     Arrange();
     The("TextDelay").TakeFocus();
+}
+
+void FormOlAddInOptions::ShowDesignTexts() {
+    SetCaption("Corvella Add-In Options");
+    for (const auto& [name, caption] : captions) The(name).SetCaption(caption);
+    for (Control& control : Controls()) control.SetToolTip({});
 }
 
 void FormOlAddInOptions::ShowValues() {

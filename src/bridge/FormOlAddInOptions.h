@@ -24,6 +24,7 @@ class FormOlAddInOptions : public platform::Form {
 
   private:
     void OnLoad() override { Form_Load(); }
+    void OnUnload() override { ShowDesignTexts(); }
     bool OnKeyDown(std::int32_t key) override;
 
     void Form_Load();
@@ -31,6 +32,7 @@ class FormOlAddInOptions : public platform::Form {
     void ButtonCancel_Click();
     void ButtonHelp_Click();
 
+    void ShowDesignTexts();
     void ShowValues();
     void ListProfiles();
     void ShowMenuColor();

@@ -91,6 +91,10 @@ struct Fixture {
     static FormDriver::Step AccessKey(char letter) {
         return [letter] { PostMessageA(GetFocus(), WM_SYSCHAR, static_cast<WPARAM>(letter), 0x20000001); };
     }
+    // The help handles messages while it starts, and with them the next steps: so the dialog is closed by a message
+    // that reaches it there as well, not by a key.
+    static void Wait() {}
+    static void Close() { PostMessageA(Form().Window(), WM_CLOSE, 0, 0); }
     // Over what is in the field: all of it is selected when the field gets the focus.
     static FormDriver::Step Type(const std::string& text) {
         return [text] {
@@ -233,7 +237,7 @@ TEST_CASE_FIXTURE(Fixture, "Enter in a field is OK, Escape and the close button 
     CHECK(Stored("Delay") == "5");
     Use({GoTo("TextDelay"), Type("2"), ClickOn("ButtonCancel")});
     CHECK(Stored("Delay") == "5");
-    Use({GoTo("TextDelay"), Type("3"), [] { PostMessageA(Form().Window(), WM_CLOSE, 0, 0); }});
+    Use({GoTo("TextDelay"), Type("3"), Close});
     CHECK(Stored("Delay") == "5");
     Use({GoTo("TextDelay"), Type("4"), Press(VK_RETURN)});
     CHECK(Stored("Delay") == "4");
@@ -310,21 +314,24 @@ struct HelpFixture : Fixture {
 }  // namespace
 
 TEST_CASE_FIXTURE(HelpFixture, "F1 opens the help on the options, wherever the focus is, and leaves the dialog open") {
-    std::vector<FormDriver::Step> steps;
-    for (const char* name : {"TextDelay", "TextRemain", "OptionDlg", "ComboProfiles", "ButtonOK", "ButtonHelp"}) {
-        steps.push_back(GoTo(name));
-        steps.push_back(Press(VK_F1));
-    }
-    steps.push_back(Press(VK_ESCAPE));
-    Use(steps);
-    const auto starts = viewer->Starts(6);
-    REQUIRE(starts.size() == 6);
+    const char* const everywhere[] = {"TextDelay",     "TextRemain", "OptionDlg",
+                                      "ComboProfiles", "ButtonOK",   "ButtonHelp"};
+    for (const char* name : everywhere) Use({GoTo(name), Press(VK_F1), Wait, Wait, Close});
+    const auto starts = viewer->Starts(std::size(everywhere));
+    REQUIRE(starts.size() == std::size(everywhere));
     for (const auto& start : starts) CHECK(start.ends_with("\"" + settings.Path("cven.chm") + "::/AddInOutl.htm\""));
 }
-TEST_CASE_FIXTURE(HelpFixture, "the help button opens the same help, and no other key does") {
-    Use({ClickOn("ButtonHelp"), Press(VK_F2), AccessKey('h'), Press(VK_ESCAPE)});
-    CHECK(viewer->Starts(2).size() == 2);
-    CHECK(viewer->StartsAfter(300).size() == 2);
+TEST_CASE_FIXTURE(HelpFixture, "the help button opens the same help, by mouse and by its access key") {
+    Use({ClickOn("ButtonHelp"), Wait, Wait, Close});
+    Use({AccessKey('h'), Wait, Wait, Close});
+    const auto starts = viewer->Starts(2);
+    REQUIRE(starts.size() == 2);
+    CHECK(starts[0] == starts[1]);
+    CHECK(starts[0].ends_with("::/AddInOutl.htm\""));
+}
+TEST_CASE_FIXTURE(HelpFixture, "no other key opens the help") {
+    Use({Press(VK_F2), Press(VK_HELP), Wait, Close});
+    CHECK(viewer->StartsAfter(500).empty());
 }
 
 // --- the window
