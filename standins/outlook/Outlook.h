@@ -57,6 +57,11 @@
 //   ShutdownCalls::None  only Application.Quit, for any version: Ending::AddInsNotTold; add-ins of the registry whose
 //                 key has RequireShutdownNotification = 1 are told all the same
 //   After it every object answers E_UNEXPECTED, and EndProcess has been done.
+//
+// What it has not. Early binding (a QueryInterface for `_Explorer` and so on fails and is in Complaints), enumeration
+// of connection points, the text of combo boxes, panes beyond being visible or not, recipients and attachments, the
+// ribbon; OnUpdate of CommandBars and Change of combo boxes can be sunk but are never raised. Ids of members that are
+// not in the documented core (fields such as JobTitle, NameSpace.GetDefaultFolder) are those of the later libraries.
 #pragma once
 #include <windows.h>
 
