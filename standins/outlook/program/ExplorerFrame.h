@@ -1,0 +1,35 @@
+// program/ExplorerFrame.h: an Explorer: folder list, banner, item list with multiple selection, status line.
+#pragma once
+#include "outlook/program/HostFrame.h"
+
+namespace program {
+
+class ExplorerFrame : public HostFrame {
+  public:
+    ExplorerFrame(Program& program, standin::Window window, const RECT& place);
+    void ShowContents() override;
+
+  protected:
+    LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
+    void LayOut(RECT inside) override;
+    void OnCommand(int, int) override {}
+    LRESULT OnNotify(const NMHDR& notice) override;
+    void ShowHint(const std::string& hint) override;
+    [[nodiscard]] HWND FirstField() const override { return items_; }
+
+  private:
+    void MakeFolders();
+    void ShowFolder(standin::FolderKind folder);
+    void ShowItems();
+    void TakeSelection();
+    void Paint();
+
+    HWND folders_, items_, status_;
+    RECT banner_{};
+    std::string bannerText_;
+    standin::FolderKind shown_ = standin::FolderKind::OutlookToday;
+    std::vector<standin::Item> rows_;
+    bool filling_ = false, columnsMade_ = false;
+};
+
+}  // namespace program

@@ -1,0 +1,131 @@
+#include "outlook/program/HostFrame.h"
+
+#include "outlook/program/Program.h"
+
+namespace program {
+
+HWND MakeChild(HWND parent, const char* className, const char* text, DWORD style, DWORD extended, int id) {
+    const HWND child =
+        CreateWindowExA(extended, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 10, 10, parent,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
+    SendMessageA(child, WM_SETFONT, reinterpret_cast<WPARAM>(PlainFont()), TRUE);
+    return child;
+}
+
+HostFrame::HostFrame(Program& program, standin::Window window, const char* title, const RECT& place)
+    : program_(program), window_(window) {
+    Create(title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, nullptr, place);
+    menu_ = std::make_unique<Strip>(Handle(), program.Host(), Strip::Kind::Menu);
+    toolbar_ = std::make_unique<Strip>(Handle(), program.Host(), Strip::Kind::Toolbar);
+    for (Strip* strip : {menu_.get(), toolbar_.get()}) {
+        strip->onPress = [this](const standin::ControlView& control) { OnPress(control); };
+        strip->onHover = [this](const standin::ControlView& control) { ShowHint(control.tooltip); };
+    }
+}
+
+void HostFrame::ShowBars() {
+    std::vector<standin::ControlView> menu, toolbar;
+    for (const standin::BarView& bar : program_.Host().Bars(window_)) {
+        if (bar.name == "Menu Bar") menu = bar.controls;
+        if (bar.name == "Standard") toolbar = bar.controls;
+    }
+    menu_->Show(std::move(menu));
+    toolbar_->Show(std::move(toolbar));
+}
+
+void HostFrame::Arrange() {
+    if (!menu_ || !toolbar_) return;
+    RECT inside = Client();
+    for (const Strip* strip : {menu_.get(), toolbar_.get()}) {
+        MoveWindow(strip->Handle(), 0, inside.top, inside.right, strip->Height(), TRUE);
+        inside.top += strip->Height();
+    }
+    LayOut(inside);
+}
+
+void HostFrame::OnPress(const standin::ControlView& control) {
+    if (control.type == 10 || control.type == 13)
+        OpenMenu(control);
+    else
+        OnChosen(control.instance);
+}
+
+bool HostFrame::OpenMenu(const standin::ControlView& popup) {
+    CloseMenu();
+    const standin::ControlView current = program_.Host().Control(popup.instance);
+    if (!current) return false;
+    for (Strip* strip : {menu_.get(), toolbar_.get()}) {
+        for (const standin::ControlView& control :
+             program_.Host().Controls(window_, strip == menu_.get() ? "Menu Bar" : "Standard")) {
+            if (control.instance != current.instance) continue;
+            strip->MarkOpen(current.instance);
+            openMenu_ = current.instance;
+            popup_ = std::make_unique<Popup>(
+                Handle(), program_.Host(), current.entries, strip->Below(current.instance),
+                [this](int instance) { OnChosen(instance); }, [this](POINT point) { OnOutside(point); });
+            return true;
+        }
+    }
+    return false;
+}
+
+// With a menu of the menu bar open, the mouse opens the others by passing over them.
+void HostFrame::OnOutside(POINT point) {
+    const standin::ControlView* control = menu_->At(point);
+    const bool another = control && control->type == 10 && control->instance != openMenu_;
+    const bool ofMenuBar = menu_->Has(openMenu_);
+    if (another && ofMenuBar) OpenMenu(standin::ControlView(*control));
+}
+
+// The menu may be the one that is asking: it is kept until the next message.
+void HostFrame::CloseMenu() {
+    if (!popup_) return;
+    ShowWindow(popup_->Handle(), SW_HIDE);
+    leaving_.push_back(std::move(popup_));
+    PostMessageA(Handle(), Program::forgetMenu, 0, 0);
+    menu_->MarkOpen(0);
+    toolbar_->MarkOpen(0);
+}
+
+void HostFrame::OnChosen(int instance) {
+    CloseMenu();
+    if (instance == 0) return;
+    if (GetCapture()) ReleaseCapture();
+    CommitEdits();
+    program_.Click(window_, instance);
+}
+
+bool HostFrame::OnAccessKey(char letter) {
+    const standin::ControlView* popup = menu_->WithAccessKey(letter);
+    return popup && OpenMenu(*popup);
+}
+
+void HostFrame::OnActivate(WPARAM first) {
+    if (LOWORD(first) != WA_INACTIVE) return program_.UserActivated(window_);
+    if (IsChild(Handle(), GetFocus())) focus_ = GetFocus();
+    program_.UserLeft(window_);
+}
+
+LRESULT HostFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
+        case WM_SIZE: Arrange(); return 0;
+        case WM_ERASEBKGND: {
+            const RECT all = Client();
+            Fill(reinterpret_cast<HDC>(first), all, GetSysColor(COLOR_BTNFACE));
+            return 1;
+        }
+        case WM_ACTIVATE: OnActivate(first); break;
+        case WM_COMMAND: OnCommand(LOWORD(first), HIWORD(first)); return 0;
+        case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(second));
+
+        case WM_SETFOCUS: SetFocus(focus_ ? focus_ : FirstField()); return 0;
+        case WM_CLOSE:
+            if (AskClose()) program_.CloseByUser(window_);
+            return 0;
+        case Program::forgetMenu: leaving_.clear(); return 0;
+        default: break;
+    }
+    return Pane::OnMessage(message, first, second);
+}
+
+}  // namespace program

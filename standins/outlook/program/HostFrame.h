@@ -1,0 +1,58 @@
+// program/HostFrame.h: what the frames of Explorers and Inspectors have in common: the two strips, open menus,
+// activation, and the way from a click to the host.
+#pragma once
+#include <memory>
+#include <string>
+
+#include "outlook/program/Popup.h"
+#include "outlook/program/Strip.h"
+
+namespace program {
+
+class Program;
+
+class HostFrame : public Pane {
+  public:
+    HostFrame(Program& program, standin::Window window, const char* title, const RECT& place);
+
+    [[nodiscard]] standin::Window TheWindow() const { return window_; }
+    void ShowBars();                  // again, from the model
+    virtual void ShowContents() = 0;  // likewise
+    virtual void CommitEdits() {}     // what was typed goes to the item
+    virtual bool AskClose() { return true; }
+    // Opens the menu of a popup control; false when it is none of this window's.
+    bool OpenMenu(const standin::ControlView& popup);
+    void CloseMenu();
+    // Opens the menu with that access key; false when there is none.
+    bool OnAccessKey(char letter);
+    [[nodiscard]] bool HasMenu() const { return popup_ != nullptr; }
+
+  protected:
+    LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
+    virtual void LayOut(RECT inside) = 0;  // what is left below the strips
+    virtual void OnCommand(int id, int code) = 0;
+    virtual LRESULT OnNotify(const NMHDR&) { return 0; }
+    virtual void ShowHint(const std::string&) {}
+    [[nodiscard]] virtual HWND FirstField() const = 0;  // where the keyboard goes at first
+    void Arrange();
+
+    Program& program_;
+
+  private:
+    void OnPress(const standin::ControlView& control);
+    void OnChosen(int instance);
+    void OnOutside(POINT point);
+    void OnActivate(WPARAM first);
+
+    standin::Window window_;
+    std::unique_ptr<Strip> menu_, toolbar_;
+    std::unique_ptr<Popup> popup_;
+    std::vector<std::unique_ptr<Popup>> leaving_;  // closed, but perhaps in the middle of a message
+    int openMenu_ = 0;
+    HWND focus_ = nullptr;  // where the keyboard was when the frame was left
+};
+
+// Plain child controls of Windows, in the period's font.
+HWND MakeChild(HWND parent, const char* className, const char* text, DWORD style, DWORD extended, int id);
+
+}  // namespace program

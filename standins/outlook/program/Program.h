@@ -1,0 +1,61 @@
+// program/Program.h: the windowed stand-in: one host, a frame for each of its windows, and the commands that Outlook's
+// own menus carry out. The frames follow the model: whatever changes it, they are told and draw it again.
+#pragma once
+#include <map>
+#include <memory>
+
+#include "outlook/Outlook.h"
+#include "outlook/program/AddInsWindow.h"
+#include "outlook/program/HostFrame.h"
+#include "outlook/program/LogWindow.h"
+
+namespace program {
+
+class Program : public Pane, public standin::Watcher {
+  public:
+    enum Message : UINT { refresh = WM_APP + 1, forgetMenu, readSelection, readTick, reap };
+
+    explicit Program(const standin::Options& options);
+    ~Program() override;
+
+    void Start();
+    [[nodiscard]] standin::Outlook& Host() { return outlook_; }
+    [[nodiscard]] HostFrame* FrameOf(standin::Window window) const;  // null when it has none
+    [[nodiscard]] bool Over() const;
+    void ShowAddIns();
+    // Dispatches one message of the thread, with what the keyboard does in frames.
+    void Dispatch(MSG& message);
+    void Update();  // what has changed is drawn now, not with the next message
+
+    // What a user does in a frame.
+    void Click(standin::Window window, int instance);
+    void UserActivated(standin::Window window);
+    void UserLeft(standin::Window window);
+    void CloseByUser(standin::Window window);
+
+    void WindowShown(standin::Window window) override;
+    void WindowClosed(standin::Window window) override;
+    void WindowActivated(standin::Window window) override;
+    void BarsChanged(standin::Window window) override;
+    void ContentsChanged() override;
+    void LineWritten() override;
+
+  protected:
+    LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
+
+  private:
+    void RunBuiltIn(standin::Window window, int id);
+    void Later();
+    [[nodiscard]] RECT NextPlace(bool explorer);
+
+    standin::Outlook outlook_;
+    std::map<int, std::unique_ptr<HostFrame>> frames_;
+    std::vector<std::unique_ptr<HostFrame>> leaving_;  // closed, but perhaps in the middle of a message
+    std::unique_ptr<LogWindow> log_;
+    std::unique_ptr<AddInsWindow> addInsWindow_;
+    std::map<int, bool> barsChanged_;
+    bool contentsChanged_ = false, linesChanged_ = false, posted_ = false, following_ = false;
+    int explorers_ = 0, inspectors_ = 0;
+};
+
+}  // namespace program

@@ -1,0 +1,84 @@
+#include "outlook/program/Stage.h"
+
+#include "outlook/program/InspectorFrame.h"
+
+namespace program {
+
+namespace {
+
+constexpr DWORD longestPicture = 15000;
+
+standin::ControlView FindTagBeginning(const std::vector<standin::ControlView>& controls, const std::string& prefix) {
+    for (const standin::ControlView& control : controls) {
+        if (!control.tag.empty() && control.tag.starts_with(prefix)) return control;
+        if (const standin::ControlView inner = FindTagBeginning(control.entries, prefix)) return inner;
+    }
+    return {};
+}
+
+}  // namespace
+
+void Stage::Pump(DWORD milliseconds) const {
+    const DWORD start = GetTickCount();
+    for (;;) {
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            program_.Dispatch(message);
+        }
+        const DWORD passed = GetTickCount() - start;
+        if (passed >= milliseconds) return;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds - passed, QS_ALLINPUT);
+    }
+}
+
+void Stage::Say(const std::string& line) const {
+    const std::string text = line + "\n";
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_OUTPUT_HANDLE), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+bool Stage::Check(const std::string& what, bool so) const {
+    Say((so ? "   ok    " : "   WRONG ") + what);
+    if (!so) ++wrong_;
+    return so;
+}
+
+void Stage::Picture(const std::string& name) const {
+    Pump(300);
+    Say("@picture " + name);
+    const std::string done = name + ".done";
+    const DWORD start = GetTickCount();
+    while (GetFileAttributesA(done.c_str()) == INVALID_FILE_ATTRIBUTES && GetTickCount() - start < longestPicture)
+        Pump(50);
+}
+
+standin::ControlView Stage::TagBeginning(standin::Window window, const std::string& prefix) const {
+    for (const standin::BarView& bar : Outlook().Bars(window))
+        if (const standin::ControlView control = FindTagBeginning(bar.controls, prefix)) return control;
+    return {};
+}
+
+void Stage::OpenMenu(standin::Window window, const std::string& caption) const {
+    HostFrame* frame = program_.FrameOf(window);
+    const standin::ControlView popup = Outlook().FindCaption(window, caption);
+    if (frame && popup) frame->OpenMenu(popup);
+    Pump(100);
+}
+
+void Stage::CloseMenu(standin::Window window) const {
+    if (HostFrame* frame = program_.FrameOf(window)) frame->CloseMenu();
+    Pump(100);
+}
+
+void Stage::Type(standin::Window inspector, const std::string& field, const std::string& text) const {
+    if (auto* frame = dynamic_cast<InspectorFrame*>(program_.FrameOf(inspector))) frame->Type(field, text);
+    Pump(50);
+}
+
+void Stage::Click(standin::Window window, const standin::ControlView& control) const {
+    if (HostFrame* frame = program_.FrameOf(window)) frame->CommitEdits();
+    program_.Click(window, control.instance);
+    Pump(50);
+}
+
+}  // namespace program

@@ -1,0 +1,49 @@
+// program/Stage.h: what a scenario needs beside the host itself: time to pass, menus to be seen open, pictures to be
+// taken.
+//
+// Picture writes the line "@picture <name>" to standard output and waits, with the message loop running, until a file
+// "<name>.done" is in the current folder (at most 15 seconds): the script around it takes a picture of the screen
+// meanwhile.
+#pragma once
+#include <string>
+
+#include "outlook/program/Program.h"
+
+namespace program {
+
+class Stage {
+  public:
+    explicit Stage(Program& program) : program_(program) {}
+
+    [[nodiscard]] standin::Outlook& Outlook() const { return program_.Host(); }
+    void Pump(DWORD milliseconds) const;
+    void Picture(const std::string& name) const;
+    void Say(const std::string& line) const;  // to standard output, ended by a line feed
+    // Says whether it is so; one that is not makes the program's exit code 1.
+    bool Check(const std::string& what, bool so) const;
+    [[nodiscard]] bool AllRight() const { return wrong_ == 0; }
+    // The first control of the window, in any bar, whose tag begins so; the empty view when there is none.
+    [[nodiscard]] standin::ControlView TagBeginning(standin::Window window, const std::string& prefix) const;
+    // Opens the menu of that caption (without "&") of the menu bar or the toolbar, to be seen; CloseMenu closes it.
+    void OpenMenu(standin::Window window, const std::string& caption) const;
+    void CloseMenu(standin::Window window) const;
+    // Types into a field of the form of an Inspector.
+    void Type(standin::Window inspector, const std::string& field, const std::string& text) const;
+    // A click as from the form: with what was typed, and the built-in action of a built-in control.
+    void Click(standin::Window window, const standin::ControlView& control) const;
+    void ShowAddIns() const { program_.ShowAddIns(); }
+
+  private:
+    Program& program_;
+    mutable int wrong_ = 0;
+};
+
+struct Scenario {
+    const char* name;
+    void (*play)(const Stage& stage);
+};
+
+// In scenarios.cpp; null when there is none of that name.
+[[nodiscard]] const Scenario* FindScenario(const std::string& name);
+
+}  // namespace program
