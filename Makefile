@@ -2,7 +2,9 @@
 .DEFAULT_GOAL := help
 SHELL := /bin/bash
 OUTLOOK ?= 2003
-LANGUAGE ?=
+ifneq ($(origin LANGUAGE),command line)
+LANGUAGE := English# not what the environment calls so
+endif
 SECONDS ?= 60
 .PHONY: help tools dll demo run test bench fuzz check format screenshots clean
 
@@ -16,8 +18,8 @@ dll: tools        ## build what a user installs into dist/: the DLL beside its l
 	@scripts/build.sh win32-release CVOutlookAddIn cv_help
 	@scripts/dist.sh
 
-demo: tools       ## the main job from a contact to Corvella: make demo [OUTLOOK=2000|2002|2003|2007]
-	@scripts/demo.sh $(OUTLOOK)
+demo: tools       ## the main job from a contact to Corvella: make demo [OUTLOOK=2000|2002|2003|2007] [LANGUAGE=Deutsch]
+	@scripts/demo.sh $(OUTLOOK) $(LANGUAGE)
 
 run: tools        ## the same Outlook stand-in for a person to click in (needs a display)
 	@scripts/run.sh $(OUTLOOK)

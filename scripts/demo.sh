@@ -1,18 +1,25 @@
 #!/usr/bin/env bash
-# The main job on real input, as a transcript of what happened: scripts/demo.sh [2000|2002|2003|2007]
+# The main job on real input, as a transcript of what happened: scripts/demo.sh [2000|2002|2003|2007] [language]
 #
 # Builds the DLL, registers it with Wine's regsvr32, lets the Outlook stand-in find and load it, plays the scenario
 # and reads back what came of it. Pictures go to build/demo. Ends non-zero when a link of the chain is missing.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 outlook=${1:-2003}
+language=${2:-English}
+[ -e "lang/$language.lng" ] || { echo "demo: a language of lang/, not '$language'" >&2; exit 2; }
 case "$outlook" in 2000 | 2002 | 2003 | 2007) ;; *) echo "demo: Outlook 2000, 2002, 2003 or 2007, not '$outlook'" >&2; exit 2 ;; esac
 
 say() { printf '%s\n' "$*"; }
 say "== Building and preparing (a first run installs and builds: some minutes)"
 . scripts/install-addin.sh || exit 1
 
+# The settings file that Corvella and the add-in share names the language.
+printf '[Settings]\r\nLanguage=%s\r\n' "$language" > "$cv_install/corvella.ini"
+wine reg add 'HKCU\Software\Quillmark\Corvella' /v IniFiles /d 'C:\Corvella\' /f >/dev/null 2>&1
+
 pictures=build/demo/$outlook
+[ "$language" = English ] || pictures=build/demo/$outlook-$language
 rm -rf "$pictures"
 mkdir -p "$pictures"
 rm -f "$cv_install/Corvella.record.txt"

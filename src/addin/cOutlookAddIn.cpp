@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "addin/Names.h"
+#include "addin/Slots.h"
 #include "bridge/OlVersion.h"
 #include "bridge/RegEdit.h"
 #include "platform/Err.h"
@@ -19,13 +20,6 @@ namespace {
 constexpr std::int32_t appointmentClass = 26;
 constexpr std::int32_t contactClass = 40;
 constexpr std::int32_t taskClass = 48;
-
-// The first slot that nobody uses, a new one at the end where there is none.
-template <class Slots, class IsFree>
-auto& FreeSlot(Slots& slots, IsFree isFree) {
-    const auto free = std::find_if(slots.begin(), slots.end(), isFree);
-    return free != slots.end() ? *free : slots.emplace_back();
-}
 
 bool IsFreeItem(const std::shared_ptr<cOlItem>& wrapper) { return !wrapper || !wrapper->IsUsed; }
 
@@ -77,11 +71,12 @@ void cOutlookAddIn::OpenFirstExplorer() {
 
 // The active one for Outlook 2000, else the first; each stands in for the other where the host refuses it.
 Dispatch cOutlookAddIn::FirstExplorer() const {
-    const Dispatch explorer =
-        myolapp_.Object() ? application_.Object("Explorers").Object("Item", 1) : application_.Object("ActiveExplorer");
+    const auto active = [this] { return application_.Object("ActiveExplorer"); };
+    const auto first = [this] { return application_.Object("Explorers").Object("Item", 1); };
+    const bool outlook2000 = !myolapp_.Object();
+    const Dispatch explorer = outlook2000 ? active() : first();
     if (explorer) return explorer;
-    return myolapp_.Object() ? application_.Object("ActiveExplorer")
-                             : application_.Object("Explorers").Object("Item", 1);
+    return outlook2000 ? first() : active();
 }
 
 void cOutlookAddIn::AttachCollections(const Dispatch& application) {
@@ -122,7 +117,7 @@ void cOutlookAddIn::OnQuit(const platform::EventArguments&) { myolapp_Quit(); }
 void cOutlookAddIn::colExpl_NewExplorer(const Dispatch& explorer) {
     const auto wrapper = std::make_shared<cOlExplorer>();
     if (!Watch(explorer, std::make_shared<WatchedWindow>(wrapper))) return;
-    FreeSlot(explorers_, IsFreeExplorer) = wrapper;
+    Slots::FirstFree(explorers_, IsFreeExplorer) = wrapper;
     wrapper->OpenItem(explorer, progId_, Names::WrapperParameter);
 }
 
@@ -132,7 +127,7 @@ void cOutlookAddIn::colInsp_NewInspector(const Dispatch& inspector) {
     const std::int32_t itemClass = item.Long("Class");
     const std::shared_ptr<cOlItem> wrapper = WrapperFor(itemClass);
     if (!Watch(inspector, std::make_shared<WatchedWindow>(itemClass, wrapper)) || !wrapper) return;
-    FreeSlot(WrappersOf(itemClass), IsFreeItem) = wrapper;
+    Slots::FirstFree(WrappersOf(itemClass), IsFreeItem) = wrapper;
     wrapper->OpenItem(inspector, item, progId_, Names::WrapperParameter);
 }
 

@@ -32,28 +32,36 @@ void CheckNotMore(const Held& now, const Held& before) {
 
 constexpr int rounds = 1000;
 constexpr int settled = 10;
+// Pasted faces and faces given as pictures take different ways.
+constexpr int versions[] = {10, 11};
 
 }  // namespace
 
 TEST_CASE("a thousand connections leave no more held than the tenth") {
-    Session session({.version = 11});
-    session->Start();
-    Held before;
-    for (int round = 1; round <= rounds; ++round) {
-        REQUIRE(session->UnloadAddIn(e2e::progId));
-        REQUIRE(session->LoadAddIn(e2e::progId));
-        if (round == settled) before = HeldNow(session);
+    for (const int version : versions) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        Held before;
+        for (int round = 1; round <= rounds; ++round) {
+            REQUIRE(session->UnloadAddIn(e2e::progId));
+            REQUIRE(session->LoadAddIn(e2e::progId));
+            if (round == settled) before = HeldNow(session);
+        }
+        CheckNotMore(HeldNow(session), before);
     }
-    CheckNotMore(HeldNow(session), before);
 }
 TEST_CASE("a thousand item windows leave no more held than the tenth") {
-    Session session({.version = 11});
-    session->Start();
-    const standin::Item contact = session->AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
-    Held before;
-    for (int round = 1; round <= rounds; ++round) {
-        session->CloseWindow(session->OpenInspector(contact));
-        if (round == settled) before = HeldNow(session);
+    for (const int version : versions) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        const standin::Item contact = session->AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
+        Held before;
+        for (int round = 1; round <= rounds; ++round) {
+            session->CloseWindow(session->OpenInspector(contact));
+            if (round == settled) before = HeldNow(session);
+        }
+        CheckNotMore(HeldNow(session), before);
     }
-    CheckNotMore(HeldNow(session), before);
 }

@@ -185,3 +185,12 @@ TEST_CASE("the order of a click: close with saving, then the entry id, then the 
     CHECK(close > 0);
     CHECK(entryId > close);
 }
+TEST_CASE("an item whose entry id the host does not tell leaves the list as Corvella left it") {
+    Session session({.version = 11});
+    e2e::WriteValue(e2e::outlookKey, "ChangedC", "ABC");  // without the separator in front
+    session->Start();
+    const standin::Window window = session.OpenNew(standin::ItemClass::Contact, {{"FullName", "Ann"}});
+    session->FailMember("ContactItem.EntryID", standin::Fault::Fails(E_FAIL));
+    session->Click(session.SendButton(window));
+    CHECK(List("C") == "ABC");
+}
