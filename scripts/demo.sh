@@ -20,10 +20,10 @@ for key in OlAddIn Outlook; do wine reg delete "HKCU\\Software\\Quillmark\\Corve
 
 say "== Outlook $outlook (stand-in) starts; it looks for add-ins in the registry"
 # The program asks for a picture by a line "@picture NAME" and goes on when NAME.done is there.
-( cd "$pictures" && wine "$cv_outlook" /version "$outlook" /play contact 2>/dev/null; echo "@ended $?" ) |
-    tr -d '\r' | {
+( cd "$pictures" && wine "$cv_outlook" /version "$outlook" /play demo 2>/dev/null; echo "@ended $?" ) | {
     ended=1
     while IFS= read -r line; do
+        line=${line%$'\r'}
         case "$line" in
             "@picture "*)
                 name=${line#@picture }
@@ -54,8 +54,10 @@ check "\"Active\" is gone" "$(value OlAddIn Active)" ""
 check "Corvella was started once" "$(printf '%s' "$record" | grep -c 'Corvella.exe')" 1
 check "with the argument \"update\"" "$(printf '%s' "$record" | grep -c 'Corvella.exe" update')" 1
 check "and cleared \"ChangedC\"" "$(value Outlook ChangedC)" ""
-for picture in $(ls "$pictures"); do check "picture $picture is there" "$([ -s "$pictures/$picture" ] && echo yes)" yes; done
-check "there are pictures" "$([ -n "$(ls "$pictures"/*.png 2>/dev/null)" ] && echo yes)" yes
+for name in contact sent; do
+    colours=$(identify -format '%k' "$pictures/$name.png" 2>/dev/null || echo 0)
+    check "picture $name.png shows windows" "$([ "$colours" -gt 16 ] && echo yes)" yes
+done
 
 [ "$failed" = 0 ] && say "== All of it happened." || say "== Something is missing."
 exit "$failed"

@@ -2,7 +2,7 @@
 #
 #   cv_install  the folder of Corvella and the add-in (C:\Corvella), as a path of this machine
 #   cv_outlook  the windowed Outlook stand-in
-scripts/build.sh win32-release CVOutlookAddIn OutlookStandIn Corvella > build/build.log 2>&1 || { tail -n 40 build/build.log; return 1; }
+scripts/build.sh win32-release CVOutlookAddIn OutlookStandIn standin_corvella > build/build.log 2>&1 || { tail -n 40 build/build.log; return 1; }
 . scripts/wine-env.sh
 cv_install=$WINEPREFIX/drive_c/Corvella
 cv_outlook=$(find "$PWD/build/win32-release" -name OutlookStandIn.exe | head -n 1)

@@ -3,13 +3,29 @@
 
 #include "addin/Connect.h"
 #include "addin/Names.h"
+#include "config/InifileCV.h"
+#include "language/Language.h"
 #include "platform/ComServer.h"
+#include "question/QuestionBox.h"
 #include "support/DebugSetup.h"
+#include "support/Paths.h"
+#include "support/WindowsMiscHelp.h"
+#include "support/WindowsMiscLaunch.h"
 
 namespace {
 
-std::unique_ptr<platform::AddinInstance> MakeConnect() {
+// What a lower floor asks of one above it.
+void PlugPorts() {
     DebugSetup::PlugIntoDebug();
+    DebugSetup::Plug({.findSettings = InifileCV::GetIniFile});
+    WindowsMisc::PlugGetIniFile(InifileCV::GetIniFile);
+    InifileCV::PlugLanguage(Language::SetUp);
+    QuestionBox::PlugIn();
+    QuestionBox::links = {.execApp = WindowsMisc::ExecApp, .callHelp = WindowsMisc::CallHelp};
+}
+
+std::unique_ptr<platform::AddinInstance> MakeConnect() {
+    PlugPorts();
     return std::make_unique<Connect>();
 }
 

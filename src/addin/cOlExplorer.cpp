@@ -32,6 +32,9 @@ const std::array<cOlExplorer::MenuEntry, cOlExplorer::entryCount>& cOlExplorer::
         {"mSync1", "", "MainSyncCalendar", 0, -1, false, &cOlExplorer::SyncItCalendar_Click},
         {"mNewSMS", "&New SMS", "SmsNew", 105, -1, true, &cOlExplorer::ButtonSMSNew_Click},
         {"mSettings", "Se&ttings", "SettingsMain", 106, 65, true, &cOlExplorer::SyncItSettings_Click},
+        {"mOptions", "", "Options", 0, -1, false, &cOlExplorer::MenuOptions_Click},
+        {"mLogFile", "", "LogFile", 0, -1, true, &cOlExplorer::SyncItLogFile_Click},
+        {"mAbout", "&Info", "Info", 0, -1, true, &cOlExplorer::ButtonInfo_Click},
     }};
     return entries;
 }

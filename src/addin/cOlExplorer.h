@@ -33,7 +33,7 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
 
   private:
     struct MenuEntry;
-    static constexpr std::size_t entryCount = 6;
+    static constexpr std::size_t entryCount = 9;
     static const std::array<MenuEntry, entryCount>& MenuEntries();
 
     void Open(const platform::Dispatch& explorer, const std::string& progId, const std::string& param);

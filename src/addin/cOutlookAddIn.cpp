@@ -80,7 +80,8 @@ Dispatch cOutlookAddIn::FirstExplorer() const {
     const Dispatch explorer =
         myolapp_.Object() ? application_.Object("Explorers").Object("Item", 1) : application_.Object("ActiveExplorer");
     if (explorer) return explorer;
-    return myolapp_.Object() ? application_.Object("ActiveExplorer") : colExpl_.Object().Object("Item", 1);
+    return myolapp_.Object() ? application_.Object("ActiveExplorer")
+                             : application_.Object("Explorers").Object("Item", 1);
 }
 
 void cOutlookAddIn::AttachCollections(const Dispatch& application) {
@@ -94,14 +95,14 @@ void cOutlookAddIn::AttachCollections(const Dispatch& application) {
 
 // Windows that were open before the add-in was loaded, the first Explorer excepted, bring no event of their own.
 void cOutlookAddIn::WrapOpenWindows() {
-    const Dispatch explorers = colExpl_.Object();
+    const Dispatch explorers = application_.Object("Explorers");
     if (myolapp_.Object()) {
         const std::int32_t count = explorers.Long("Count");
         for (std::int32_t number = 2; number <= count; ++number) {
             if (const Dispatch explorer = explorers.Object("Item", number)) colExpl_NewExplorer(explorer);
         }
     }
-    const Dispatch inspectors = colInsp_.Object();
+    const Dispatch inspectors = application_.Object("Inspectors");
     const std::int32_t count = inspectors.Long("Count");
     for (std::int32_t number = 1; number <= count; ++number) {
         if (const Dispatch inspector = inspectors.Object("Item", number)) colInsp_NewInspector(inspector);
@@ -184,7 +185,23 @@ std::string cOutlookAddIn::GetApplPath() const { return platform::WithBackslash(
 // Outlook 2000 to 2003 end only when nobody holds an object of theirs, and tell it to nobody before (host quirk 2).
 void cOutlookAddIn::WindowClosed(const std::shared_ptr<WatchedWindow>& window) {
     std::erase(windows_, window);
-    if (!ServesAnyWindow() && WasLast(*window)) ReleaseEverything();
+    if (ServesAnyWindow()) return;
+    if (WasLast(*window)) return ReleaseEverything();
+    // Another window is open. Where none is watched, its coming was not heard, but its end must be.
+    if (windows_.empty()) WatchUnknownWindows();
+    if (windows_.empty()) ReleaseEverything();
+}
+
+void cOutlookAddIn::WatchUnknownWindows() {
+    const auto watchAll = [this](const Dispatch& windows, const auto& makeWatched) {
+        for (std::int32_t number = windows.Long("Count"); number >= 1; --number) {
+            static_cast<void>(Watch(windows.Object("Item", number), makeWatched()));
+        }
+    };
+    watchAll(application_.Object("Explorers"),
+             [] { return std::make_shared<WatchedWindow>(std::weak_ptr<cOlExplorer>()); });
+    watchAll(application_.Object("Inspectors"),
+             [] { return std::make_shared<WatchedWindow>(0, std::weak_ptr<cOlItem>()); });
 }
 
 void cOutlookAddIn::ReleaseEverything() {
@@ -201,8 +218,9 @@ bool cOutlookAddIn::ServesAnyWindow() const {
            std::any_of(appointments_.begin(), appointments_.end(), serves);
 }
 
-// The host may count the closing window or not. Where one Inspector is left to decide it, another kind of item in it
-// than the closing one's means that it is another window; that of the same kind would be served by a wrapper.
+// The host may count the closing window or not (host quirk 4). Where one Inspector is left to decide it, another kind
+// of item in it than the closing one's means that it is another window; one of the same kind would be served by a
+// wrapper.
 bool cOutlookAddIn::WasLast(const WatchedWindow& window) const {
     const std::int32_t explorers = application_.Object("Explorers").Long("Count");
     const Dispatch inspectors = application_.Object("Inspectors");
@@ -211,5 +229,5 @@ bool cOutlookAddIn::WasLast(const WatchedWindow& window) const {
     if (explorers != 0 || count > 1) return false;
     if (count == 0) return true;
     const std::int32_t left = inspectors.Object("Item", 1).Object("CurrentItem").Long("Class");
-    return left == 0 || left == window.ItemClass();
+    return left == 0 || window.ItemClass() == 0 || left == window.ItemClass();
 }

@@ -46,6 +46,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     [[nodiscard]] bool Watch(const platform::Dispatch& window, const std::shared_ptr<WatchedWindow>& watched);
     void OpenFirstExplorer();
     [[nodiscard]] platform::Dispatch FirstExplorer() const;
+    void WatchUnknownWindows();
     void ReleaseEverything();
 
     void WindowClosed(const std::shared_ptr<WatchedWindow>& window) override;

@@ -92,6 +92,7 @@ const std::string& ApplicationFolder() {
 void LangInit() {
     const Debug::Trace trace("LangInit");
     IniFile::IniInit(true);
+    state.ApplicationFolder.clear();
     state.LangNewLine = "\r\n";
     state.LangLoaded = false;
     LoadLanguageFile();

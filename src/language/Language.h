@@ -53,7 +53,7 @@ void SetUp();
                                                     std::string_view placeholder, std::string_view replacement,
                                                     bool reportMissing = false);
 
-// The add-in's folder, asked for once.
+// The add-in's folder, asked for once after LangInit.
 [[nodiscard]] const std::string& ApplicationFolder();
 
 }  // namespace Language

@@ -6,6 +6,7 @@
 
 #include <new>
 #include <string>
+#include <utility>
 
 #include "platform/Com.h"
 #include "platform/Dispatch.h"

@@ -1,6 +1,5 @@
 #include "platform/FormView.h"
 
-#include <stdexcept>
 
 #include "platform/Text.h"
 
@@ -37,7 +36,7 @@ Control* FormView::Find(std::string_view name, std::int32_t index) {
 
 Control& FormView::The(std::string_view name) {
     if (Control* control = Find(name)) return *control;
-    throw std::out_of_range(name_ + " has no control " + std::string(name));
+    throw NoSuchControl();
 }
 
 void FormView::Attach(ControlPeer* peer) {

@@ -5,6 +5,7 @@
 // Errors  Asking for a control that is not there answers null and leaves nothing pending.
 #pragma once
 #include <cstdint>
+#include <exception>
 #include <deque>
 #include <span>
 #include <string>
@@ -13,6 +14,10 @@
 #include "platform/Control.h"
 
 namespace platform {
+
+struct NoSuchControl : std::exception {
+    [[nodiscard]] const char* what() const noexcept override { return "a form was asked for a control it has not"; }
+};
 
 class FormView {
   public:
@@ -31,7 +36,7 @@ class FormView {
 
     [[nodiscard]] Control* Find(std::string_view name);                      // null for a control array too
     [[nodiscard]] Control* Find(std::string_view name, std::int32_t index);  // an element of a control array
-    // A control that the form's own code knows to be in its table; throws where it is not.
+    // A control that the form's own code knows to be in its table; throws NoSuchControl where it is not.
     [[nodiscard]] Control& The(std::string_view name);
 
     // All controls, in the order of the table.

@@ -8,7 +8,15 @@
 
 namespace platform {
 
-bool StartProcess(const std::string& commandLine, Show show) {
+namespace {
+
+struct Started {
+    HANDLE process = nullptr;
+    DWORD id = 0;
+};
+
+// The caller closes the process handle; none where the start failed.
+Started Start(const std::string& commandLine, Show show) {
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
@@ -17,11 +25,37 @@ bool StartProcess(const std::string& commandLine, Show show) {
     std::string line = commandLine;  // Windows may write into it
     if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started)) {
         RecordLastError();
-        return false;
+        return {};
     }
     CloseHandle(started.hThread);
-    CloseHandle(started.hProcess);
+    return {started.hProcess, started.dwProcessId};
+}
+
+bool IsInFront(DWORD process) {
+    DWORD front = 0;
+    GetWindowThreadProcessId(GetForegroundWindow(), &front);
+    return front == process;
+}
+
+}  // namespace
+
+bool StartProcess(const std::string& commandLine, Show show) {
+    const Started started = Start(commandLine, show);
+    if (!started.process) return false;
+    CloseHandle(started.process);
     return true;
+}
+
+bool StartProcessForInput(const std::string& commandLine, Show show) {
+    constexpr DWORD longest = 2000;
+    const Started started = Start(commandLine, show);
+    if (!started.process) return false;
+    bool ready = WaitForInputIdle(started.process, longest) == 0;
+    CloseHandle(started.process);
+    // Ready comes a moment before the window does.
+    for (DWORD waited = 0; ready && !IsInFront(started.id) && waited < longest; waited += 50) Sleep(50);
+    ready = ready && IsInFront(started.id);
+    return ready;
 }
 
 bool StartDocument(const std::string& file, const std::string& arguments, Show show) {

@@ -18,6 +18,10 @@ enum class Show : std::uint16_t {
 
 bool StartProcess(const std::string& commandLine, Show show);
 
+// The same, and then waits until the program is ready for its user's input, two seconds at most. False also when it
+// is not ready by then, or its window is not the one in front.
+bool StartProcessForInput(const std::string& commandLine, Show show);
+
 // Opens a document, folder, address or program as the desktop does for a double click; shows no message of its own.
 bool StartDocument(const std::string& file, const std::string& arguments, Show show);
 

@@ -17,6 +17,8 @@
 #include "question/StandardInput.h"
 #include "support/Debug.h"
 #include "support/Prompt.h"
+#include "support/WindowsMiscHelp.h"
+#include "support/WindowsMiscLaunch.h"
 
 namespace QuestionBox {
 namespace {
@@ -337,7 +339,14 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
 
 FormQuestion* Shown() { return current && current->Visible() ? current : nullptr; }
 
-void PlugIn() { Prompt::Plug(&port); }
-void PlugOut() { Prompt::Plug(nullptr); }
+void PlugIn() {
+    Prompt::Plug(&port);
+    links = {&WindowsMisc::ExecApp, &WindowsMisc::CallHelp};
+}
+
+void PlugOut() {
+    Prompt::Plug(nullptr);
+    links = {};
+}
 
 }  // namespace QuestionBox

@@ -92,6 +92,12 @@ bool Outlook::UnloadAddIn(const std::string& progId) {
     return session_->addIns->UnloadByUser(progId);
 }
 
+void Outlook::ConnectAgain(const std::string& progId) {
+    MustRun(*session_);
+    session_->gate->Action("connect " + progId + " again");
+    session_->addIns->ConnectAgain(progId);
+}
+
 std::vector<AddInView> Outlook::AddIns() const {
     std::vector<AddInView> views;
     for (const auto& addIn : session_->addIns->All())

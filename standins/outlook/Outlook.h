@@ -250,6 +250,8 @@ class Outlook {
     // OnAddInsUpdate of the loaded ones; LoadBehavior 2 <-> 3. False: was so already, or could not be loaded.
     bool LoadAddIn(const std::string& progId);
     bool UnloadAddIn(const std::string& progId);
+    // OnConnection of an add-in that is connected already, which no host should do.
+    void ConnectAgain(const std::string& progId);
     [[nodiscard]] std::vector<AddInView> AddIns() const;
     // When the session has ended already (the last window closed): how.
     Ending Quit();

@@ -1,4 +1,5 @@
 // Scenarios for OutlookStandIn.exe /play <name>: what a person would do, with pictures on the way.
+#include "outlook/Scenarios.h"
 #include "outlook/program/Stage.h"
 
 namespace program {
@@ -54,6 +55,7 @@ void Tour(const Stage& stage) {
 
 constexpr Scenario scenarios[] = {
     {"contact", SendContact},
+    {"demo", PlayDemo},
     {"tour", Tour},
 };
 

@@ -1,7 +1,8 @@
 // tests/support/FormDriver.h: uses a modal form as a person would, while its own message loop runs.
 //
 // Steps run one after the other, each once the messages that the step before has posted are handled (a timer comes
-// after all of them). A form that is still shown after the last step is closed, and Finished says so.
+// after all of them); none runs while another one still does, whatever messages that one lets through. A form that is
+// still shown after the last step is closed, and Finished says so.
 #pragma once
 #include <windows.h>
 
@@ -45,8 +46,13 @@ class FormDriver {
         if (driver) driver->Advance();
     }
     void Advance() {
-        if (!shown_()) return;
-        if (next_ < steps_.size()) return steps_[next_++]();
+        if (inStep_ || !shown_()) return;
+        if (next_ < steps_.size()) {
+            inStep_ = true;
+            steps_[next_++]();
+            inStep_ = false;
+            return;
+        }
         if (++waited_ < patience) return;
         forced_ = true;
         close_();
@@ -59,5 +65,5 @@ class FormDriver {
     std::size_t next_ = 0;
     UINT_PTR timer_ = 0;
     int waited_ = 0;
-    bool forced_ = false;
+    bool forced_ = false, inStep_ = false;
 };

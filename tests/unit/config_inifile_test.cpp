@@ -493,7 +493,7 @@ TEST_CASE("a write does not leave a section found where it no longer stands") {
     const Settings settings;
     settings.File("[A]\r\nk=12345\r\n[B]\r\nx=1\r\n");
     CHECK(GetIniSetting("B", "x") == "1");
-    CHECK(SetIniSetting("A", "k", "1", false));
+    CHECK(SetIniSetting("A", "k", "123", false));
     CHECK(GetIniSetting("B", "x") == "1");
     CHECK(SetIniSetting("A", "k", "[B]", false));  // the first "[B]" is now here
     CHECK(GetIniSetting("B", "x", "d") == "d");

@@ -321,6 +321,12 @@ TEST_CASE("it does not replace a config.ini that is there") {
     const OwnTemp temp(machine.folder.Path("Windows temp"));
     machine.folder.Write("Windows temp\\config.ini", configText);
     machine.folder.Write("AddIn\\config.ini", "own");
+    // Of another date, or a copy would be left out for that.
+    const HANDLE own = CreateFileA(machine.folder.Path("AddIn\\config.ini").c_str(), GENERIC_WRITE, 0, nullptr,
+                                   OPEN_EXISTING, 0, nullptr);
+    const FILETIME earlier{0, 0x01C00000};
+    CHECK(SetFileTime(own, nullptr, nullptr, &earlier));
+    CloseHandle(own);
     GetIniFile();
     CHECK(machine.folder.Read("AddIn\\config.ini") == "own");
     CHECK(machine.folder.Read("Roaming\\Corvella\\config.ini") == configText);

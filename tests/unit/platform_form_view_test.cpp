@@ -46,7 +46,7 @@ TEST_CASE("a control array is found by name and index only") {
 TEST_CASE("asking the form's own code for a control that is not there is an error") {
     TestForm form;
     CHECK(&form.The("Label1") == form.Find("Label1"));
-    CHECK_THROWS_AS((void)form.The("Label9"), std::out_of_range);
+    CHECK_THROWS_AS((void)form.The("Label9"), platform::NoSuchControl);
 }
 TEST_CASE("a property that a control has is set and read back without windows") {
     TestForm form;

@@ -67,7 +67,10 @@ class Fixture : public Prompt::Port {
 
     void WriteLanguageFile(const std::string& text) const {
         folder.Write("English.lng", text);
+        const IniFile::Location unknown = IniFile::location;
+        FindSettings();  // or the language would
         Language::LangInit();
+        IniFile::location = unknown;
     }
     void PutBaseMode(const std::string& mode) const {
         folder.Write("corvella.ini", "[Settings]\r\nx=1\r\n[Debug]\r\nDebugMode=" + mode + "\r\nMaxSize=1\r\n");

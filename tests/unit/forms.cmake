@@ -1,0 +1,30 @@
+# Forms and the question box.
+cv_test(platform_form_test
+    WINDOWS
+        platform_form_test.cpp
+    LINK platform
+    LABELS unit
+)
+cv_test(question_rules_test
+    PURE
+        question_layout_test.cpp
+        question_rules_test.cpp
+    LINK question_rules
+    LABELS unit
+)
+cv_test(support_metrics_test
+    WINDOWS
+        support_metrics_test.cpp
+    LINK support_metrics
+    LABELS unit
+)
+cv_test(question_box_test
+    WINDOWS
+        question_box_test.cpp
+    LINK question
+    LABELS unit
+)
+if(WIN32)
+    add_dependencies(support_metrics_test recorder)
+    target_compile_definitions(question_box_test PRIVATE CV_LANGUAGE_FOLDER="Z:${PROJECT_SOURCE_DIR}/lang")
+endif()
