@@ -56,7 +56,7 @@ HRESULT Gate::Pass(const Visit& visit) {
         if (planned) written += " (planned)";
         if (onLine) onLine();
     }
-    if (depth_ == 0 && onLastReturn) onLastReturn();
+    if (onReturn) onReturn();
     return answer;
 }
 

@@ -92,7 +92,7 @@ class Gate {
     void Action(const std::string& text) { Write("# " + text); }
     // An add-in is at work just now: a call out or in has not returned.
     [[nodiscard]] bool Inside() const { return depth_ > 0; }
-    std::function<void()> onLastReturn;  // the outermost call in has returned
+    std::function<void()> onReturn;  // a call in has returned, perhaps from inside another
     // A call out, with the calls that it causes indented below it.
     class Outward {
       public:

@@ -12,7 +12,7 @@ namespace standin {
 Session::Session(const Options& given)
     : options(given), gate(std::make_shared<Gate>(this, given.version)), saved(std::make_shared<SavedBars>()) {
     if (given.savedBars) *saved = *given.savedBars;
-    gate->onLastReturn = [this] { Settle(); };
+    gate->onReturn = [this] { Settle(); };
     gate->failuresAsExceptions = given.failures == Failures::AsExceptions;
     application_ = Make<standin::ApplicationObject>(gate);
     nameSpace_ = Make<standin::NameSpaceObject>(gate);
@@ -25,7 +25,7 @@ Session::Session(const Options& given)
 Session::~Session() {
     EndProcess(RPC_E_DISCONNECTED);
     store.Clear();
-    gate->onLine = gate->onLastReturn = nullptr;
+    gate->onLine = gate->onReturn = nullptr;
     gate->Forget();
 }
 
@@ -136,7 +136,7 @@ Ref<ExplorerObject> Session::NewExplorer(FolderObject* folder) {
     const Turn turn(*this);
     const Ref<ExplorerObject> explorer =
         AddWindow<ExplorerObject>(ExplorerBars(options.version, [this] { return NextInstance(); }), folder);
-    if (started_) explorers->Raise(events::NewExplorer, {EventArgument(explorer.get())});
+    explorers->Raise(events::NewExplorer, {EventArgument(explorer.get())});
     return explorer;
 }
 

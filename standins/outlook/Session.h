@@ -64,7 +64,7 @@ class Session {
     // --- windows ---
     [[nodiscard]] const std::vector<Ref<WindowObject>>& Windows() const { return windows_; }
     [[nodiscard]] WindowObject* FindWindow(int number) const;  // null when it is gone
-    Ref<ExplorerObject> NewExplorer(FolderObject* folder);     // hidden; NewExplorer once the session has begun
+    Ref<ExplorerObject> NewExplorer(FolderObject* folder);     // hidden; raises NewExplorer
     Ref<InspectorObject> InspectorFor(ItemObject* item);       // the one it has, or a new hidden one
     InspectorObject* InspectorOf(const ItemObject* item) const;
     Ref<InspectorObject> Display(ItemObject* item);  // null when a sink refused

@@ -91,6 +91,15 @@ TEST_CASE("events stop when the advised control object is released, sink or not"
     CHECK(host.outlook.Advises() == 0);
 }
 
+TEST_CASE("a deleted control is not told of the click on another with its tag") {
+    Host host;
+    const Object deleted = host.Button("same"), left = host.Button("same");
+    Sink onDeleted(deleted, buttonEvents), onLeft(left, buttonEvents);
+    Call(deleted, "Delete");
+    CHECK(host.outlook.Click(InstanceOf(left)).sinks == 1);
+    CHECK(onDeleted.events.empty());
+}
+
 TEST_CASE("the connection point keeps the control it belongs to") {
     Host host;
     Object button = host.Button("mark");

@@ -1,5 +1,7 @@
 #include <doctest.h>
 
+#include <algorithm>
+
 #include "unit/standin_client.h"
 
 using namespace client;
@@ -197,9 +199,27 @@ TEST_CASE("a session that an add-in ends from an event ends after the event") {
     CHECK(host.outlook.Quit() == Ending::AddInsTold);
 }
 
-TEST_CASE("a client that closes the last window outside of any event ends the session") {
+TEST_CASE("a client that closes the last window outside of any event ends the session, after its call") {
     Ended host({.version = 12}, true);
-    Call(Call(host.held, "ActiveExplorer").AsObject(), "Close");
+    const Object explorer = Call(host.held, "ActiveExplorer").AsObject();
+    host.outlook.Record();
+    Call(explorer, "Close");
     CHECK(host.outlook.HowItEnded() == Ending::AddInsTold);
+    CHECK(host.addIn.told == shutDown);
+    const Told lines = host.outlook.Transcript();
+    CHECK(std::find(lines.begin(), lines.end(), "! Some.AddIn: OnBeginShutdown") != lines.end());  // not indented
+}
+
+TEST_CASE("an add-in that closes the last window from an event is told of the end after the event") {
+    Ended host({.version = 12}, true);
+    const Object explorer = Call(host.held, "ActiveExplorer").AsObject();
+    std::size_t toldInside = 0;
+    Sink sink(explorer, explorerEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id != 0xF002) return;
+        CHECK(Call(explorer, "Close").code == S_OK);
+        toldInside = host.addIn.told.size();
+    });
+    host.outlook.SwitchFolder(host.outlook.Windows().front(), standin::FolderKind::Tasks);
+    CHECK(toldInside == 0);
     CHECK(host.addIn.told == shutDown);
 }
