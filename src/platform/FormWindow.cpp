@@ -17,6 +17,8 @@ namespace {
 
 constexpr std::uint32_t systemColor = 0x80000000u;
 constexpr int linesOfDroppedList = 10;
+// A window's property: whose it is. Its procedure does not tell: tool tips put one of their own in front of it.
+constexpr const char* ownWindow = "CvControlWindow";
 
 struct WindowKind {
     ControlKind kind;
@@ -90,11 +92,6 @@ MouseButton HeldButton(WPARAM keys) {
 }
 
 // A window with a Unicode procedure keeps text of any character set; Windows 98 has none.
-WNDPROC ProcedureOf(HWND window) {
-    return reinterpret_cast<WNDPROC>(SystemTakesUnicode() ? GetWindowLongW(window, GWL_WNDPROC)
-                                                          : GetWindowLongA(window, GWL_WNDPROC));
-}
-
 WNDPROC SetProcedure(HWND window, WNDPROC procedure) {
     const LONG value = reinterpret_cast<LONG>(procedure);
     return reinterpret_cast<WNDPROC>(SystemTakesUnicode() ? SetWindowLongW(window, GWL_WNDPROC, value)
@@ -141,6 +138,15 @@ COLORREF Readable(COLORREF color, COLORREF back) {
     constexpr int leastDifference = 64;
     if (std::abs(Brightness(color) - Brightness(back)) >= leastDifference) return color;
     return Brightness(back) > 128 ? RGB(0, 0, 192) : RGB(160, 160, 255);
+}
+
+// A combo box takes its height from its font: the line is made as much higher as it is lower than a field.
+void FitComboLine(HWND combo, int height) {
+    constexpr auto line = static_cast<WPARAM>(-1);
+    RECT area{};
+    if (!GetWindowRect(combo, &area) || height <= 0) return;
+    const LRESULT fitted = SendMessageA(combo, CB_GETITEMHEIGHT, line, 0) + height - (area.bottom - area.top);
+    if (fitted > 0) SendMessageA(combo, CB_SETITEMHEIGHT, line, fitted);
 }
 
 // A device to measure on, with a font selected, for one scope.
@@ -289,9 +295,7 @@ void DrawnPicture::Draw(HDC device, const RECT& area) const {
 
 ControlWindow* ControlWindow::Of(HWND window) {
     for (; window; window = GetAncestor(window, GA_PARENT)) {
-        if (ProcedureOf(window) == &ControlWindow::Procedure) {
-            return reinterpret_cast<ControlWindow*>(GetWindowLongA(window, GWL_USERDATA));
-        }
+        if (const HANDLE own = GetPropA(window, ownWindow)) return static_cast<ControlWindow*>(own);
         if ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) == 0) return nullptr;
     }
     return nullptr;
@@ -309,6 +313,7 @@ bool ControlWindow::Create(HWND dialog, bool startsGroup) {
         return false;
     }
     SetWindowLongA(handle_, GWL_USERDATA, reinterpret_cast<LONG>(this));
+    SetPropA(handle_, ownWindow, this);
     original_ = SetProcedure(handle_, &ControlWindow::Procedure);
     return true;
 }
@@ -320,6 +325,7 @@ void ControlWindow::Destroy() {
         return;
     }
     const HWND window = std::exchange(handle_, nullptr);
+    RemovePropA(window, ownWindow);
     SetProcedure(window, original_);
     DestroyWindow(window);
     dialog_ = nullptr;
@@ -329,6 +335,7 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
     auto* const self = reinterpret_cast<ControlWindow*>(GetWindowLongA(window, GWL_USERDATA));
     const WNDPROC original = self->original_;
     if (message == WM_NCDESTROY) {
+        RemovePropA(window, ownWindow);
         SetProcedure(window, original);
         self->handle_ = nullptr;
     } else if (message == WM_SETCURSOR && self->control_->Kind() == ControlKind::Link) {
@@ -436,8 +443,10 @@ void ControlWindow::ShowTimer() const {
 
 void ControlWindow::ShowPosition() const {
     Rect area = control_->Position();
-    if (control_->Kind() == ControlKind::ComboBox) area.height *= 1 + linesOfDroppedList;
+    const bool combo = control_->Kind() == ControlKind::ComboBox;
+    if (combo) area.height *= 1 + linesOfDroppedList;
     SetWindowPos(handle_, nullptr, area.left, area.top, area.width, area.height, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (combo) FitComboLine(handle_, control_->Position().height);
     if (PaintedByUs()) InvalidateRect(handle_, nullptr, TRUE);
 }
 

@@ -11,6 +11,7 @@ cv_test(support_launch_test
         support_launch_test.cpp
     LINK support_launch
     LABELS unit
+    LOCKS focus
 )
 if(WIN32)
     add_dependencies(support_launch_test recorder)
@@ -20,6 +21,7 @@ cv_test(support_help_test
         support_help_test.cpp
     LINK support_help
     LABELS unit
+    LOCKS focus
 )
 if(WIN32)
     add_dependencies(support_help_test recorder)
@@ -36,3 +38,21 @@ cv_test(bridge_profiles_test
     LINK bridge_profiles
     LABELS unit
 )
+cv_test(bridge_optionslayout_test
+    PURE
+        bridge_optionslayout_test.cpp
+    LINK bridge_optionslayout
+    LABELS unit
+)
+cv_test(bridge_options_test
+    WINDOWS
+        bridge_options_test.cpp
+    LINK bridge_options
+    LABELS unit
+    LOCKS focus
+)
+if(WIN32)
+    add_dependencies(bridge_options_test recorder)
+    string(REPLACE "/" "\\\\" languages "Z:${PROJECT_SOURCE_DIR}/lang/")
+    target_compile_definitions(bridge_options_test PRIVATE "CV_LANGUAGE_FOLDER=\"${languages}\"")
+endif()

@@ -15,6 +15,7 @@ class ExplorerFrame : public HostFrame {
     void OnCommand(int, int) override {}
     LRESULT OnNotify(const NMHDR& notice) override;
     void ShowHint(const std::string& hint) override;
+    [[nodiscard]] HWND FirstField() const override { return items_; }
 
   private:
     void MakeFolders();

@@ -59,19 +59,29 @@ bool HostFrame::OpenMenu(const standin::ControlView& popup) {
              program_.Host().Controls(window_, strip == menu_.get() ? "Menu Bar" : "Standard")) {
             if (control.instance != current.instance) continue;
             strip->MarkOpen(current.instance);
-            popup_ = std::make_unique<Popup>(Handle(), program_.Host(), current.entries, strip->Below(current.instance),
-                                             [this](int instance) { OnChosen(instance); });
+            openMenu_ = current.instance;
+            popup_ = std::make_unique<Popup>(
+                Handle(), program_.Host(), current.entries, strip->Below(current.instance),
+                [this](int instance) { OnChosen(instance); }, [this](POINT point) { OnOutside(point); });
             return true;
         }
     }
     return false;
 }
 
+// With a menu of the menu bar open, the mouse opens the others by passing over them.
+void HostFrame::OnOutside(POINT point) {
+    const standin::ControlView* control = menu_->At(point);
+    const bool another = control && control->type == 10 && control->instance != openMenu_;
+    const bool ofMenuBar = menu_->Has(openMenu_);
+    if (another && ofMenuBar) OpenMenu(standin::ControlView(*control));
+}
+
 // The menu may be the one that is asking: it is kept until the next message.
 void HostFrame::CloseMenu() {
     if (!popup_) return;
     ShowWindow(popup_->Handle(), SW_HIDE);
-    leaving_ = std::move(popup_);
+    leaving_.push_back(std::move(popup_));
     PostMessageA(Handle(), Program::forgetMenu, 0, 0);
     menu_->MarkOpen(0);
     toolbar_->MarkOpen(0);
@@ -91,10 +101,9 @@ bool HostFrame::OnAccessKey(char letter) {
 }
 
 void HostFrame::OnActivate(WPARAM first) {
-    if (LOWORD(first) != WA_INACTIVE)
-        program_.UserActivated(window_);
-    else
-        program_.UserLeft(window_);
+    if (LOWORD(first) != WA_INACTIVE) return program_.UserActivated(window_);
+    if (IsChild(Handle(), GetFocus())) focus_ = GetFocus();
+    program_.UserLeft(window_);
 }
 
 LRESULT HostFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
@@ -108,13 +117,12 @@ LRESULT HostFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
         case WM_ACTIVATE: OnActivate(first); break;
         case WM_COMMAND: OnCommand(LOWORD(first), HIWORD(first)); return 0;
         case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(second));
-        case WM_SYSCHAR:
-            if (OnAccessKey(static_cast<char>(first))) return 0;
-            break;
+
+        case WM_SETFOCUS: SetFocus(focus_ ? focus_ : FirstField()); return 0;
         case WM_CLOSE:
             if (AskClose()) program_.CloseByUser(window_);
             return 0;
-        case Program::forgetMenu: leaving_.reset(); return 0;
+        case Program::forgetMenu: leaving_.clear(); return 0;
         default: break;
     }
     return Pane::OnMessage(message, first, second);

@@ -23,6 +23,9 @@ class HostFrame : public Pane {
     // Opens the menu of a popup control; false when it is none of this window's.
     bool OpenMenu(const standin::ControlView& popup);
     void CloseMenu();
+    // Opens the menu with that access key; false when there is none.
+    bool OnAccessKey(char letter);
+    [[nodiscard]] bool HasMenu() const { return popup_ != nullptr; }
 
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
@@ -30,6 +33,7 @@ class HostFrame : public Pane {
     virtual void OnCommand(int id, int code) = 0;
     virtual LRESULT OnNotify(const NMHDR&) { return 0; }
     virtual void ShowHint(const std::string&) {}
+    [[nodiscard]] virtual HWND FirstField() const = 0;  // where the keyboard goes at first
     void Arrange();
 
     Program& program_;
@@ -37,12 +41,15 @@ class HostFrame : public Pane {
   private:
     void OnPress(const standin::ControlView& control);
     void OnChosen(int instance);
-    bool OnAccessKey(char letter);
+    void OnOutside(POINT point);
     void OnActivate(WPARAM first);
 
     standin::Window window_;
     std::unique_ptr<Strip> menu_, toolbar_;
-    std::unique_ptr<Popup> popup_, leaving_;
+    std::unique_ptr<Popup> popup_;
+    std::vector<std::unique_ptr<Popup>> leaving_;  // closed, but perhaps in the middle of a message
+    int openMenu_ = 0;
+    HWND focus_ = nullptr;  // where the keyboard was when the frame was left
 };
 
 // Plain child controls of Windows, in the period's font.

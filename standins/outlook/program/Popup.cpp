@@ -13,8 +13,12 @@ constexpr int rowHeight = 22, gutter = 26, textGap = 8, rightMargin = 30, separa
 }  // namespace
 
 Popup::Popup(HWND owner, const standin::Outlook& outlook, std::vector<standin::ControlView> entries, POINT corner,
-             std::function<void(int)> chosen)
-    : outlook_(outlook), look_(Look::Of(outlook.Version())), chosen_(std::move(chosen)), owner_(owner) {
+             std::function<void(int)> chosen, std::function<void(POINT)> outside)
+    : outlook_(outlook),
+      look_(Look::Of(outlook.Version())),
+      chosen_(std::move(chosen)),
+      outside_(std::move(outside)),
+      owner_(owner) {
     for (standin::ControlView& entry : entries)
         if (entry.visible) rows_.push_back({std::move(entry)});
     LayOut();
@@ -88,14 +92,18 @@ int Popup::RowAt(POINT point) const {
 
 void Popup::OnMove(POINT point) {
     const int hot = RowAt(point);
-    if (hot == hot_) return;
-    hot_ = hot;
-    Redraw();
+    if (hot != hot_) {
+        hot_ = hot;
+        Redraw();
+    }
+    const RECT all = Client();
+    if (PtInRect(&all, point)) return;
+    ClientToScreen(Handle(), &point);
+    const std::function<void(POINT)> outside = outside_;  // the owner may open another menu instead of this one
+    outside(point);
 }
 
 void Popup::OnClick(POINT point) {
-    const RECT all = Client();
-    if (!PtInRect(&all, point)) return Choose(0);
     const int number = RowAt(point);
     if (number < 0 || !rows_[static_cast<std::size_t>(number)].control.enabled) return;
     const Row& row = rows_[static_cast<std::size_t>(number)];
@@ -108,8 +116,8 @@ void Popup::OnClick(POINT point) {
 void Popup::OpenInner(const Row& row) {
     POINT corner{row.place.right - 2, row.place.top - edge};
     ClientToScreen(Handle(), &corner);
-    inner_ = std::make_unique<Popup>(owner_, outlook_, row.control.entries, corner,
-                                     [this](int instance) { Choose(instance); });
+    inner_ = std::make_unique<Popup>(
+        owner_, outlook_, row.control.entries, corner, [this](int instance) { Choose(instance); }, [](POINT) {});
 }
 
 // The owner destroys the menu, so nothing may follow.

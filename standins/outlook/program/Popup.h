@@ -12,9 +12,10 @@ namespace program {
 
 class Popup : public Pane {
   public:
-    // `chosen` gets the InstanceId of the clicked entry, or 0 when the menu was closed without one.
+    // `chosen` gets the InstanceId of the clicked entry, or 0 when the menu was closed without one; `outside` where the
+    // mouse is on the screen when it is beside the menu.
     Popup(HWND owner, const standin::Outlook& outlook, std::vector<standin::ControlView> entries, POINT corner,
-          std::function<void(int)> chosen);
+          std::function<void(int)> chosen, std::function<void(POINT)> outside);
     ~Popup() override;
 
   protected:
@@ -41,6 +42,7 @@ class Popup : public Pane {
     SIZE size_{};
     int hot_ = -1;
     std::function<void(int)> chosen_;
+    std::function<void(POINT)> outside_;
     std::unique_ptr<Popup> inner_;
     HWND owner_;
 };

@@ -58,6 +58,19 @@ void Program::ShowAddIns() {
     SetForegroundWindow(addInsWindow_->Handle());
 }
 
+void Program::Dispatch(MSG& message) {
+    const HWND root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+    for (const auto& [number, frame] : frames_) {
+        if (frame->Handle() != root) continue;
+        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE && frame->HasMenu()) return frame->CloseMenu();
+        if (message.message == WM_SYSKEYDOWN && frame->OnAccessKey(static_cast<char>(message.wParam))) return;
+        if (IsDialogMessageA(root, &message)) return;
+        break;
+    }
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+}
+
 // --- what a user does ---
 
 void Program::Click(standin::Window window, int instance) {

@@ -23,6 +23,8 @@ class Program : public Pane, public standin::Watcher {
     [[nodiscard]] HostFrame* FrameOf(standin::Window window) const;  // null when it has none
     [[nodiscard]] bool Over() const;
     void ShowAddIns();
+    // Dispatches one message of the thread, with what the keyboard does in frames.
+    void Dispatch(MSG& message);
     void Update();  // what has changed is drawn now, not with the next message
 
     // What a user does in a frame.

@@ -23,8 +23,7 @@ void Stage::Pump(DWORD milliseconds) const {
     for (;;) {
         MSG message;
         while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-            TranslateMessage(&message);
-            DispatchMessageA(&message);
+            program_.Dispatch(message);
         }
         const DWORD passed = GetTickCount() - start;
         if (passed >= milliseconds) return;

@@ -2,6 +2,7 @@
 
 #include <windowsx.h>
 
+#include <algorithm>
 #include <cctype>
 
 namespace program {
@@ -119,6 +120,24 @@ POINT Strip::Below(int instance) const {
         if (cell.control.instance == instance) corner = {cell.place.left, cell.place.bottom};
     ClientToScreen(Handle(), &corner);
     return corner;
+}
+
+void Strip::MarkOpen(int instance) {
+    open_ = instance;
+    pressed_ = false;
+    hot_ = -1;
+    Redraw();
+}
+
+bool Strip::Has(int instance) const {
+    return std::any_of(cells_.begin(), cells_.end(),
+                       [&](const Cell& cell) { return cell.control.instance == instance; });
+}
+
+const standin::ControlView* Strip::At(POINT onScreen) const {
+    ScreenToClient(Handle(), &onScreen);
+    const int number = CellAt(onScreen);
+    return number < 0 ? nullptr : &cells_[static_cast<std::size_t>(number)].control;
 }
 
 const standin::ControlView* Strip::WithAccessKey(char letter) const {

@@ -18,11 +18,10 @@ class Strip : public Pane {
     [[nodiscard]] int Height() const;
     // Where a menu of this control opens, on the screen.
     [[nodiscard]] POINT Below(int instance) const;
+    [[nodiscard]] bool Has(int instance) const;
+    [[nodiscard]] const standin::ControlView* At(POINT onScreen) const;          // null when there is none
     [[nodiscard]] const standin::ControlView* WithAccessKey(char letter) const;  // null when there is none
-    void MarkOpen(int instance) {
-        open_ = instance;
-        Redraw();
-    }
+    void MarkOpen(int instance);
 
     std::function<void(const standin::ControlView&)> onPress;
     std::function<void(const standin::ControlView&)> onHover;  // a control under the mouse; the empty view when none

@@ -90,12 +90,9 @@ void FillMailbox(standin::Outlook& outlook) {
     outlook.AddItem(FolderKind::Tasks, {{"Subject", "Renew the phone contract"}, {"DueDate", "2006-05-31"}});
 }
 
-void RunLoop() {
+void RunLoop(Program& program) {
     MSG message;
-    while (GetMessageA(&message, nullptr, 0, 0) > 0) {
-        TranslateMessage(&message);
-        DispatchMessageA(&message);
-    }
+    while (GetMessageA(&message, nullptr, 0, 0) > 0) program.Dispatch(message);
 }
 
 }  // namespace
@@ -108,7 +105,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     FillMailbox(program.Host());
     program.Start();
     if (arguments->scenario.empty()) {
-        RunLoop();
+        RunLoop(program);
         return 0;
     }
     const Stage stage(program);

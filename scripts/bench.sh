@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the measuring programs (tests/bench) of the optimised builds and gathers their results: scripts/bench [file.csv]
+# Runs the measuring programs (tests/bench) of the optimised builds and gathers their results: scripts/bench.sh [file.csv]
 # Program and wineserver are pinned to one processor, so that no call is timed with a hand-over between two of them.
 # Ends with 1 when a target was missed.
 set -uo pipefail
@@ -7,9 +7,13 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 csv=$(realpath -m "${1:-$root/build/bench.csv}")
 cpu=0
 
+cd "$root" || exit 2
+for preset in native-release win32-release; do
+    scripts/build.sh "$preset" > "build/bench-$preset.log" 2>&1 || { tail -n 30 "build/bench-$preset.log"; exit 2; }
+done
 . "$root/scripts/wine-env.sh" || exit 2
 wine cmd /c exit  # so that the prefix's wineserver runs
-servers=$(for pid in $(pgrep -x wineserver); do
+servers=$(for pid in $(pgrep wineserver); do
     tr '\0' '\n' 2>/dev/null < "/proc/$pid/environ" | grep -qx "WINEPREFIX=$WINEPREFIX" && echo "$pid"
 done)
 restore() { for pid in $servers; do taskset -pc "0-$(($(nproc --all) - 1))" "$pid" >/dev/null 2>&1; done; }

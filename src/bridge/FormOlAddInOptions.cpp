@@ -1,0 +1,217 @@
+#include "bridge/FormOlAddInOptions.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "bridge/OlVersion.h"
+#include "bridge/OptionsLayout.h"
+#include "bridge/Profiles.h"
+#include "bridge/RegEdit.h"
+#include "language/Language.h"
+#include "language/LanguageForms.h"
+#include "platform/Desktop.h"
+#include "platform/Picture.h"
+#include "platform/Text.h"
+#include "support/Debug.h"
+#include "support/WindowsMiscHelp.h"
+
+using platform::Control;
+using platform::ControlKind;
+using platform::ControlSpec;
+using RegEdit::Root;
+
+namespace ControlStyle = platform::ControlStyle;
+
+namespace {
+
+constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+constexpr const char* helpPage = "AddInOutl.htm";
+constexpr std::int32_t helpKey = 112;  // F1
+constexpr std::int32_t outlook2003 = 11;
+constexpr std::string_view baseProfile = "corvella";
+constexpr const char* productName = "Corvella";
+constexpr const char* automatic = "Automatic";
+
+constexpr ControlSpec controls[] = {
+    {"Picture1", ControlKind::PictureBox},
+    {"Label6", ControlKind::Label},
+    {"Frame1", ControlKind::Frame},
+    {"Label1", ControlKind::Label},
+    {"TextDelay", ControlKind::TextBox},
+    {"Label2", ControlKind::Label},
+    {"Label3", ControlKind::Label},
+    {"TextRemain", ControlKind::TextBox},
+    {"Label4", ControlKind::Label},
+    {"CheckT", ControlKind::CheckBox, ControlStyle::Hidden},
+    {"CheckA", ControlKind::CheckBox, ControlStyle::Hidden},
+    {"CheckC", ControlKind::CheckBox, ControlStyle::Hidden},
+    {"Frame2", ControlKind::Frame},
+    {"OptionSync", ControlKind::OptionButton, ControlStyle::GroupStart},
+    {"OptionDlg", ControlKind::OptionButton},
+    {"Frame3", ControlKind::Frame},
+    {"Label5", ControlKind::Label},
+    {"ComboProfiles", ControlKind::ComboBox},
+    {"ButtonOK", ControlKind::Button, ControlStyle::Default},
+    {"ButtonCancel", ControlKind::Button, ControlStyle::Cancel},
+    {"ButtonHelp", ControlKind::Button},
+};
+
+// What the form reads where the language file has nothing.
+constexpr std::pair<const char*, const char*> captions[] = {
+    {"Label6", "These settings apply whenever Outlook passes data to Corvella."},
+    {"Frame1", "Transfer to the phone"},
+    {"Label1", "&Start Corvella after:"},
+    {"Label2", "seconds"},
+    {"Label3", "&Keep Corvella open for:"},
+    {"Label4", "seconds"},
+    {"Frame2", "Synchronize command"},
+    {"OptionSync", "Synchronize &immediately"},
+    {"OptionDlg", "Show the synchronization &dialog first"},
+    {"Frame3", "Profile"},
+    {"Label5", "&Profile for Outlook:"},
+    {"ButtonOK", "OK"},
+    {"ButtonCancel", "Cancel"},
+    {"ButtonHelp", "&Help"},
+};
+
+// In the order of OptionsLayout::Item.
+constexpr std::array<const char*, OptionsLayout::items> arranged{
+    "Picture1", "Label6",     "Frame1",        "Label1",   "TextDelay",    "Label2",
+    "Label3",   "TextRemain", "Label4",        "Frame2",   "OptionSync",   "OptionDlg",
+    "Frame3",   "Label5",     "ComboProfiles", "ButtonOK", "ButtonCancel", "ButtonHelp"};
+
+[[nodiscard]] std::string Value(const char* name) { return RegEdit::GetRegString(Root::CurrentUser, outlookKey, name); }
+
+void SaveValue(const char* name, std::string_view text) {
+    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(outlookKey), name, text, RegEdit::TypeText);
+}
+
+class Captions : public OptionsLayout::TextMeasure {
+  public:
+    explicit Captions(FormOlAddInOptions& form) : form_(form) {}
+    [[nodiscard]] platform::Size Of(OptionsLayout::Item item, std::int32_t width) const override {
+        const Control& control = form_.The(arranged[static_cast<std::size_t>(item)]);
+        return form_.TextSize(control, control.Caption(), width);
+    }
+
+  private:
+    FormOlAddInOptions& form_;
+};
+
+}  // namespace
+
+FormOlAddInOptions::FormOlAddInOptions() : Form("FormOlAddInOptions", controls) {
+    ShowDesignTexts();
+    The("Picture1").SetPicture("*information");
+    The("ButtonOK").on.click = [this] { ButtonOK_Click(); };
+    The("ButtonCancel").on.click = [this] { ButtonCancel_Click(); };
+    The("ButtonHelp").on.click = [this] { ButtonHelp_Click(); };
+}
+
+FormOlAddInOptions::~FormOlAddInOptions() { Unload(); }
+
+FormOlAddInOptions& FormOlAddInOptions::Shared() {
+    static FormOlAddInOptions shared;
+    return shared;
+}
+
+void FormOlAddInOptions::Show() {
+    if (Visible()) return BringToFront();
+    if (!Load()) return;
+    ShowModal();
+    Unload();
+}
+
+bool FormOlAddInOptions::OnKeyDown(std::int32_t key) {
+    if (key != helpKey) return false;
+    ButtonHelp_Click();
+    return true;
+}
+
+void FormOlAddInOptions::Form_Load() {
+    const Debug::Trace trace("FormOlAddInOptions.Form_Load");
+    platform::MakeTopmost(Window());  // before there are tool tips: Wine takes a window below one for topmost already
+    ShowValues();
+    Language::GetLanguageStringsForForm(*this);
+    if (OlVersion >= outlook2003) ShowMenuColor();
+    Arrange();
+    The("TextDelay").TakeFocus();
+}
+
+void FormOlAddInOptions::ShowDesignTexts() {
+    SetCaption("Corvella Add-In Options");
+    for (const auto& [name, caption] : captions) The(name).SetCaption(caption);
+    for (Control& control : Controls()) control.SetToolTip({});
+}
+
+void FormOlAddInOptions::ShowValues() {
+    The("TextDelay").SetText(Value("Delay"));
+    The("TextRemain").SetText(Value("Remain"));
+    ListProfiles();
+    const bool direct = platform::Val(Value("NoDlg")) != 0;
+    The(direct ? "OptionSync" : "OptionDlg").SetValue(true);
+}
+
+void FormOlAddInOptions::ListProfiles() {
+    std::vector<std::string> found;
+    Profiles::GetProfiles(found);
+    std::vector<std::string> list{Language::GetLanguageString("FormSMSPortSettings", "auto")};
+    if (list[0].empty()) list[0] = automatic;
+    for (std::string& profile : found) {
+        if (profile == baseProfile) profile = productName;
+        if (!profile.empty()) list.push_back(std::move(profile));
+    }
+    Control& profiles = The("ComboProfiles");
+    profiles.SetList(std::move(list));
+    const std::string chosen = Value("Profile");
+    if (chosen.empty()) {
+        profiles.SetListIndex(0);
+    } else {
+        profiles.SetText(chosen);
+    }
+}
+
+void FormOlAddInOptions::ShowMenuColor() {
+    const std::uint32_t color = platform::ColorOf(platform::SystemColor::Menu);
+    for (const char* name : {"Frame1", "Frame2", "Frame3", "Picture1"}) The(name).SetBackColor(color);
+}
+
+void FormOlAddInOptions::Arrange() {
+    OptionsLayout::Request request;
+    request.dotsAnInch = Scaled(request.dotsAnInch);
+    request.lineHeight = TextSize(The("Label1"), "X").height;
+    request.widest = WorkArea().width - Scaled(16);  // the form's border
+    const OptionsLayout::Layout layout = OptionsLayout::Arranged(request, Captions(*this));
+    for (std::size_t i = 0; i < arranged.size(); ++i) The(arranged[i]).SetPosition(layout.at[i]);
+    SetInsideSize(layout.inside);
+    Center();
+}
+
+void FormOlAddInOptions::SaveValues() {
+    SaveValue("Delay", The("TextDelay").Text());
+    SaveValue("Remain", The("TextRemain").Text());
+    SaveValue("NoDlg", The("OptionSync").Value() ? "1" : "");
+    const Control& profiles = The("ComboProfiles");
+    SaveValue("Profile", profiles.ListIndex() == 0 ? std::string() : profiles.Text());
+}
+
+void FormOlAddInOptions::ButtonOK_Click() {
+    const Debug::Trace trace("FormOlAddInOptions.ButtonOK_Click");
+    SaveValues();
+    ButtonCancel_Click();
+}
+
+// Ends Show, which unloads the form.
+void FormOlAddInOptions::ButtonCancel_Click() {
+    const Debug::Trace trace("FormOlAddInOptions.ButtonCancel_Click");
+    Hide();
+}
+
+void FormOlAddInOptions::ButtonHelp_Click() {
+    const Debug::Trace trace("FormOlAddInOptions.ButtonHelp_Click");
+    if (std::exchange(helpOpens_, true)) return;
+    WindowsMisc::CallHelp(helpPage);
+    helpOpens_ = false;
+}
