@@ -25,12 +25,12 @@ for target in "${targets[@]}"; do
     mkdir -p "$found/inputs"
     options=(-max_total_time="$seconds" -max_len=384 -timeout=10 -print_final_stats=1 "-artifact_prefix=$found/")
     if [ -f "tests/fuzz/$target.dict" ]; then options+=("-dict=tests/fuzz/$target.dict"); fi
-    if "$build/fuzz_$target" "${options[@]}" "$found/inputs" "tests/fuzz/corpus/$target" >"$found/log" 2>&1; then
-        verdict="no finding"
-    else
-        verdict="A FINDING, see $found/log"
+    verdict="no finding"
+    if ! "$build/fuzz_$target" "${options[@]}" "$found/inputs" "tests/fuzz/corpus/$target" >"$found/log" 2>&1; then
+        verdict="ended early, see $found/log"
         status=1
     fi
+    if grep -q 'Test unit written to' "$found/log"; then verdict="A FINDING, see $found/log"; fi
     executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$found/log")
     printf '%-16s %12s executions in %s s: %s\n' "$target" "${executions:-?}" "$seconds" "$verdict"
 done

@@ -1,6 +1,7 @@
 #include "config/IniCache.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Err.h"
 #include "platform/Profile.h"
@@ -109,7 +110,7 @@ void Cache::SetLimit(std::int32_t bytes) noexcept {
 
 bool Cache::WriteIniFile(CacheEntry& entry, bool verify) {
     const platform::ErrorScope ownErrors;
-    entry.text = IniText::OnDisk(entry.text);
+    entry.text = IniText::OnDisk(std::move(entry.text));
     entry.index.Forget();
     const std::optional<FileStamp> written = platform::ReplaceWhole(entry.fileName, entry.text);
     if (!written) return false;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 #include "platform/Text.h"
 
@@ -10,6 +11,8 @@ namespace {
 
 constexpr std::size_t none = std::string_view::npos;
 constexpr std::string_view nextSection = "\r\n[";
+constexpr std::string_view threeBreaks = "\r\n\r\n\r\n";
+constexpr std::size_t twoBreaks = 4;  // bytes
 constexpr std::size_t shortText = 4;  // a text of no more bytes keeps its line breaks before a new section
 
 unsigned char Byte(char c) { return static_cast<unsigned char>(c); }
@@ -42,6 +45,18 @@ std::optional<Span> FindHead(std::string_view text, std::string_view head, Compa
     const std::size_t begin = Find(text, head, 0, comparison);
     if (begin == none) return std::nullopt;
     return Span{begin, std::min(Find(text, nextSection, begin + head.size()), text.size())};
+}
+
+// The first such run at or after `from`. One of its six bytes stands at every sixth place, so only these are looked at.
+std::size_t FindThreeBreaks(std::string_view text, std::size_t from) {
+    constexpr std::size_t length = threeBreaks.size();
+    for (std::size_t last = from + length - 1; last < text.size(); last += length) {
+        if (text[last] != '\r' && text[last] != '\n') continue;
+        const std::size_t first = last - (length - 1);
+        const std::size_t hit = text.substr(first, 2 * length - 1).find(threeBreaks);
+        if (hit != none) return first + hit;
+    }
+    return none;
 }
 
 std::string_view WithoutBreaksAtEnd(std::string_view text) {
@@ -137,17 +152,18 @@ bool Write(std::string& text, std::string_view section, std::string_view key, st
     return true;
 }
 
-std::string OnDisk(std::string_view text) {
-    constexpr std::string_view two = "\r\n\r\n";
-    constexpr std::string_view three = "\r\n\r\n\r\n";
-    const std::string_view lines = WithoutBreaksAtEnd(text);
+std::string OnDisk(std::string text) {
+    text.resize(WithoutBreaksAtEnd(text).size());
+    std::size_t run = FindThreeBreaks(text, 0);
+    if (run == none) return std::move(text.append(lineBreak));
     std::string thinned;
-    thinned.reserve(lines.size() + lineBreak.size());
+    thinned.reserve(text.size());
     std::size_t from = 0;
-    for (std::size_t hit; (hit = lines.find(three, from)) != none; from = hit + three.size()) {
-        thinned.append(lines.substr(from, hit - from)).append(two);
+    for (; run != none; run = FindThreeBreaks(text, from)) {
+        thinned.append(text, from, run + twoBreaks - from);
+        from = run + threeBreaks.size();
     }
-    return thinned.append(lines.substr(from)).append(lineBreak);
+    return thinned.append(text, from).append(lineBreak);
 }
 
 std::optional<std::string_view> Index::Read(std::string_view text, std::string_view section, std::string_view key,

@@ -56,7 +56,7 @@ bool Write(std::string& text, std::string_view section, std::string_view key, st
 
 // The text as it goes to disk: of three line breaks in a row two are left, counted from the front in one
 // pass (of four, three), and it ends in exactly one.
-[[nodiscard]] std::string OnDisk(std::string_view text);
+[[nodiscard]] std::string OnDisk(std::string text);
 
 // Remembers where the sections asked for lie, and the keys in them, so that further questions about the same
 // text cost no search. Answers as Read does, always: whoever changes the text calls Forget.
