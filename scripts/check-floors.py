@@ -33,6 +33,8 @@ FILES = {
     "config/IniFile": 3,
     "config/InifileCV": 4,
     "config/PathsInit": 4,
+    "support/PathRules": 4,
+    "support/Paths": 4,
     "support/WindowsMiscMetrics": 4,
     "support/DebugSetup": 6,
     "support/ExecText": 6,

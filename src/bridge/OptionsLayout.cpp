@@ -15,7 +15,8 @@ constexpr std::int32_t rowGap = 6;
 constexpr std::int32_t columnGap = 8;  // between a label and its field
 constexpr std::int32_t pictureSide = 32;
 constexpr std::int32_t pictureGap = 12;
-constexpr std::int32_t fieldPadding = 8;  // what a field is higher than its line
+constexpr std::int32_t fieldEdges = 6;    // pixels at any resolution, as Windows draws them
+constexpr std::int32_t fieldPadding = 2;  // and what a field is higher than edges and line
 constexpr std::int32_t numberWidth = 60;
 constexpr std::int32_t profileWidth = 160;  // at least
 constexpr std::int32_t mark = 20;           // of an option, in front of its text
@@ -49,7 +50,7 @@ class Arrangement {
   private:
     [[nodiscard]] std::int32_t Scaled(std::int32_t length) const { return (length * request_.dotsAnInch + 48) / 96; }
     [[nodiscard]] std::int32_t Width(Item item) const { return measure_.Of(item, 0).width; }
-    [[nodiscard]] std::int32_t FieldHeight() const { return request_.lineHeight + Scaled(fieldPadding); }
+    [[nodiscard]] std::int32_t FieldHeight() const { return request_.lineHeight + fieldEdges + Scaled(fieldPadding); }
     [[nodiscard]] std::int32_t InsideLeft() const { return Scaled(margin) + Scaled(inset); }
     [[nodiscard]] std::int32_t InsideRight() const { return Scaled(margin) + width_ - Scaled(inset); }
     [[nodiscard]] std::int32_t FieldLeft() const { return InsideLeft() + labels_; }

@@ -52,6 +52,7 @@ std::int32_t ReadStorageMode() {
 
 // An installer leaves a configuration for the product in the temporary folder.
 void TakeOverConfigFile() {
+    if (paths.TemporaryFolder.empty()) return;  // not known: there is no scripting object
     const std::string left = In(paths.TemporaryFolder, configFile);
     if (!FileExists(left) || !Files::GetFileContents(left).starts_with(configFileBegin)) return;
     for (const std::string& folder : {paths.AddInFolder, paths.RoamingDataFolder}) {

@@ -140,6 +140,15 @@ COLORREF Readable(COLORREF color, COLORREF back) {
     return Brightness(back) > 128 ? RGB(0, 0, 192) : RGB(160, 160, 255);
 }
 
+// A combo box takes its height from its font: the line is made as much higher as it is lower than a field.
+void FitComboLine(HWND combo, int height) {
+    constexpr auto line = static_cast<WPARAM>(-1);
+    RECT area{};
+    if (!GetWindowRect(combo, &area) || height <= 0) return;
+    const LRESULT fitted = SendMessageA(combo, CB_GETITEMHEIGHT, line, 0) + height - (area.bottom - area.top);
+    if (fitted > 0) SendMessageA(combo, CB_SETITEMHEIGHT, line, fitted);
+}
+
 // A device to measure on, with a font selected, for one scope.
 class MeasuringDevice {
   public:
@@ -434,8 +443,10 @@ void ControlWindow::ShowTimer() const {
 
 void ControlWindow::ShowPosition() const {
     Rect area = control_->Position();
-    if (control_->Kind() == ControlKind::ComboBox) area.height *= 1 + linesOfDroppedList;
+    const bool combo = control_->Kind() == ControlKind::ComboBox;
+    if (combo) area.height *= 1 + linesOfDroppedList;
     SetWindowPos(handle_, nullptr, area.left, area.top, area.width, area.height, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (combo) FitComboLine(handle_, control_->Position().height);
     if (PaintedByUs()) InvalidateRect(handle_, nullptr, TRUE);
 }
 

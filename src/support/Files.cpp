@@ -39,6 +39,7 @@ struct State {
     System system;
     Dispatch* fileSystem = nullptr;
     bool registrationTried = false;
+    bool userTold = false;
     double windowsVersion = 0;
 };
 State state;
@@ -111,6 +112,7 @@ PathSource PlugApplicationPath(PathSource source) noexcept { return std::exchang
 System PlugSystem(const System& system) {
     delete std::exchange(state.fileSystem, nullptr);
     state.registrationTried = false;
+    state.userTold = false;
     state.windowsVersion = 0;
     return std::exchange(state.system, system);
 }
@@ -186,7 +188,7 @@ bool EnsureFileSystemObject() {
     if (state.fileSystem != nullptr) return true;
     const platform::ErrorScope ownErrors;
     if (CreateFileSystem() || CreateAfterRegistration()) return true;
-    if (platform::EnvironmentVariable("KDEHOME").empty()) {
+    if (!std::exchange(state.userTold, true) && platform::EnvironmentVariable("KDEHOME").empty()) {
         Show("Make sure the file scrrun.dll is in your Windows System32 directory and registered!");
     }
     return false;

@@ -50,7 +50,8 @@ enum Encoding : std::int32_t {
 bool WriteFileConents(const std::string& path, const std::string& text, bool append = false,
                       std::int32_t encoding = AsGiven, bool showError = false);
 
-// True when there is one, which FileSystem() then answers. A library that is not registered is registered once.
+// True when there is one, which FileSystem() then answers. A library that is not registered is registered once, and a
+// user whose system has none is told once.
 bool EnsureFileSystemObject();
 [[nodiscard]] const platform::Dispatch& FileSystem();
 
@@ -62,8 +63,8 @@ bool EnsureFileSystemObject();
 using PathSource = std::string (*)();
 PathSource PlugApplicationPath(PathSource source) noexcept;
 
-// What EnsureFileSystemObject needs of the system; a null member stands for the real thing. Plugging forgets the
-// object, the attempt to register its library, and the version. Answers what was plugged in before.
+// What EnsureFileSystemObject needs of the system; a null member stands for the real thing. Plugging begins anew,
+// without object and version. Answers what was plugged in before.
 struct System {
     platform::Dispatch (*createFileSystem)() = nullptr;
     bool (*start)(const std::string& commandLine) = nullptr;  // minimised

@@ -165,20 +165,28 @@ bool AddInList::Load(AddIn& addIn, ConnectMode mode) {
         gate_->Complain(addIn.progId + " could not be created");
         return false;
     }
-    const long startedBy = session_.options.startedBy == StartedBy::User ? 1 : 3;
-    Custom custom(session_.options.customArray, startedBy, true);
-    const Ref<standin::Object> self = ObjectOf(addIn);
-    const bool accepted =
-        Tell(addIn, mode == ConnectMode::Startup ? "OnConnection(Startup)" : "OnConnection(AfterStartup)",
-             [&](Extensibility& object) {
-                 return object.OnConnection(session_.ApplicationObject().get(), static_cast<int>(mode), self.get(),
-                                            custom.Get());
-             });
+    const bool accepted = Connect(addIn, mode);
     if (!accepted) {
         addIn.published = {};
         addIn.loaded = {};
     }
     return accepted;
+}
+
+bool AddInList::Connect(AddIn& addIn, ConnectMode mode) {
+    const long startedBy = session_.options.startedBy == StartedBy::User ? 1 : 3;
+    Custom custom(session_.options.customArray, startedBy, true);
+    const Ref<standin::Object> self = ObjectOf(addIn);
+    return Tell(addIn, mode == ConnectMode::Startup ? "OnConnection(Startup)" : "OnConnection(AfterStartup)",
+                [&](Extensibility& object) {
+                    return object.OnConnection(session_.ApplicationObject().get(), static_cast<int>(mode), self.get(),
+                                               custom.Get());
+                });
+}
+
+void AddInList::ConnectAgain(const std::string& progId) {
+    AddIn* addIn = Find(progId);
+    if (addIn && addIn->loaded) Connect(*addIn, ConnectMode::AfterStartup);
 }
 
 bool AddInList::Unload(AddIn& addIn, DisconnectMode mode) {

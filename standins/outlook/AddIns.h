@@ -29,10 +29,12 @@ class AddInList {
     void LoadAtStart();
     // False when it is loaded already, unknown, cannot be created or refuses.
     bool Load(AddIn& addIn, ConnectMode mode);
+    bool Connect(AddIn& addIn, ConnectMode mode);
     bool Unload(AddIn& addIn, DisconnectMode mode);  // as the user does it
     bool LoadByUser(const std::string& progId);
     bool UnloadByUser(const std::string& progId);
     void LoadOnDemand(const std::string& progId);
+    void ConnectAgain(const std::string& progId);
     void TellStartupComplete();
     // OnBeginShutdown of all, then OnDisconnection of all, and their release. `onlyThoseAsking`: see wantsShutdown.
     void Shutdown(bool onlyThoseAsking);

@@ -60,8 +60,6 @@ ControlView FindView(const WindowObject& window, const std::function<bool(const 
     return view;
 }
 
-std::string KindName(const WindowObject& window) { return window.Name(); }
-
 }  // namespace
 
 Outlook::Outlook(const Options& options) {
@@ -94,6 +92,12 @@ bool Outlook::UnloadAddIn(const std::string& progId) {
     return session_->addIns->UnloadByUser(progId);
 }
 
+void Outlook::ConnectAgain(const std::string& progId) {
+    MustRun(*session_);
+    session_->gate->Action("connect " + progId + " again");
+    session_->addIns->ConnectAgain(progId);
+}
+
 std::vector<AddInView> Outlook::AddIns() const {
     std::vector<AddInView> views;
     for (const auto& addIn : session_->addIns->All())
@@ -123,7 +127,7 @@ IDispatch* Outlook::Application() {
 Window Outlook::OpenExplorer(FolderKind folder) {
     MustRun(*session_);
     session_->gate->Action("open an Explorer");
-    const Ref<ExplorerObject> explorer(session_->NewExplorer(session_->store.Get(folder)));
+    const Ref<ExplorerObject> explorer = session_->NewExplorer(session_->store.Get(folder));
     session_->Show(explorer.get());
     return {explorer->Number()};
 }
@@ -132,27 +136,27 @@ Window Outlook::OpenInspector(Item item) {
     MustRun(*session_);
     ItemObject& opened = ItemOf(*session_, item);
     session_->gate->Action("open " + opened.Name());
-    const InspectorObject* inspector = session_->Display(&opened);
+    const Ref<InspectorObject> inspector = session_->Display(&opened);
     return {inspector ? inspector->Number() : 0};
 }
 
 void Outlook::Activate(Window window) {
-    session_->gate->Action("activate " + KindName(WindowOf(*session_, window)));
+    session_->gate->Action("activate " + WindowOf(*session_, window).Name());
     session_->Activate(&WindowOf(*session_, window));
 }
 
 void Outlook::Deactivate(Window window) {
-    session_->gate->Action("deactivate " + KindName(WindowOf(*session_, window)));
+    session_->gate->Action("deactivate " + WindowOf(*session_, window).Name());
     session_->Deactivate(&WindowOf(*session_, window));
 }
 
 bool Outlook::CloseWindow(Window window, SaveMode mode) {
-    session_->gate->Action("close " + KindName(WindowOf(*session_, window)));
+    session_->gate->Action("close " + WindowOf(*session_, window).Name());
     return session_->Close(&WindowOf(*session_, window), mode);
 }
 
 bool Outlook::SendMail(Window window) {
-    session_->gate->Action("send from " + KindName(WindowOf(*session_, window)));
+    session_->gate->Action("send from " + WindowOf(*session_, window).Name());
     return session_->Send(&WindowOf(*session_, window));
 }
 

@@ -57,6 +57,11 @@
 //   ShutdownCalls::None  only Application.Quit, for any version: Ending::AddInsNotTold; add-ins of the registry whose
 //                 key has RequireShutdownNotification = 1 are told all the same
 //   After it every object answers E_UNEXPECTED, and EndProcess has been done.
+//
+// What it has not. Early binding (a QueryInterface for `_Explorer` and so on fails and is in Complaints), enumeration
+// of connection points, the text of combo boxes, panes beyond being visible or not, recipients and attachments, the
+// ribbon; OnUpdate of CommandBars and Change of combo boxes can be sunk but are never raised. Ids of members that are
+// not in the documented core (fields such as JobTitle, NameSpace.GetDefaultFolder) are those of the later libraries.
 #pragma once
 #include <windows.h>
 
@@ -245,6 +250,8 @@ class Outlook {
     // OnAddInsUpdate of the loaded ones; LoadBehavior 2 <-> 3. False: was so already, or could not be loaded.
     bool LoadAddIn(const std::string& progId);
     bool UnloadAddIn(const std::string& progId);
+    // OnConnection of an add-in that is connected already, which no host should do.
+    void ConnectAgain(const std::string& progId);
     [[nodiscard]] std::vector<AddInView> AddIns() const;
     // When the session has ended already (the last window closed): how.
     Ending Quit();

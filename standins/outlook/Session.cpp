@@ -124,19 +124,19 @@ WindowObject* Session::FindWindow(int number) const {
 }
 
 template <class T, class... Arguments>
-T* Session::AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments) {
+Ref<T> Session::AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments) {
     const Ref<T> window = Make<T>(gate, ++lastWindow_, std::forward<Arguments>(arguments)...);
     window->bars.bars = std::move(bars);
     windows_.push_back(window);
     RestoreBars(*window);
-    return window.get();
+    return window;
 }
 
-ExplorerObject* Session::NewExplorer(FolderObject* folder) {
+Ref<ExplorerObject> Session::NewExplorer(FolderObject* folder) {
     const Turn turn(*this);
-    ExplorerObject* explorer =
+    const Ref<ExplorerObject> explorer =
         AddWindow<ExplorerObject>(ExplorerBars(options.version, [this] { return NextInstance(); }), folder);
-    if (started_) explorers->Raise(events::NewExplorer, {EventArgument(explorer)});
+    if (started_) explorers->Raise(events::NewExplorer, {EventArgument(explorer.get())});
     return explorer;
 }
 
@@ -148,24 +148,24 @@ InspectorObject* Session::InspectorOf(const ItemObject* item) const {
     return nullptr;
 }
 
-InspectorObject* Session::InspectorFor(ItemObject* item) {
+Ref<InspectorObject> Session::InspectorFor(ItemObject* item) {
     const Turn turn(*this);
-    if (InspectorObject* inspector = InspectorOf(item)) return inspector;
-    InspectorObject* inspector =
+    if (InspectorObject* known = InspectorOf(item)) return known;
+    const Ref<InspectorObject> inspector =
         AddWindow<InspectorObject>(InspectorBars(item->Kind().itemClass, [this] { return NextInstance(); }), item);
-    inspectors->Raise(events::NewInspector, {EventArgument(inspector)});
+    inspectors->Raise(events::NewInspector, {EventArgument(inspector.get())});
     return inspector;
 }
 
-InspectorObject* Session::Display(ItemObject* item) {
+Ref<InspectorObject> Session::Display(ItemObject* item) {
     const Turn turn(*this);
-    const Ref<InspectorObject> inspector(InspectorFor(item));
+    const Ref<InspectorObject> inspector = InspectorFor(item);
     if (!inspector->shown && item->AskOpen() == Cancelled::Yes) {
         TakeOff(inspector.get());
-        return nullptr;
+        return {};
     }
     Show(inspector.get());
-    return inspector->gone ? nullptr : inspector.get();
+    return inspector->gone ? Ref<InspectorObject>() : inspector;
 }
 
 void Session::Show(WindowObject* window) {
@@ -289,6 +289,7 @@ bool Session::SwitchFolder(ExplorerObject* explorer, FolderObject* folder) {
 
 void Session::Select(ExplorerObject* explorer, const std::vector<Ref<ItemObject>>& items) {
     const Turn turn(*this);
+    const Ref<ExplorerObject> alive(explorer);
     explorer->selection = items;
     ContentsChanged();
     explorer->Raise(events::SelectionChange);

@@ -64,10 +64,10 @@ class Session {
     // --- windows ---
     [[nodiscard]] const std::vector<Ref<WindowObject>>& Windows() const { return windows_; }
     [[nodiscard]] WindowObject* FindWindow(int number) const;  // null when it is gone
-    ExplorerObject* NewExplorer(FolderObject* folder);         // hidden; NewExplorer once the session has begun
-    InspectorObject* InspectorFor(ItemObject* item);           // the one it has, or a new hidden one
+    Ref<ExplorerObject> NewExplorer(FolderObject* folder);     // hidden; NewExplorer once the session has begun
+    Ref<InspectorObject> InspectorFor(ItemObject* item);       // the one it has, or a new hidden one
     InspectorObject* InspectorOf(const ItemObject* item) const;
-    InspectorObject* Display(ItemObject* item);  // null when a sink refused
+    Ref<InspectorObject> Display(ItemObject* item);  // null when a sink refused
     void Show(WindowObject* window);
     void Activate(WindowObject* window);
     void Deactivate(WindowObject* window);
@@ -101,7 +101,7 @@ class Session {
 
   private:
     template <class T, class... Arguments>
-    T* AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments);
+    Ref<T> AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments);
     void RestoreBars(WindowObject& window);
     void SaveBars(const WindowObject& window);
     void TakeOff(WindowObject* window);

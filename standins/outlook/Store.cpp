@@ -100,7 +100,7 @@ long FolderObject::GetUnread() {
                                            [](const auto& item) { return item->FieldText("UnRead") == L"True"; }));
 }
 
-void FolderObject::CallDisplay() { TheSession().Show(TheSession().NewExplorer(this)); }
+void FolderObject::CallDisplay() { TheSession().Show(TheSession().NewExplorer(this).get()); }
 Result FolderObject::CallGetExplorer() { return TheSession().NewExplorer(this); }
 
 const TypeDescription& ItemsObject::Type() const {

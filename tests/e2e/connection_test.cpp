@@ -153,3 +153,38 @@ TEST_CASE("a mail window that outlives a contact's keeps the add-in at work for 
         CHECK(session->Exists(mail));
     }
 }
+TEST_CASE("events that arrive after Quit, without a disconnection, fall on nothing") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Session session({.version = version, .shutdownCalls = standin::ShutdownCalls::None});
+        session->Start();
+        const standin::Window window = session.FirstWindow();
+        REQUIRE(session->UnloadAddIn(e2e::progId));
+        session->ResetCalls();
+        session->SwitchFolder(window, standin::FolderKind::Contacts);
+        session->Deactivate(window);
+        session->Activate(window);
+        session.OpenNew(standin::ItemClass::Contact);
+        session->OpenExplorer();
+        CHECK(session->Calls() == 0);
+        session->Quit();
+        CHECK_FALSE(IsActive());
+    }
+}
+TEST_CASE("a second connection without a disconnection starts over and leaves one menu and one button") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        const int references = session->References();
+        const int advises = session->Advises();
+        session->ConnectAgain(e2e::progId);
+        CHECK(session.Popups(session.FirstWindow()).size() == 1);
+        CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);
+        CHECK(session->References() <= references);
+        CHECK(session->Advises() <= advises);
+        CHECK(session->Quit() == standin::Ending::AddInsTold);
+        CHECK(session->References() == 0);
+        CHECK_FALSE(IsActive());
+    }
+}

@@ -197,3 +197,41 @@ TEST_CASE("a click on the synchronise button of one of two windows runs one comm
         acted += line.find(".OnAction ->") != std::string::npos ? 1 : 0;
     CHECK(acted == 1);
 }
+TEST_CASE("menu entries have no tag, so the host asks all of them in all windows, and one acts once") {
+    for (const int version : {10, 11, 12}) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        const standin::Window second = session->OpenExplorer();
+        const standin::ControlView popup = session.Popups(second).front();
+        REQUIRE(popup.entries.size() == 9);
+        session->Record();
+        CHECK(session->Click(popup.entries.at(4)).sinks == 18);
+        int acted = 0;  // a handler that is let through reads the clicked control's mark
+        for (const std::string& line : session->Transcript()) {
+            acted += line.find(".OnAction ->") != std::string::npos ? 1 : 0;
+        }
+        CHECK(acted == 1);
+    }
+}
+TEST_CASE("the nine entries stand in their order, with their groups, pictures and the face of the settings") {
+    Session session({.version = 11});
+    session->Start();
+    const std::vector<standin::ControlView> entries = session.Popups(session.FirstWindow()).front().entries;
+    REQUIRE(entries.size() == 9);
+    const bool groups[] = {false, true, false, false, true, true, false, true, true};
+    const bool pictures[] = {true, true, false, false, true, true, false, false, false};
+    for (std::size_t entry = 0; entry < entries.size(); ++entry) {
+        CAPTURE(entry);
+        CHECK(entries[entry].beginGroup == groups[entry]);
+        CHECK(entries[entry].hasPicture == pictures[entry]);
+        CHECK(entries[entry].hasMask == pictures[entry]);
+        CHECK_FALSE(entries[entry].caption.empty());
+        CHECK(entries[entry].style == 3);
+        CHECK(entries[entry].parameter == "CVOutlookAddIn.Main");
+        CHECK(entries[entry].onAction == e2e::OwnOnAction());
+        CHECK(entries[entry].tag.empty());
+        CHECK(entries[entry].temporary);
+    }
+    CHECK(entries[5].faceId == 65);
+}

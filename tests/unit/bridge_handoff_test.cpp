@@ -7,6 +7,7 @@
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/FormOlAddInTimer.h"
 #include "bridge/RegEdit.h"
+#include "config/IniFile.h"
 #include "language/Language.h"
 #include "platform/Err.h"
 #include "platform/Module.h"
@@ -40,6 +41,7 @@ class Fixture : public Prompt::Port {
         folder.Write(
             "add-in\\English.lng",
             "[OutlookAddIn]\r\nMsg1=Hand over your %i, all %i?\r\nA=appointments\r\nC=contacts\r\nT=tasks\r\n");
+        IniFile::location = {folder.Path("corvella.ini"), folder.Path("corvella.ini"), 0};
         Language::LangInit();
         Prompt::Plug(this);
         Err().Clear();
@@ -47,6 +49,7 @@ class Fixture : public Prompt::Port {
     ~Fixture() override {
         FormOlAddInTimer::Unload();
         Prompt::Plug(nullptr);
+        IniFile::location = {};
         Files::PlugApplicationPath(nullptr);
         Debug::state = {};
     }

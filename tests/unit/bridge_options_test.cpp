@@ -364,6 +364,15 @@ TEST_CASE_FIXTURE(Fixture, "from Outlook 2003 on the frames have the colour of m
     });
     CHECK(plain != GetSysColor(COLOR_MENU));
 }
+TEST_CASE_FIXTURE(Fixture, "all fields are equally high") {
+    Look([] {
+        RECT field, list;
+        GetWindowRect(At("TextDelay"), &field);
+        GetWindowRect(At("ComboProfiles"), &list);
+        CHECK(list.bottom - list.top == field.bottom - field.top);
+        CHECK(list.bottom - list.top == The("ComboProfiles").Position().height);
+    });
+}
 TEST_CASE_FIXTURE(Fixture, "the boxes for automatic sending belong to the form, but are not shown") {
     Look([] {
         for (const char* name : {"CheckT", "CheckA", "CheckC"}) {

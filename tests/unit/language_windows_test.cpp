@@ -37,9 +37,9 @@ constexpr ControlSpec options[] = {
 struct OptionsForm : Form {
     OptionsForm() : Form("FormOlAddInOptions", options) {}
     ~OptionsForm() override { Unload(); }
-    std::string Text(const char* name) {
-        char text[300] = {};
-        GetWindowTextA(Window(The(name)), text, sizeof text);
+    std::wstring Text(const char* name) {
+        wchar_t text[300] = {};
+        GetWindowTextW(Window(The(name)), text, static_cast<int>(std::size(text)));
         return text;
     }
     BYTE CharSet(const char* name) {
@@ -49,23 +49,35 @@ struct OptionsForm : Form {
         return font.lfCharSet;
     }
     // What Windows' own tool tips hold for the control.
-    std::string ToolTip(const char* name) {
+    std::wstring ToolTip(const char* name) {
         HWND tips = nullptr;
         while ((tips = FindWindowExA(nullptr, tips, TOOLTIPS_CLASSA, nullptr)) != nullptr) {
             if (GetWindow(tips, GW_OWNER) != Window()) continue;
-            char text[300] = {};
-            TOOLINFOA tool = {};
-            tool.cbSize = TTTOOLINFOA_V1_SIZE;
+            wchar_t text[300] = {};
+            TOOLINFOW tool = {};
+            tool.cbSize = TTTOOLINFOW_V1_SIZE;
             tool.hwnd = Window();
             tool.uFlags = TTF_IDISHWND;
             tool.uId = reinterpret_cast<UINT_PTR>(Window(The(name)));
             tool.lpszText = text;
-            SendMessageA(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
+            SendMessageA(tips, TTM_GETTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
             return text;
         }
         return {};
     }
 };
+
+// The letters that the bytes of a language file stand for, by the character set that the file names.
+std::wstring Letters(const std::string& text) {
+    const auto charSet = static_cast<DWORD_PTR>(Language::state.LangCharSet);
+    CHARSETINFO info = {};
+    const bool known = charSet > 1 && TranslateCharsetInfo(reinterpret_cast<DWORD*>(charSet), &info, TCI_SRCCHARSET);
+    const UINT codePage = known ? info.ciACP : 1252;
+    std::wstring letters(text.size(), L'\0');
+    MultiByteToWideChar(codePage, 0, text.data(), static_cast<int>(text.size()), letters.data(),
+                        static_cast<int>(letters.size()));
+    return letters;
+}
 
 // The language as the add-in would load it from the folder of the sources.
 struct Chosen {
@@ -94,7 +106,7 @@ struct Chosen {
 }  // namespace
 
 TEST_CASE("each language that the add-in comes with is shown by the windows of a form") {
-    std::vector<std::string> captions;
+    std::vector<std::wstring> captions;
     for (const char* language : languages) {
         CAPTURE(language);
         const Chosen chosen(language);
@@ -106,15 +118,15 @@ TEST_CASE("each language that the add-in comes with is shown by the windows of a
             CAPTURE(name);
             const std::string text = Language::GetLanguageString("FormOlAddInOptions", name);
             CHECK_FALSE(text.empty());
-            CHECK(form.Text(name) == text.substr(0, text.find('|')));
+            CHECK((form.Text(name) == Letters(text.substr(0, text.find('|')))));
         }
-        CHECK(form.Text("ButtonCancel") == Language::GetLanguageString("Misc", "Cancel"));
+        CHECK((form.Text("ButtonCancel") == Letters(Language::GetLanguageString("Misc", "Cancel"))));
         CHECK_FALSE(form.ToolTip("TextDelay").empty());
-        CHECK(form.ToolTip("OptionDlg") == form.The("OptionDlg").ToolTip());
-        char caption[100] = {};
-        GetWindowTextA(form.Window(), caption, sizeof caption);
+        CHECK((form.ToolTip("OptionDlg") == Letters(form.The("OptionDlg").ToolTip())));
+        wchar_t caption[100] = {};
+        GetWindowTextW(form.Window(), caption, static_cast<int>(std::size(caption)));
         captions.emplace_back(caption);
-        CHECK(captions.back() == Language::GetLanguageString("FormOlAddInOptions", "FormOlAddInOptions"));
+        CHECK((captions.back() == Letters(Language::GetLanguageString("FormOlAddInOptions", "FormOlAddInOptions"))));
     }
     std::sort(captions.begin(), captions.end());
     CHECK(std::adjacent_find(captions.begin(), captions.end()) == captions.end());

@@ -295,3 +295,30 @@ TEST_CASE("a window answers with its frame, when it has one") {
     CHECK(frame == GetDesktopWindow());
     CHECK(host.application->QueryInterface(IID_IOleWindow, window.putVoid()) == E_NOINTERFACE);
 }
+
+TEST_CASE("a sink that closes the window that is announced to it does no harm") {
+    Host host;
+    const Object explorers = Get(host.application, "Explorers").AsObject();
+    Sink sink(explorers, explorersEvents,
+              [](DISPID, DISPPARAMS& parameters) { Call(ArgumentOf(parameters), "Close"); });
+    const standin::Window window = host.outlook.OpenExplorer();
+    CHECK_FALSE(host.outlook.Exists(window));
+    CHECK(host.outlook.Windows().size() == 1);
+    const Object inspectors = Get(host.application, "Inspectors").AsObject();
+    Sink other(inspectors, inspectorsEvents,
+               [](DISPID, DISPPARAMS& parameters) { Call(ArgumentOf(parameters), "Close", {1}); });
+    CHECK_FALSE(host.outlook.OpenInspector(host.outlook.NewItem(ItemClass::Contact)));
+}
+
+TEST_CASE("a sink that closes its window when it is activated does no harm") {
+    Host host;
+    const standin::Window second = host.outlook.OpenExplorer();
+    host.outlook.Activate(host.outlook.Windows().front());
+    const Object explorer = host.Explorer(2);
+    Sink sink(explorer, explorerEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id == Activate) Call(explorer, "Close");
+    });
+    host.outlook.Activate(second);
+    CHECK_FALSE(host.outlook.Exists(second));
+    CHECK(sink.events == Ids{Activate, Close});
+}
