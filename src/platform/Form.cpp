@@ -593,6 +593,7 @@ Control* Form::Focus() {
 void Form::SelectText(const Control& textBox, std::int32_t first, std::int32_t end) {
     if (Loaded()) {
         SendMessageA(Window(textBox), EM_SETSEL, static_cast<WPARAM>(first), static_cast<LPARAM>(end));
+        SendMessageA(Window(textBox), EM_SCROLLCARET, 0, 0);
     }
 }
 

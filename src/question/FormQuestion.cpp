@@ -173,11 +173,13 @@ void FormQuestion::Form_SetLanguage() {
 void FormQuestion::Form_Activate() {
     deactivated_ = false;
     ShowActiveLook();
+    const bool first = !std::exchange(activated_, true);
+    if (first) SelectText(The("Text"), 0, 0);
     const Control* const focus = Focus();
     if (!focus || focus->Kind() != ControlKind::TextBox || focus->Is(Style::MultiLine)) return;
     const auto end = static_cast<std::int32_t>(focus->Text().size());
     SelectText(*focus, end, end);
-    if (!std::exchange(selected_, true)) SelectInput();
+    if (first) SelectInput();
 }
 
 void FormQuestion::Form_Deactivate() {

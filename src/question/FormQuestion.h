@@ -94,7 +94,7 @@ class FormQuestion : public platform::Form {
     bool sizing_ = false;       // the edge is held
     bool busy_ = false;         // the form is being sized
     bool answered_ = false;     // cleared by every answer and by Form_Load; nothing sets it
-    bool selected_ = false;     // the input was selected once
+    bool activated_ = false;    // once at least
     bool deactivated_ = false;  // the caption keeps its inactive look
     bool keepKey_ = true;       // the handle is published below the add-in's own key
 };

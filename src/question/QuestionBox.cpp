@@ -17,8 +17,6 @@
 #include "question/StandardInput.h"
 #include "support/Debug.h"
 #include "support/Prompt.h"
-#include "support/WindowsMiscHelp.h"
-#include "support/WindowsMiscLaunch.h"
 
 namespace QuestionBox {
 namespace {
@@ -339,14 +337,8 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
 
 FormQuestion* Shown() { return current && current->Visible() ? current : nullptr; }
 
-void PlugIn() {
-    Prompt::Plug(&port);
-    links = {&WindowsMisc::ExecApp, &WindowsMisc::CallHelp};
-}
+void PlugIn() { Prompt::Plug(&port); }
 
-void PlugOut() {
-    Prompt::Plug(nullptr);
-    links = {};
-}
+void PlugOut() { Prompt::Plug(nullptr); }
 
 }  // namespace QuestionBox

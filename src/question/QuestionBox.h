@@ -49,7 +49,7 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
 // The form that is shown, or null.
 [[nodiscard]] FormQuestion* Shown();
 
-// From now on the lower floors ask through this box (support/Prompt.h), and it opens links and the help.
+// From now on the lower floors ask through this box (support/Prompt.h).
 void PlugIn();
 void PlugOut();
 

@@ -6,7 +6,9 @@
 #include <cstdlib>
 #include <sstream>
 #include <string>
+#include <vector>
 
+#include "platform/Text.h"
 #include "question/QuestionBox.h"
 #include "support/AddInHouse.h"
 #include "support/FormDriver.h"
@@ -20,34 +22,68 @@ std::string Setting(const char* name, const char* otherwise) {
     return value ? value : otherwise;
 }
 
+// What the boxes say, in the code page of the language.
+struct Texts {
+    const char *language, *conflict, *help, *phoneBook, *content, *pin, *locked, *notClosed;
+};
+const Texts texts[] = {
+    {"English",
+     "3 items were changed both in Outlook and on the phone. Which of them shall be kept?|&Those in Outlook|Those on "
+     "the &phone||&All",
+     "The help is not installed. It can be had at http://www.corvella.com/download/help and takes 2 MB.",
+     "Name of the new phone book:", "Private numbers", "PIN of the phone:", "Phone locked",
+     "Corvella was not closed properly the last time. The log file will help to find the cause, if you send it "
+     "together with a short description of what you did.\r\rDo you want to send it now? "},
+    {"Deutsch",
+     "3 Eintr\xE4ge wurden sowohl in Outlook als auch auf dem Telefon ge\xE4ndert. Welche sollen behalten "
+     "werden?|Eintr\xE4ge in &Outlook \xFC\x62\x65rnehmen|Eintr\xE4ge auf dem &Telefon \xFC\x62\x65rnehmen||F\xFCr "
+     "&alle "
+     "weiteren Eintr\xE4ge",
+     "Die Hilfe ist nicht installiert. Sie finden sie unter http://www.corvella.com/download/help (2 MB).",
+     "Name des neuen Telefonbuchs:", "Private Nummern", "PIN des Telefons:", "Telefon gesperrt",
+     "Corvella wurde beim letzten Mal nicht ordnungsgem\xE4\xDF \x62\x65\x65ndet. Die Protokolldatei hilft, die "
+     "Ursache "
+     "zu finden, wenn Sie sie mit einer kurzen Beschreibung senden.\r\rM\xF6\x63hten Sie sie jetzt senden? "},
+    {"Polski",
+     "3 elementy zmieniono zar\xF3wno w programie Outlook, jak i w telefonie. Kt\xF3re zachowa\xE6?|Elementy z "
+     "programu "
+     "&Outlook|Elementy z &telefonu||&Wszystkie",
+     "Pomoc nie jest zainstalowana. Mo\xBFna j\xB9 pobra\xE6 ze strony http://www.corvella.com/download/help (2 MB).",
+     "Nazwa nowej ksi\xB9\xBFki telefonicznej:", "Numery prywatne", "Kod PIN telefonu:", "Telefon zablokowany",
+     "Program Corvella nie zosta\xB3 ostatnio poprawnie zamkni\xEAty. Plik dziennika pomo\xBF\x65 znale\x9F\xE6 "
+     "przyczyn\xEA.\r\r\x43zy chcesz go teraz wys\xB3\x61\xE6? "},
+};
+
 struct Box {
     const char* name;
     std::int32_t questionId, buttons;
-    const char *prompt, *title, *input, *helpTopic;
+    std::string prompt, title, input, helpTopic;
 };
 
-const std::string longText =
-    "Corvella was not closed properly the last time. The log file will help to find the cause, if you send it together "
-    "with a short description of what you did.\r\rDo you want to send it now? ";
-
-const Box boxes[] = {
-    {"message", -1, 0x40, "1:Debug1", "", "-1", ""},
-    {"question", -1, 0xA3, "3 items were changed both in Outlook and on the phone.|&Outlook wins|&Phone wins||&All", "",
-     "-1", ""},
-    {"link", static_cast<std::int32_t>(0x90000010), 0x31,
-     "The help is not installed. It can be had at http://www.corvella.com/download/help", "", "-1", "AddInOutl.htm"},
-    {"input", -2, 1, "Name of the new phone book:", "", "Private numbers", ""},
-    {"masked", -2, 0x800001, "PIN of the phone:", "Phone locked", "1234", ""},
-    {"long", static_cast<std::int32_t>(0x90000010), 0x34, nullptr, "", "-1", ""},
-};
+std::vector<Box> BoxesIn(const std::string& language) {
+    const Texts* said = &texts[0];
+    for (const Texts& row : texts) {
+        if (row.language == language) said = &row;
+    }
+    std::string message = Language::GetLanguageString("Messages", "Debug1");
+    message = platform::Replaced(platform::Replaced(message, "%f", "C:\\Programs\\Corvella\\CorvellaAddIn.dbg.xml"),
+                                 "%e", "");
+    std::string paragraphs;
+    for (int i = 0; i < 12; ++i) paragraphs += said->notClosed;
+    constexpr std::int32_t remembered = static_cast<std::int32_t>(0x90000010);
+    return {
+        {"message", -1, 0x31, message, "", "-1", ""},
+        {"question", -1, 0xA3, said->conflict, "", "-1", ""},
+        {"link", remembered, 0x41, said->help, "", "-1", "AddInOutl.htm"},
+        {"input", -2, 1, said->phoneBook, "", said->content, ""},
+        {"masked", -2, 0x800001, said->pin, said->locked, "1234", ""},
+        {"long", remembered, 0x34, paragraphs, "", "-1", ""},
+    };
+}
 
 // The window of the box that is shown, which is the active one.
 void ShowAndSave(const Box& box, const std::string& file) {
-    std::string prompt = box.prompt ? box.prompt : "";
-    if (!box.prompt) {
-        for (int i = 0; i < 9; ++i) prompt += longText;
-    }
-    if (prompt.starts_with("1:")) prompt = Language::GetLanguageString("Messages", prompt.substr(2));
+    std::string prompt = box.prompt;
     bool saved = false, cancelled = false;
     FormDriver driver([] { return QuestionBox::formLoaded && GetActiveWindow() != nullptr; }, [] {},
                       {[] {}, [] {}, [] {},
@@ -76,7 +112,7 @@ TEST_CASE("pictures of the question box") {
     std::istringstream languages(Setting("CV_LANGUAGES", "English"));
     for (std::string language; languages >> language;) {
         const AddInHouse house(language);
-        for (const Box& box : boxes) {
+        for (const Box& box : BoxesIn(language)) {
             QuestionBox::memory = {};
             ShowAndSave(box,
                         Setting("CV_PICTURES", ".") + "/question-" + box.name + "-" + language + "-" + dots + ".bmp");

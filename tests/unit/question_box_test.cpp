@@ -877,6 +877,15 @@ TEST_CASE("everything that is shown lies wholly inside the form, which lies whol
         }
     }
 }
+TEST_CASE("a prompt that scrolls is shown from its beginning") {
+    const House house;
+    Question question;
+    for (int i = 0; i < 900; ++i) question.prompt += " Erinnerung\r";
+    LRESULT first = -1;
+    question.Ask({[] {}, [] {}, [&] { first = SendMessageA(At("Text"), EM_GETFIRSTVISIBLELINE, 0, 0); },
+                  Click("ButtonOKYes")});
+    CHECK(first == 0);
+}
 TEST_CASE("a prompt that scrolls is scrolled with the keyboard and ends in the same answer") {
     const House house;
     Question question;

@@ -1,0 +1,231 @@
+// The questions with which the debug log starts, as the user meets them: on the add-in's own box, in the host.
+#include <doctest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "e2e/Session.h"
+
+using e2e::Session;
+
+namespace {
+
+std::string TextOf(HWND window) {
+    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+std::string ClassOf(HWND window) {
+    char name[64] = "";
+    GetClassNameA(window, name, sizeof name);
+    return name;
+}
+
+// A person who presses one button of every box that comes, with the mouse, or Escape, and remembers what was read.
+class User {
+  public:
+    explicit User(std::string button) : button_(std::move(button)) {
+        user = this;
+        timer_ = SetTimer(nullptr, 0, 20, &User::Look);
+    }
+    ~User() {
+        KillTimer(nullptr, timer_);
+        user = nullptr;
+    }
+    User(const User&) = delete;
+    User& operator=(const User&) = delete;
+
+    std::vector<std::string> read;
+    HWND owner = nullptr;  // of the last box
+    bool ownerWaits = false;
+
+  private:
+    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
+        if (user) EnumThreadWindows(GetCurrentThreadId(), &User::Answer, 0);
+    }
+    static BOOL CALLBACK Answer(HWND box, LPARAM) {
+        if (ClassOf(box) != "#32770" || !IsWindowVisible(box) || box == user->answered_) return TRUE;
+        user->answered_ = box;
+        user->owner = GetWindow(box, GW_OWNER);
+        user->ownerWaits = user->owner && !IsWindowEnabled(user->owner);
+        std::string longest;
+        HWND button = nullptr;
+        for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            if (!IsWindowVisible(child)) continue;
+            const std::string text = TextOf(child);
+            if (ClassOf(child) == "Static" && text.size() > longest.size()) longest = text;
+            if (ClassOf(child) == "Button" && text == user->button_) button = child;
+        }
+        user->read.push_back(longest);
+        if (user->button_ == "Escape") {
+            PostMessageA(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
+        } else {
+            REQUIRE(button);
+            PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+            PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+        }
+        return FALSE;
+    }
+
+    inline static User* user = nullptr;
+    std::string button_;
+    HWND answered_ = nullptr;
+    UINT_PTR timer_ = 0;
+};
+
+std::string LogFile() {
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const std::string program = path;
+    return program.substr(0, program.rfind('\\') + 1) + "addin\\CorvellaAddIn.dbg.xml";
+}
+
+bool LogExists() { return GetFileAttributesA(LogFile().c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+// One start of the host with what an earlier one left in the registry. The library comes fresh into the process and
+// leaves it again, as with a process of the host's own.
+class Start {
+  public:
+    Start(const std::string& active, const std::string& mode) {
+        DeleteFileA(LogFile().c_str());
+        session_.emplace();
+        if (!active.empty()) e2e::WriteValue(e2e::addInKey, "Active", active);
+        if (!mode.empty()) e2e::WriteValue(e2e::addInKey, "DebugMode", mode);
+    }
+    ~Start() {
+        session_.reset();
+        for (int i = 0; i < 3 && GetModuleHandleA("CVOutlookAddIn.dll"); ++i) CoFreeUnusedLibrariesEx(0, 0);
+        CHECK(GetModuleHandleA("CVOutlookAddIn.dll") == nullptr);
+        DeleteFileA(LogFile().c_str());
+    }
+    Start(const Start&) = delete;
+    Start& operator=(const Start&) = delete;
+
+    // The boxes that came, each with its text; `button` is pressed on every one.
+    std::vector<std::string> With(const std::string& button) {
+        User user(button);
+        (*session_)->Start();
+        owner = user.owner;
+        ownerWaited = user.ownerWaits;
+        CHECK(e2e::ReadValue(e2e::addInKey, "Active") == "1");
+        return user.read;
+    }
+    HWND owner = nullptr;
+    bool ownerWaited = false;
+
+  private:
+    std::optional<Session> session_;
+};
+
+// What this process was started with, for the code that asks.
+class CommandLine {
+  public:
+    explicit CommandLine(const std::string& line) : earlier_(GetCommandLineA()) {
+        lstrcpynA(GetCommandLineA(), line.c_str(), static_cast<int>(earlier_.size()) + 1);
+        REQUIRE(GetCommandLineA() == line);
+    }
+    ~CommandLine() { lstrcpyA(GetCommandLineA(), earlier_.c_str()); }
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+
+  private:
+    std::string earlier_;
+};
+
+// What a process of this program leaves in its registry when it ends in the middle.
+std::string ActiveMarkAfterCrash() {
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    std::string line = std::string("\"") + path + "\" --no-skip --test-case=\"crashing host\"";
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    REQUIRE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started));
+    REQUIRE(WaitForSingleObject(started.hProcess, 60000) == WAIT_OBJECT_0);
+    DWORD exitCode = 0;
+    GetExitCodeProcess(started.hProcess, &exitCode);
+    CHECK(exitCode == 3);
+    CloseHandle(started.hThread);
+    CloseHandle(started.hProcess);
+    const std::string registry = "Software\\Corvella Tests\\" + std::to_string(started.dwProcessId) + "\\User\\";
+    return e2e::ReadValue(registry + e2e::addInKey, "Active").value_or("none");
+}
+
+bool Holds(const std::string& text, const std::string& sought) { return text.find(sought) != std::string::npos; }
+
+constexpr const char* uncleanQuestion = "Corvella AddIn was not closed properly the last time.";
+constexpr const char* keepQuestion = "Debug mode is on.";
+
+}  // namespace
+
+TEST_CASE("after a clean end and without a mode nothing is asked") {
+    Start start("", "");
+    CHECK(start.With("OK").empty());
+    CHECK_FALSE(LogExists());
+}
+TEST_CASE("crashing host" * doctest::skip()) {  // the case below runs it in a process of its own
+    Start start("", "");
+    start.With("OK");
+    TerminateProcess(GetCurrentProcess(), 3);
+}
+TEST_CASE("a crash of the host leaves the active mark behind, and the next start asks") {
+    const std::string left = ActiveMarkAfterCrash();
+    CHECK(left == "1");
+    Start next(left, "");
+    const std::vector<std::string> asked = next.With("Cancel");
+    REQUIRE(asked.size() == 1);
+    CHECK(Holds(asked[0], uncleanQuestion));
+    CHECK(Holds(asked[0], "AddIn.dbg.xml"));
+    CHECK_FALSE(LogExists());
+}
+TEST_CASE("OK after an unclean end switches the log on for this start") {
+    Start start("1", "");
+    CHECK(start.With("OK").size() == 1);
+    CHECK(LogExists());
+    CHECK_FALSE(e2e::ReadValue(e2e::addInKey, "DebugMode").has_value());
+}
+TEST_CASE("Escape after an unclean end leaves the log off") {
+    Start start("1", "");
+    CHECK(start.With("Escape").size() == 1);
+    CHECK_FALSE(LogExists());
+}
+TEST_CASE("a mode that is on is asked about at every clean start, and Cancel leaves it on") {
+    Start start("", "1");
+    const std::vector<std::string> asked = start.With("Cancel");
+    REQUIRE(asked.size() == 1);
+    CHECK(Holds(asked[0], keepQuestion));
+    CHECK(LogExists());
+    CHECK(e2e::ReadValue(e2e::addInKey, "DebugMode") == "1");
+}
+TEST_CASE("OK to the question about a mode that is on switches it off for good") {
+    Start start("", "1");
+    CHECK(start.With("OK").size() == 1);
+    CHECK_FALSE(LogExists());
+    CHECK_FALSE(e2e::ReadValue(e2e::addInKey, "DebugMode").has_value());
+}
+TEST_CASE("a host that was restarted on purpose is not asked about its unclean end") {
+    const CommandLine line("\"x.exe\" restart");
+    Start start("1", "");
+    CHECK(start.With("OK").empty());
+    CHECK_FALSE(LogExists());
+}
+TEST_CASE("a host that was restarted on purpose is asked about a mode that is on") {
+    const CommandLine line("\"x.exe\" restart");
+    Start start("1", "1");
+    const std::vector<std::string> asked = start.With("Cancel");
+    REQUIRE(asked.size() == 1);
+    CHECK(Holds(asked[0], keepQuestion));
+}
+TEST_CASE("the question is asked in the host's window, which waits for it") {
+    Start start("1", "");
+    const HWND host = CreateWindowExA(0, "STATIC", "Outlook", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 400, 300,
+                                      nullptr, nullptr, nullptr, nullptr);
+    SetActiveWindow(host);
+    start.With("Cancel");
+    CHECK(start.owner == host);
+    CHECK(start.ownerWaited);
+    CHECK(IsWindowEnabled(host));
+    DestroyWindow(host);
+}
