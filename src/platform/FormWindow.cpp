@@ -140,13 +140,18 @@ COLORREF Readable(COLORREF color, COLORREF back) {
     return Brightness(back) > 128 ? RGB(0, 0, 192) : RGB(160, 160, 255);
 }
 
-// A combo box takes its height from its font: the line is made as much higher as it is lower than a field.
+// A combo box takes its height from its font: the line is made as much higher as it is lower than a field. What it
+// answers as its line's height need not be what it takes for it, so the outcome is looked at.
 void FitComboLine(HWND combo, int height) {
     constexpr auto line = static_cast<WPARAM>(-1);
-    RECT area{};
-    if (!GetWindowRect(combo, &area) || height <= 0) return;
-    const LRESULT fitted = SendMessageA(combo, CB_GETITEMHEIGHT, line, 0) + height - (area.bottom - area.top);
-    if (fitted > 0) SendMessageA(combo, CB_SETITEMHEIGHT, line, fitted);
+    LRESULT wanted = SendMessageA(combo, CB_GETITEMHEIGHT, line, 0);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        RECT area{};
+        if (!GetWindowRect(combo, &area) || height <= 0 || area.bottom - area.top == height) return;
+        wanted += height - (area.bottom - area.top);
+        if (wanted <= 0) return;
+        SendMessageA(combo, CB_SETITEMHEIGHT, line, wanted);
+    }
 }
 
 // A device to measure on, with a font selected, for one scope.
@@ -393,6 +398,8 @@ void ControlWindow::SetFont(const LOGFONTA& font) {
     Drawn<HFONT> made(CreateFontIndirectA(&font));
     if (!made.Get()) return RecordLastError();
     SendMessageA(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(made.Get()), TRUE);
+    // A combo box takes its height anew from each font.
+    if (control_->Kind() == ControlKind::ComboBox) FitComboLine(handle_, control_->Position().height);
     font_ = std::move(made);
     if (std::exchange(charSet_, font.lfCharSet) != font.lfCharSet && control_->Has(Property::Caption)) ShowCaption();
     if (PaintedByUs()) InvalidateRect(handle_, nullptr, TRUE);
