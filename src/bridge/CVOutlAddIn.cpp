@@ -60,7 +60,8 @@ bool IsHandedOffAutomatically(char typeLetter) {
 void ListItem(std::string_view entryId, char typeLetter) {
     const std::string listName = std::string("Changed") + typeLetter;
     const std::string list = Value(listName);
-    if (!entryId.empty() && !ChangedItems::IsListed(list, entryId)) SaveValue(listName, ChangedItems::Added(list, entryId));
+    if (!entryId.empty() && !ChangedItems::IsListed(list, entryId))
+        SaveValue(listName, ChangedItems::Added(list, entryId));
 }
 
 void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {

@@ -1,6 +1,5 @@
 #include "platform/FormView.h"
 
-
 #include "platform/Text.h"
 
 namespace platform {

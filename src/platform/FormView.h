@@ -5,8 +5,8 @@
 // Errors  Asking for a control that is not there answers null and leaves nothing pending.
 #pragma once
 #include <cstdint>
-#include <exception>
 #include <deque>
+#include <exception>
 #include <span>
 #include <string>
 #include <string_view>

@@ -882,8 +882,8 @@ TEST_CASE("a prompt that scrolls is shown from its beginning") {
     Question question;
     for (int i = 0; i < 900; ++i) question.prompt += " Erinnerung\r";
     LRESULT first = -1;
-    question.Ask({[] {}, [] {}, [&] { first = SendMessageA(At("Text"), EM_GETFIRSTVISIBLELINE, 0, 0); },
-                  Click("ButtonOKYes")});
+    question.Ask(
+        {[] {}, [] {}, [&] { first = SendMessageA(At("Text"), EM_GETFIRSTVISIBLELINE, 0, 0); }, Click("ButtonOKYes")});
     CHECK(first == 0);
 }
 TEST_CASE("a prompt that scrolls is scrolled with the keyboard and ends in the same answer") {
