@@ -10,6 +10,8 @@ cd "$root"
 cmake --preset native-fuzz >/dev/null
 cmake --build --preset native-fuzz -j "$(nproc)" >/dev/null
 
+# Freed memory is watched for a while; a small while leaves room for the other things that this machine does.
+export ASAN_OPTIONS="${ASAN_OPTIONS:-quarantine_size_mb=16}"
 build=build/native-fuzz/tests/fuzz
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
