@@ -5,7 +5,7 @@
 #       WINDOWS files are left out of native builds.
 #   cv_test(name [PURE file...] [WINDOWS file...] [LINK library...] [LABELS label...] [LOCKS lock...]
 #           [UNLISTED])
-#       a doctest program and its CTest entry; under Windows it runs through scripts/wine. UNLISTED: no entry.
+#       a doctest program and its CTest entry; under Windows it runs through scripts/wine-test. UNLISTED: no entry.
 
 function(cv_library name)
     cmake_parse_arguments(arg "" "" "PURE;WINDOWS;LINK" ${ARGN})
