@@ -49,5 +49,6 @@ for bitmap in build/screens/*.bmp build/screens/small/*.bmp; do
     "$convert" "$bitmap" -define png:exclude-chunks=date,time "${bitmap%.bmp}.png"
     rm "$bitmap"
 done
-cp build/screens/options-{English,Deutsch}-96.png build/screens/question-{question,link}-English-96.png docs/pictures/
+cp build/screens/options-{English,Deutsch}-96.png docs/pictures/
+cp build/screens/question-link-English-96.png docs/pictures/question.png
 ls -l docs/pictures
