@@ -525,6 +525,29 @@ TEST_CASE("identifier -1 never causes a question to be skipped") {
     CHECK(question.Ask({Click("ButtonNo")}) == "7");
     CHECK(question.shown);
 }
+TEST_CASE("a Yes-remembered question with the OK-only button set answers the empty text and is not shown") {
+    const House house;
+    memory.AnswerYesMask[0] = 0x10;
+    Question question;
+    question.id = 0x10;
+    question.cancelled = true;
+    CHECK(question.Ask({pressEnter}).empty());
+    CHECK_FALSE(question.shown);
+    CHECK_FALSE(question.cancelled);
+    std::string prompt = "Text";
+    CHECK(QuestionMsgBox(0x10, prompt, 0, "") == 0);
+}
+TEST_CASE("a No-remembered question with button set 0, 2 or 5 is shown again") {
+    const House house;
+    memory.AnswerNoMask[0] = 0x10;
+    for (const auto& [set, answer] : {std::pair{0, "1"}, std::pair{2, "1"}, std::pair{5, "4"}}) {
+        Question question;
+        question.id = 0x10;
+        question.buttons = set;
+        CHECK(question.Ask({Click("ButtonOKYes")}) == answer);
+        CHECK(question.shown);
+    }
+}
 TEST_CASE("an answer is remembered only when the check box is unticked as the form closes") {
     const House house;
     Question question;
@@ -877,15 +900,43 @@ TEST_CASE("the caption has the colours of an active window while the form is act
 }
 TEST_CASE("the timer brings the form to the front once and never closes it") {
     const House house;
+    // A window of the same program that has come between.
+    const HWND other = CreateWindowExA(0, "STATIC", "Other", WS_POPUP | WS_VISIBLE | WS_BORDER, 0, 0, 900, 700, nullptr,
+                                       nullptr, nullptr, nullptr);
+    const auto raiseOther = [&] {
+        EnableWindow(other, TRUE);
+        SetForegroundWindow(other);
+    };
+    const auto isInFront = [&] {
+        for (HWND window = GetTopWindow(nullptr); window; window = GetWindow(window, GW_HWNDNEXT)) {
+            if (window == other) return false;
+            if (window == Shown()->Window()) return true;
+        }
+        return false;
+    };
     Question question;
-    bool runs = false, ran = false;
-    std::vector<FormDriver::Step> steps = {[&] { runs = Shown()->The("Timer1").Enabled(); }};
-    for (int i = 0; i < 60; ++i) steps.emplace_back([] { Sleep(10); });
-    steps.emplace_back([&] { ran = Shown() && !Shown()->The("Timer1").Enabled(); });
-    steps.push_back(pressEnter);
+    bool runs = false, behind = false, ended = false, inFront = false, stays = false;
+    const FormDriver::Step wait = [] { Sleep(10); };
+    std::vector<FormDriver::Step> steps = {wait, wait, raiseOther, [&] {
+                                               runs = Shown()->The("Timer1").Enabled();
+                                               behind = !isInFront();
+                                           }};
+    steps.insert(steps.end(), 60, wait);
+    steps.emplace_back([&] {
+        ended = !Shown()->The("Timer1").Enabled();
+        inFront = isInFront();
+        raiseOther();
+    });
+    steps.insert(steps.end(), 60, wait);
+    steps.emplace_back([&] { stays = Shown() && !isInFront(); });
+    steps.push_back(Click("ButtonOKYes"));
     CHECK(question.Ask(std::move(steps)) == "1");
     CHECK(runs);
-    CHECK(ran);
+    CHECK(behind);
+    CHECK(ended);
+    CHECK(inFront);
+    CHECK(stays);
+    DestroyWindow(other);
 }
 
 // --- the window
