@@ -190,6 +190,17 @@ TEST_CASE("a letter that two captions share presses No before Cancel before the 
     question.buttons = 1;
     CHECK(question.Ask({Type('a')}) == "2");
 }
+TEST_CASE("a letter with an umlaut presses its button, small or capital") {
+    const House house;
+    for (const char letter : {'\xFC', '\xDC'}) {
+        for (const char* caption : {"&\xDC\x62\x65rnehmen", "\xFC\x62\x65r&\xFC\x62\x65n"}) {
+            Question question;
+            question.buttons = 4;
+            question.caption2 = caption;
+            CHECK(question.Ask({Type(letter)}) == "7");
+        }
+    }
+}
 TEST_CASE("a letter presses a button from the check box too") {
     const House house;
     Question question;
