@@ -121,21 +121,21 @@ CommandLine Build(const std::string& command, Surroundings& surroundings, Shell 
 }
 
 std::string WithVariables(std::string text, Surroundings& surroundings) {
-    std::vector<std::string> expanded;  // their names with the "%" around them
+    std::vector<std::string> tried;  // variables with the "%" around them
     std::size_t from = 0;
-    while (expanded.size() < mostExpansions) {
+    while (tried.size() < mostExpansions) {
         const std::size_t first = text.find('%', from);
         if (first == std::string::npos) return text;
         const std::size_t second = text.find('%', first + 1);
         if (second == std::string::npos) return text;
         from = second + 1;
         const std::string variable = text.substr(first, from - first);
-        if (std::find(expanded.begin(), expanded.end(), variable) != expanded.end()) continue;
+        if (std::find(tried.begin(), tried.end(), variable) != tried.end()) continue;
         const std::string value = surroundings.Variable(text.substr(first + 1, second - first - 1));
         if (value.empty()) continue;
+        tried.push_back(variable);
         auto expansion = Everywhere(text, variable, value, from, surroundings.LongestCommand());
         if (!expansion) continue;
-        expanded.push_back(variable);
         text = std::move(expansion->text);
         from = expansion->end;
     }

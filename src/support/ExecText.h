@@ -7,7 +7,7 @@
 // Errors  none: every text has a reading; what the system does not know is the empty text.
 // Bounds  A variable is expanded once in a command, in all places where it is spelled the same, so that one whose
 //         value names itself ends, and at most mostExpansions are. A replacement that would make the command longer
-//         than the system takes is left out.
+//         than the system takes is left out, for good.
 #pragma once
 #include <cstdint>
 #include <string>
