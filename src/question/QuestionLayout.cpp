@@ -152,7 +152,7 @@ std::vector<Length> Arrangement::FullRows(const std::vector<Length>& widths, Len
     return rows;
 }
 
-// Each row in the middle; all buttons of one size where that takes no further row.
+// Each row in the middle; all buttons of one size where that takes no further row, or but one where there is room.
 Length Arrangement::PlaceButtons(Layout& layout, Length content) {
     std::vector<Length> widths;
     Size largest;
@@ -164,8 +164,10 @@ Length Arrangement::PlaceButtons(Layout& layout, Length content) {
     }
     std::vector<Length> rows = FullRows(widths, content);
     const std::vector<Length> alike(widths.size(), largest.width);
-    const bool fits = FullRows(alike, content).size() == rows.size();
-    if (fits && (rows.size() > 1 || LookWellAlike(largest.width))) {
+    const bool oneRow = rows.size() == 1;
+    const std::size_t mostRows = rows.size() + (oneRow || spacing_.tight ? 0 : 1);
+    const bool fits = FullRows(alike, content).size() <= mostRows;
+    if (fits && (!oneRow || LookWellAlike(largest.width))) {
         widths = alike;
         rows = FullRows(widths, content);
     }

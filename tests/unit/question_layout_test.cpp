@@ -169,6 +169,23 @@ TEST_CASE("buttons in several rows are of one size where that takes no further r
     CHECK(three.buttons[3].width < three.buttons[0].width);
     CHECK(three.buttons[3].top == three.buttons[2].top);
 }
+TEST_CASE("buttons that would stand in ragged rows stand below each other, of one size") {
+    PlainMeasure measure(192);
+    measure.texts = {{Part::Prompt, "Go?"},
+                     {Part::First, std::string(30, 'x')},
+                     {Part::No, std::string(36, 'x')},
+                     {Part::Cancel, "x"},
+                     {Part::All, std::string(30, 'x')}};
+    Request request = RequestFor(192, {800, 600}, measure);
+    request.buttons = {Part::First, Part::No, Part::Cancel, Part::All};
+    const Layout layout = Arranged(request, measure);
+    CheckWhole(request, layout);
+    for (std::size_t i = 1; i < layout.buttons.size(); ++i) {
+        CHECK(layout.buttons[i].left == layout.buttons[0].left);
+        CHECK(layout.buttons[i].width == layout.buttons[0].width);
+        CHECK(layout.buttons[i].top > layout.buttons[i - 1].top);
+    }
+}
 TEST_CASE("a very long prompt makes the form wider only until it leaves half of the screen's height") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, Words(3000)}, {Part::First, "OK"}};
