@@ -57,7 +57,7 @@ std::span<const Column> ColumnsOf(FolderKind folder) {
     }
 }
 
-const FolderRow* RowOf(FolderKind kind) {
+const FolderRow* RowFor(FolderKind kind) {
     for (const FolderRow& row : folderRows)
         if (row.kind == kind) return &row;
     return nullptr;
@@ -130,7 +130,7 @@ void ExplorerFrame::ShowContents() {
 void ExplorerFrame::ShowFolder(FolderKind folder) {
     shown_ = folder;
     columnsMade_ = true;
-    const FolderRow* row = RowOf(folder);
+    const FolderRow* row = RowFor(folder);
     bannerText_ = row ? row->name : "Personal Folders";
     while (ListView_DeleteColumn(items_, 0)) {
     }
@@ -146,17 +146,30 @@ void ExplorerFrame::ShowFolder(FolderKind folder) {
     const int icons[] = {row ? row->icon : standin::IdNewMail};
     ImageList_Destroy(ListView_SetImageList(items_, Pictures(icons), LVSIL_SMALL));
     filling_ = true;
-    HTREEITEM root = TreeView_GetRoot(folders_), chosen = root;
+    TreeView_SelectItem(folders_, RowOf(folder));
+    filling_ = false;
+    InvalidateRect(Handle(), &banner_, FALSE);
+}
+
+HTREEITEM ExplorerFrame::RowOf(FolderKind folder) const {
+    const HTREEITEM root = TreeView_GetRoot(folders_);
     for (HTREEITEM item = TreeView_GetChild(folders_, root); item; item = TreeView_GetNextSibling(folders_, item)) {
         TVITEMA found{};
         found.mask = TVIF_PARAM;
         found.hItem = item;
         SendMessageA(folders_, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&found));
-        if (found.lParam == static_cast<LPARAM>(folder)) chosen = item;
+        if (found.lParam == static_cast<LPARAM>(folder)) return item;
     }
-    TreeView_SelectItem(folders_, chosen);
-    filling_ = false;
-    InvalidateRect(Handle(), &banner_, FALSE);
+    return root;
+}
+
+void ExplorerFrame::ChooseFolder(FolderKind folder) { TreeView_SelectItem(folders_, RowOf(folder)); }
+
+void ExplorerFrame::SelectFirst(int count) {
+    SetFocus(items_);
+    const int rows = ListView_GetItemCount(items_);
+    for (int row = 0; row < rows; ++row)
+        ListView_SetItemState(items_, row, row < count ? LVIS_SELECTED : 0, LVIS_SELECTED);
 }
 
 void ExplorerFrame::ShowItems() {
@@ -233,7 +246,7 @@ void ExplorerFrame::Paint() {
     SelectObject(dc, BannerFont());
     Write(dc, bannerText_, {banner_.left + 8, banner_.top, banner_.right - 30, banner_.bottom},
           GetSysColor(COLOR_BTNHIGHLIGHT), DT_LEFT);
-    const FolderRow* row = RowOf(shown_);
+    const FolderRow* row = RowFor(shown_);
     if (row) DrawBuiltInIcon(dc, banner_.right - 24, banner_.top + 5, row->icon);
     EndPaint(Handle(), &paint);
 }

@@ -95,6 +95,17 @@ void HostFrame::OnChosen(int instance) {
     program_.Click(window_, instance);
 }
 
+HostFrame::Spot HostFrame::SpotOf(int instance) const {
+    const auto middle = [](HWND window, const RECT& place) {
+        return Spot{window, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}};
+    };
+    if (popup_)
+        if (const auto place = popup_->PlaceOf(instance)) return middle(popup_->Handle(), *place);
+    for (const Strip* strip : {menu_.get(), toolbar_.get()})
+        if (const auto place = strip->PlaceOf(instance)) return middle(strip->Handle(), *place);
+    return {};
+}
+
 bool HostFrame::OnAccessKey(char letter) {
     const standin::ControlView* popup = menu_->WithAccessKey(letter);
     return popup && OpenMenu(*popup);

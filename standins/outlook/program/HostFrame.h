@@ -26,6 +26,12 @@ class HostFrame : public Pane {
     // Opens the menu with that access key; false when there is none.
     bool OnAccessKey(char letter);
     [[nodiscard]] bool HasMenu() const { return popup_ != nullptr; }
+    // Where the mouse would press a control of a bar that is shown, or of the open menu; none: it is not to be seen.
+    struct Spot {
+        HWND window = nullptr;
+        POINT point{};
+    };
+    [[nodiscard]] Spot SpotOf(int instance) const;
 
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;

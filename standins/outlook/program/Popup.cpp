@@ -84,6 +84,12 @@ void Popup::PaintRow(HDC dc, const Row& row, bool hot) const {
         Write(dc, "\xBB", {place.right - 16, place.top, place.right - 4, place.bottom}, text, DT_RIGHT);
 }
 
+std::optional<RECT> Popup::PlaceOf(int instance) const {
+    for (const Row& row : rows_)
+        if (row.control.instance == instance) return row.place;
+    return std::nullopt;
+}
+
 int Popup::RowAt(POINT point) const {
     for (std::size_t i = 0; i < rows_.size(); ++i)
         if (PtInRect(&rows_[i].place, point)) return static_cast<int>(i);

@@ -3,6 +3,7 @@
 #pragma once
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "outlook/program/Drawing.h"
@@ -17,6 +18,8 @@ class Popup : public Pane {
     Popup(HWND owner, const standin::Outlook& outlook, std::vector<standin::ControlView> entries, POINT corner,
           std::function<void(int)> chosen, std::function<void(POINT)> outside);
     ~Popup() override;
+
+    [[nodiscard]] std::optional<RECT> PlaceOf(int instance) const;  // of an entry, inside the menu
 
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;

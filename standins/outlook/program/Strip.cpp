@@ -134,6 +134,12 @@ bool Strip::Has(int instance) const {
                        [&](const Cell& cell) { return cell.control.instance == instance; });
 }
 
+std::optional<RECT> Strip::PlaceOf(int instance) const {
+    for (const Cell& cell : cells_)
+        if (cell.control.instance == instance) return cell.place;
+    return std::nullopt;
+}
+
 const standin::ControlView* Strip::At(POINT onScreen) const {
     ScreenToClient(Handle(), &onScreen);
     const int number = CellAt(onScreen);
