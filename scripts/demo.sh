@@ -34,6 +34,7 @@ value() { wine reg query "HKCU\\Software\\Quillmark\\Corvella\\$1" /v "$2" 2>/de
 say "== Building and preparing (a first run installs and builds: some minutes)"
 . scripts/install-addin.sh || exit 1
 . scripts/period-look.sh
+cv_paint_desktop
 wine reg add 'HKCU\Software\Wine\AppDefaults\OutlookStandIn.exe\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
 
 # The settings file that Corvella and the add-in share names the language; each such file is a profile.
@@ -45,8 +46,7 @@ wine reg add 'HKCU\Software\Quillmark\Corvella' /v IniFiles /d 'C:\Corvella\' /f
 
 say "== Outlook $outlook (stand-in) starts, in $language; it looks for add-ins in the registry"
 # The program asks for a picture by a line "@picture NAME" and goes on when NAME.done is there.
-( cd "$pictures" && LC_ALL=$locale timeout 400 wine "$cv_outlook" /version "$outlook" /play demo 2>/dev/null; echo "@ended $?" ) |
-    iconv -c -f "$codepage" -t UTF-8 | {
+( cd "$pictures" && LC_ALL=$locale timeout 400 wine "$cv_outlook" /version "$outlook" /play demo 2>/dev/null; echo "@ended $?" ) | {
     ended=1
     while IFS= read -r line; do
         line=${line%$'\r'}
@@ -58,12 +58,12 @@ say "== Outlook $outlook (stand-in) starts, in $language; it looks for add-ins i
                 say "         [picture: $pictures/$picture.png]"
                 ;;
             "@ended "*) ended=${line#@ended } ;;
-            *) say "$line" ;;
+            *) say "$(iconv -c -f "$codepage" -t UTF-8 <<< "$line")" ;;
         esac
     done
     exit "$ended"
 }
-played=${PIPESTATUS[2]}
+played=${PIPESTATUS[1]}
 rm -f "$pictures"/*.done
 
 say "== After Outlook has ended: its exit code, the registry, Corvella's record, the pictures"

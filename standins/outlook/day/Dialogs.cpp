@@ -147,7 +147,8 @@ void LeaveAndClearOptions(const Stage& stage) {
             self.Press(VK_TAB);
             self.Press(VK_DOWN);
             self.Press(VK_TAB);
-            self.Press(VK_HOME);
+            self.Press(VK_UP);
+            self.Press(VK_UP);
         },
         VK_RETURN);
     ShowStored(stage);
