@@ -91,6 +91,7 @@ void PlayDemo(const Stage& stage) {
                                     day::InfoBox,
                                     day::SecondExplorer,
                                     day::Quit};
+    stage.Pump(500);  // the windows come to rest
     for (const Station station : stations) station(stage);
 }
 

@@ -85,6 +85,7 @@ void HostFrame::CloseMenu() {
     PostMessageA(Handle(), Program::forgetMenu, 0, 0);
     menu_->MarkOpen(0);
     toolbar_->MarkOpen(0);
+    ShowHint("");
 }
 
 void HostFrame::OnChosen(int instance) {

@@ -102,6 +102,7 @@ bool Stage::Press(standin::Window window, int instance) const {
     PostMessageA(spot.window, WM_MOUSEMOVE, 0, PointOf(spot));
     PostMessageA(spot.window, WM_LBUTTONDOWN, MK_LBUTTON, PointOf(spot));
     PostMessageA(spot.window, WM_LBUTTONUP, 0, PointOf(spot));
+    PostMessageA(spot.window, WM_MOUSELEAVE, 0, 0);
     Pump(50);
     return true;
 }
