@@ -1,5 +1,6 @@
 // The stations of the commands in the add-in's menu that start another program.
 #include "outlook/day/Day.h"
+#include "outlook/day/Person.h"
 
 namespace program::day {
 namespace {
@@ -59,8 +60,14 @@ void OtherCommands(const Stage& stage) {
         const char* name;
         const char* arguments;
     };
-    constexpr Command commands[] = {{Editor, "the editor", ""},
-                                    {Contacts, "synchronising the contacts", "sync 0 ol"},
+    ExpectStart(stage, "the editor, chosen with Alt+O, Down and Enter,", "", [&] {
+        Person(stage, [](Person& self) {
+            self.Press('O', VK_MENU);
+            self.Press(VK_DOWN);
+            self.Press(VK_RETURN);
+        });
+    });
+    constexpr Command commands[] = {{Contacts, "synchronising the contacts", "sync 0 ol"},
                                     {Calendar, "synchronising the calendar", "sync 1 ol"},
                                     {NewSms, "a new SMS", "smsnew"},
                                     {Settings, "the settings", "settings"}};

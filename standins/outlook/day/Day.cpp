@@ -46,18 +46,18 @@ void Choose(const Stage& stage, standin::Window window, Entry entry) {
     if (!chosen) stage.Check("entry " + std::to_string(entry + 1) + " of the menu can be chosen", false);
 }
 
-Start ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
-                  const std::function<void()>& action) {
+CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
+                          const std::function<void()>& action) {
     const std::size_t before = StartsOfCorvella().size();
     const DWORD begun = GetTickCount();
     action();
     const bool started = WaitUntil(stage, [&] { return StartsOfCorvella().size() > before; }).has_value();
     const DWORD waited = GetTickCount() - begun;
     if (started) stage.Pump(settleTime);
-    const std::vector<Start> starts = StartsOfCorvella();
+    const std::vector<CorvellaStart> starts = StartsOfCorvella();
     stage.Check(by + " started Corvella once", starts.size() == before + 1);
     if (starts.size() <= before) return {};
-    const Start& start = starts[before];
+    const CorvellaStart& start = starts[before];
     stage.Say("         " + start.commandLine + "   (after " + std::to_string(waited) + " ms, show state " +
               std::to_string(start.show) + ")");
     stage.Check("with the arguments \"" + arguments + "\", minimised",

@@ -27,8 +27,8 @@ enum Entry { Editor, Synchronise, Contacts, Calendar, NewSms, Settings, Options,
 void Choose(const Stage& stage, standin::Window window, Entry entry);
 
 // Does something that is to start Corvella once with these arguments, minimised; what Corvella recorded of it.
-Start ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
-                  const std::function<void()>& action);
+CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
+                          const std::function<void()>& action);
 // Does something that is to start nothing.
 void ExpectNoStart(const Stage& stage, const std::string& by, const std::function<void()>& action);
 

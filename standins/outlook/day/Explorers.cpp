@@ -134,7 +134,7 @@ void SeveralContacts(const Stage& stage) {
     stage.Check("three are selected", stage.Outlook().View(window).selection.size() == 3);
     stage.Picture("contacts");
     std::optional<std::string> list;
-    const Start start = ExpectStart(stage, "the change-watch timer", "update", [&] {
+    const CorvellaStart start = ExpectStart(stage, "the change-watch timer", "update", [&] {
         stage.Press(window, OwnButton(stage, window, sendToPhone).instance);
         list = Value(outlookKey, "ChangedC");
     });

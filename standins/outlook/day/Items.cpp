@@ -17,12 +17,12 @@ standin::ControlView CheckButton(const Stage& stage, standin::Window window) {
 }
 
 struct Kind {
-    const char* list;           // in the registry
-    std::string Start::*found;  // what Corvella found in it
+    const char* list;                   // in the registry
+    std::string CorvellaStart::*found;  // what Corvella found in it
 };
-constexpr Kind contactKind{"ChangedC", &Start::contacts};
-constexpr Kind taskKind{"ChangedT", &Start::tasks};
-constexpr Kind appointmentKind{"ChangedA", &Start::appointments};
+constexpr Kind contactKind{"ChangedC", &CorvellaStart::contacts};
+constexpr Kind taskKind{"ChangedT", &CorvellaStart::tasks};
+constexpr Kind appointmentKind{"ChangedA", &CorvellaStart::appointments};
 
 void SaveAndSend(const Stage& stage, standin::Item item, standin::Window window, const Kind& kind,
                  const char* picture) {
@@ -33,7 +33,7 @@ void SaveAndSend(const Stage& stage, standin::Item item, standin::Window window,
     stage.Picture(picture);
     std::optional<std::string> list;
     bool saved = false, closed = false;
-    const Start start = ExpectStart(stage, "the change-watch timer", "update", [&] {
+    const CorvellaStart start = ExpectStart(stage, "the change-watch timer", "update", [&] {
         stage.Press(window, button.instance);
         list = Value(outlookKey, kind.list);
         saved = outlook.IsSaved(item);

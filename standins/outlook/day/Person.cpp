@@ -81,20 +81,20 @@ bool Person::AwaitGone(HWND window) {
     return false;
 }
 
-void Person::Press(WORD key, bool shift) {
+void Person::Press(WORD key, WORD with) {
     INPUT inputs[4];
     UINT count = 0;
-    if (shift) inputs[count++] = KeyInput(VK_SHIFT, 0);
+    if (with) inputs[count++] = KeyInput(with, 0);
     inputs[count++] = KeyInput(key, Extended(key));
     inputs[count++] = KeyInput(key, Extended(key) | KEYEVENTF_KEYUP);
-    if (shift) inputs[count++] = KeyInput(VK_SHIFT, KEYEVENTF_KEYUP);
+    if (with) inputs[count++] = KeyInput(with, KEYEVENTF_KEYUP);
     SendInput(count, inputs, sizeof inputs[0]);
     Sleep(afterKey);
 }
 
 void Person::Write(const std::string& digits) {
     Press(VK_HOME);
-    Press(VK_END, true);
+    Press(VK_END, VK_SHIFT);
     Press(VK_DELETE);
     for (const char digit : digits) Press(static_cast<WORD>(digit));
 }

@@ -24,9 +24,9 @@ class Person {
     void Wait();  // until the task has ended; the program's messages run meanwhile
 
     // For the task.
-    HWND AwaitDialog();           // a window of the program that was not there before; null after some seconds
-    bool AwaitGone(HWND window);  // answered; where it is not after some seconds it is closed, and false
-    void Press(WORD key, bool shift = false);
+    HWND AwaitDialog();                   // a window of the program that was not there before; null after some seconds
+    bool AwaitGone(HWND window);          // answered; where it is not after some seconds it is closed, and false
+    void Press(WORD key, WORD with = 0);  // with Shift or Alt held
     void Write(const std::string& digits);  // over what the field with the keyboard has
     [[nodiscard]] HWND Focus() const;       // the control with the keyboard
     void Picture(const std::string& name) const { stage_.PictureMeanwhile(name); }

@@ -86,8 +86,9 @@ HIMAGELIST Pictures(std::span<const int> ids) {
 ExplorerFrame::ExplorerFrame(Program& program, standin::Window window, const RECT& place)
     : HostFrame(program, window, "Microsoft Outlook", place) {
     folders_ = MakeChild(Handle(), WC_TREEVIEWA, "",
-                         TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE, 1);
-    items_ = MakeChild(Handle(), WC_LISTVIEWA, "", LVS_REPORT | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE, 2);
+                         TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | WS_TABSTOP,
+                         WS_EX_CLIENTEDGE, 1);
+    items_ = MakeChild(Handle(), WC_LISTVIEWA, "", LVS_REPORT | LVS_SHOWSELALWAYS | WS_TABSTOP, WS_EX_CLIENTEDGE, 2);
     status_ = MakeChild(Handle(), "STATIC", "", SS_LEFTNOWORDWRAP | SS_SUNKEN, 0, 3);
     ListView_SetExtendedListViewStyle(items_, LVS_EX_FULLROWSELECT);
     SendMessageA(Handle(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(WindowIcon(standin::IdNewMail)));
@@ -227,6 +228,12 @@ LRESULT ExplorerFrame::OnNotify(const NMHDR& notice) {
             program_.Host().OpenInspector(rows_[static_cast<std::size_t>(row)]);
     }
     return 0;
+}
+
+bool ExplorerFrame::OnEnter(HWND control) {
+    if (control != items_) return false;
+    for (const standin::Item item : program_.Host().View(TheWindow()).selection) program_.Host().OpenInspector(item);
+    return true;
 }
 
 void ExplorerFrame::LayOut(RECT inside) {

@@ -12,6 +12,7 @@ class ExplorerFrame : public HostFrame {
   public:
     ExplorerFrame(Program& program, standin::Window window, const RECT& place);
     void ShowContents() override;
+    bool OnEnter(HWND control) override;            // opens what is selected
     void ChooseFolder(standin::FolderKind folder);  // as if the user chose it in the folder list
     void SelectFirst(int count);                    // as if the user selected the first rows, and no others
 

@@ -42,8 +42,8 @@ std::string Unescaped(std::string_view value) {
     return text;
 }
 
-Start Read(std::string_view line) {
-    Start start;
+CorvellaStart Read(std::string_view line) {
+    CorvellaStart start;
     while (!line.empty()) {
         const std::string_view field = line.substr(0, line.find('\t'));
         line.remove_prefix(field.size() < line.size() ? field.size() + 1 : field.size());
@@ -62,8 +62,8 @@ Start Read(std::string_view line) {
 
 }  // namespace
 
-std::vector<Start> StartsOfCorvella() {
-    std::vector<Start> starts;
+std::vector<CorvellaStart> StartsOfCorvella() {
+    std::vector<CorvellaStart> starts;
     const std::string record = Contents(RecordFile());
     std::size_t begin = 0;
     for (std::size_t end = record.find("\r\n"); end != std::string::npos; end = record.find("\r\n", begin)) {
