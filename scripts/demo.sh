@@ -11,13 +11,6 @@ language=${2:-English}
 [ -e "lang/$language.lng" ] || { echo "demo: a language of lang/, not '$language'" >&2; exit 2; }
 case "$outlook" in 2000 | 2002 | 2003 | 2007) ;; *) echo "demo: Outlook 2000, 2002, 2003 or 2007, not '$outlook'" >&2; exit 2 ;; esac
 
-# A language's letters are right only where Windows' code page is the language's. Wine takes it from the locale's name.
-case "$language" in
-    Cesky) locale=cs_CZ.UTF-8 codepage=CP1250 ;;
-    Polski) locale=pl_PL.UTF-8 codepage=CP1250 ;;
-    *) locale=C.UTF-8 codepage=CP1252 ;;
-esac
-
 name=$outlook
 [ "$language" = English ] || name=$outlook-$language
 pictures=build/demo/$name
@@ -35,18 +28,14 @@ say "== Building and preparing (a first run installs and builds: some minutes)"
 . scripts/install-addin.sh || exit 1
 . scripts/period-look.sh
 cv_paint_desktop
-wine reg add 'HKCU\Software\Wine\AppDefaults\OutlookStandIn.exe\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
-
-# The settings file that Corvella and the add-in share names the language; each such file is a profile.
-rm -f "$cv_install"/*.ini "$cv_install/Corvella.record.txt" "$cv_install/Corvella.log"
-printf '[Settings]\r\nLanguage=%s\r\n' "$language" > "$cv_install/corvella.ini"
-printf '[Settings]\r\nLanguage=%s\r\n' "$language" > "$cv_install/Office.ini"
+cv_set_managed N
+cv_set_language "$language"
+rm -f "$cv_install/Corvella.record.txt" "$cv_install/Corvella.log"
 for key in OlAddIn Outlook; do wine reg delete "HKCU\\Software\\Quillmark\\Corvella\\$key" /f >/dev/null 2>&1; done
-wine reg add 'HKCU\Software\Quillmark\Corvella' /v IniFiles /d 'C:\Corvella\' /f >/dev/null 2>&1
 
 say "== Outlook $outlook (stand-in) starts, in $language; it looks for add-ins in the registry"
 # The program asks for a picture by a line "@picture NAME" and goes on when NAME.done is there.
-( cd "$pictures" && LC_ALL=$locale timeout 400 wine "$cv_outlook" /version "$outlook" /play demo 2>/dev/null; echo "@ended $?" ) | {
+( cd "$pictures" && LC_ALL=$cv_locale timeout 400 wine "$cv_outlook" /version "$outlook" /play demo 2>/dev/null; echo "@ended $?" ) | {
     ended=1
     while IFS= read -r line; do
         line=${line%$'\r'}
@@ -58,7 +47,7 @@ say "== Outlook $outlook (stand-in) starts, in $language; it looks for add-ins i
                 say "         [picture: $pictures/$picture.png]"
                 ;;
             "@ended "*) ended=${line#@ended } ;;
-            *) say "$(iconv -c -f "$codepage" -t UTF-8 <<< "$line")" ;;
+            *) say "$(iconv -c -f "$cv_codepage" -t UTF-8 <<< "$line")" ;;
         esac
     done
     exit "$ended"

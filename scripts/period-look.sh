@@ -10,9 +10,6 @@ if [ ! -e "$WINEPREFIX/.period-look" ]; then
     cat > "$cv_look" <<'REG'
 REGEDIT4
 
-[HKEY_CURRENT_USER\Software\Wine\AppDefaults\OutlookStandIn.exe\X11 Driver]
-"Managed"="N"
-
 [HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\ThemeManager]
 "ThemeActive"="0"
 

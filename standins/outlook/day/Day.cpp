@@ -1,7 +1,5 @@
 #include "outlook/day/Day.h"
 
-#include <algorithm>
-
 #include "outlook/Scenarios.h"
 
 namespace program {
@@ -12,10 +10,11 @@ constexpr const char* mark = "<!CVOutlookAddIn.Connect>";
 constexpr int minimised = 2;       // the show state of Windows
 constexpr DWORD settleTime = 900;  // after it no further start is expected: three times the add-in's own delay
 
-int Count(const std::vector<standin::ControlView>& controls) {
-    int count = 0;
-    for (const standin::ControlView& control : controls) count += (control.onAction == mark) + Count(control.entries);
-    return count;
+void Collect(const std::vector<standin::ControlView>& controls, std::vector<int>& own) {
+    for (const standin::ControlView& control : controls) {
+        if (control.onAction == mark) own.push_back(control.instance);
+        Collect(control.entries, own);
+    }
 }
 
 }  // namespace
@@ -33,10 +32,10 @@ standin::ControlView OwnButton(const Stage& stage, standin::Window window, const
     return found.onAction == mark ? found : standin::ControlView{};
 }
 
-int OwnControls(const Stage& stage, standin::Window window) {
-    int count = 0;
-    for (const standin::BarView& bar : stage.Outlook().Bars(window)) count += Count(bar.controls);
-    return count;
+std::vector<int> OwnControls(const Stage& stage, standin::Window window) {
+    std::vector<int> own;
+    for (const standin::BarView& bar : stage.Outlook().Bars(window)) Collect(bar.controls, own);
+    return own;
 }
 
 void Choose(const Stage& stage, standin::Window window, Entry entry) {

@@ -22,7 +22,8 @@ enum Entry { Editor, Synchronise, Contacts, Calendar, NewSms, Settings, Options,
 [[nodiscard]] standin::Window FirstWindow(const Stage& stage);
 [[nodiscard]] standin::ControlView Menu(const Stage& stage, standin::Window window);  // the add-in's popup, or none
 [[nodiscard]] standin::ControlView OwnButton(const Stage& stage, standin::Window window, const std::string& tag);
-[[nodiscard]] int OwnControls(const Stage& stage, standin::Window window);  // how many carry the add-in's mark
+// Those that carry the add-in's mark, by instance.
+[[nodiscard]] std::vector<int> OwnControls(const Stage& stage, standin::Window window);
 // Chooses an entry of the add-in's menu with the mouse; the station is wrong where it is not to be seen.
 void Choose(const Stage& stage, standin::Window window, Entry entry);
 
