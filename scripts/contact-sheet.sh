@@ -16,11 +16,11 @@ for file in lang/*.lng; do
     scripts/demo.sh 2003 "$language" > "$sheet/$language.txt" || { cat "$sheet/$language.txt"; exit 1; }
     played=build/demo/2003
     [ "$language" = English ] || played+=-$language
-    "$convert" "$played/menu.png" -crop 640x262+290+46 +repage "$sheet/menu.png"
+    "$convert" "$played/menu.png" -crop 640x256+290+54 +repage "$sheet/menu.png"
     "$convert" "$played/contact.png" -crop 640x75+300+190 +repage "$sheet/contact.png"
     "$convert" "$sheet/menu.png" "$sheet/contact.png" -append "$sheet/$language.png"
     cells+=(-label "$language" "$sheet/$language.png")
 done
-"$montage" "${cells[@]}" -tile 2x -geometry +8+4 -background white -pointsize 15 "$sheet/sheet.png"
-"$convert" "$sheet/sheet.png" +dither -colors 96 -define png:exclude-chunks=date,time docs/pictures/languages.png
+"$montage" "${cells[@]}" -tile 2x -geometry +8+4 -background white -font /usr/share/wine/fonts/tahoma.ttf -pointsize 15 "$sheet/sheet.png"
+"$convert" "$sheet/sheet.png" +dither -colors 255 -define png:exclude-chunks=date,time docs/pictures/languages.png
 ls -l docs/pictures/languages.png

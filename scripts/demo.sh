@@ -57,7 +57,8 @@ rm -f "$pictures"/*.done
 
 say "== After Outlook has ended: its exit code, the registry, Corvella's record, the pictures"
 record=$(tr -d '\r' < "$cv_install/Corvella.record.txt" 2>/dev/null)
-check "every station was played to its end" "$played" 0
+# 1: a line above is WRONG. Any other number is a crash, or the end of patience (124).
+check "Outlook ended by itself" "$([ "$played" -le 1 ] && echo yes || echo "code $played")" yes
 check "\"Active\" is gone" "$(value OlAddIn Active)" ""
 for list in ChangedA ChangedC ChangedT; do check "\"$list\" is empty" "$(value Outlook $list)" ""; done
 say "         Corvella's record has $(printf '%s\n' "$record" | grep -c .) starts:"

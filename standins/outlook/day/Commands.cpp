@@ -1,9 +1,18 @@
 // The stations of the commands in the add-in's menu that start another program.
+#include <utility>
+
 #include "outlook/day/Day.h"
 #include "outlook/day/Person.h"
 
 namespace program::day {
 namespace {
+
+// Real keys while the program runs its messages.
+void Keys(const Stage& stage, const std::vector<std::pair<WORD, WORD>>& keys) {
+    Person(stage, [&](Person& self) {
+        for (const auto& [key, with] : keys) self.Press(key, with);
+    });
+}
 
 void SynchroniseBoth(const Stage& stage, const std::string& arguments) {
     const standin::Window window = FirstWindow(stage);
@@ -51,6 +60,9 @@ void SynchroniseAtOnce(const Stage& stage) {
     stage.Section("Synchronise, at once");
     stage.Check("\"NoDlg\" is \"1\"", Value(outlookKey, "NoDlg") == "1");
     SynchroniseBoth(stage, "sync ol");
+    ExpectStart(stage, "the toolbar button, chosen with F10, Tab, Left and Enter,", "sync ol", [&] {
+        Keys(stage, {{VK_F10, 0}, {VK_TAB, 0}, {VK_LEFT, 0}, {VK_RETURN, 0}});
+    });
 }
 
 void OtherCommands(const Stage& stage) {
@@ -61,11 +73,7 @@ void OtherCommands(const Stage& stage) {
         const char* arguments;
     };
     ExpectStart(stage, "the editor, chosen with Alt+O, Down and Enter,", "", [&] {
-        Person(stage, [](Person& self) {
-            self.Press('O', VK_MENU);
-            self.Press(VK_DOWN);
-            self.Press(VK_RETURN);
-        });
+        Keys(stage, {{'O', VK_MENU}, {VK_DOWN, 0}, {VK_RETURN, 0}});
     });
     constexpr Command commands[] = {{Contacts, "synchronising the contacts", "sync 0 ol"},
                                     {Calendar, "synchronising the calendar", "sync 1 ol"},

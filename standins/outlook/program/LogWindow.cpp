@@ -30,7 +30,8 @@ LogWindow::LogWindow(const RECT& place) {
     list_ = MakeChild(Handle(), "LISTBOX", "", plain | LBS_OWNERDRAWFIXED, WS_EX_CLIENTEDGE, 1);
     starts_ = MakeChild(Handle(), "LISTBOX", "", plain, WS_EX_CLIENTEDGE, 2);
     SendMessageA(list_, LB_SETITEMHEIGHT, 0, 14);
-    for (const HWND list : {list_, starts_}) SendMessageA(list, LB_SETHORIZONTALEXTENT, 1200, 0);
+    SendMessageA(list_, LB_SETHORIZONTALEXTENT, 1200, 0);
+    SendMessageA(starts_, LB_SETHORIZONTALEXTENT, 700, 0);
     LayOut();
 }
 

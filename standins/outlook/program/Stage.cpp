@@ -11,14 +11,6 @@ namespace {
 
 constexpr DWORD longestPicture = 15000;
 
-standin::ControlView FindTagBeginning(const std::vector<standin::ControlView>& controls, const std::string& prefix) {
-    for (const standin::ControlView& control : controls) {
-        if (!control.tag.empty() && control.tag.starts_with(prefix)) return control;
-        if (const standin::ControlView inner = FindTagBeginning(control.entries, prefix)) return inner;
-    }
-    return {};
-}
-
 void AwaitPicture(const std::string& name, const std::function<void()>& pass) {
     const std::string done = name + ".done";
     const DWORD start = GetTickCount();
@@ -65,12 +57,6 @@ void Stage::PictureMeanwhile(const std::string& name) const {
     Sleep(300);
     Say("@picture " + name);
     AwaitPicture(name, [] { Sleep(50); });
-}
-
-standin::ControlView Stage::TagBeginning(standin::Window window, const std::string& prefix) const {
-    for (const standin::BarView& bar : Outlook().Bars(window))
-        if (const standin::ControlView control = FindTagBeginning(bar.controls, prefix)) return control;
-    return {};
 }
 
 void Stage::OpenMenu(standin::Window window, const std::string& caption) const {
@@ -128,12 +114,6 @@ void Stage::ChooseFolder(standin::Window explorer, standin::FolderKind folder) c
 void Stage::SelectFirst(standin::Window explorer, int count) const {
     if (auto* frame = dynamic_cast<ExplorerFrame*>(program_.FrameOf(explorer))) frame->SelectFirst(count);
     Pump(100);
-}
-
-void Stage::Click(standin::Window window, const standin::ControlView& control) const {
-    if (HostFrame* frame = program_.FrameOf(window)) frame->CommitEdits();
-    program_.Click(window, control.instance);
-    Pump(50);
 }
 
 }  // namespace program

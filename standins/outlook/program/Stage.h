@@ -25,15 +25,11 @@ class Stage {
     bool Check(const std::string& what, bool so) const;
     [[nodiscard]] bool AllRight() const { return wrong_ == 0; }
     void Section(const std::string& title) const { Say("== " + title); }
-    // The first control of the window, in any bar, whose tag begins so; the empty view when there is none.
-    [[nodiscard]] standin::ControlView TagBeginning(standin::Window window, const std::string& prefix) const;
     // Opens the menu of that caption (without "&") of the menu bar or the toolbar, to be seen; CloseMenu closes it.
     void OpenMenu(standin::Window window, const std::string& caption) const;
     void CloseMenu(standin::Window window) const;
     // Types into a field of the form of an Inspector.
     void Type(standin::Window inspector, const std::string& field, const std::string& text) const;
-    // A click as from the form: with what was typed, and the built-in action of a built-in control.
-    void Click(standin::Window window, const standin::ControlView& control) const;
     // The mouse presses a control of a bar, or of the open menu; false when it is not to be seen.
     bool Press(standin::Window window, int instance) const;
     bool Hover(standin::Window window, int instance) const;  // the mouse comes to it
