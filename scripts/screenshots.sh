@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 convert=$(command -v convert-im6.q16 || command -v convert)
 scripts/contact-sheet.sh
 crop() { "$convert" "build/demo/2003/$1.png" -crop "$2" +repage -define png:exclude-chunks=date,time "docs/pictures/$1.png"; }
-crop menu 920x620+30+20
+crop menu 900x300+40+30
 crop contact 940x640+30+20
 python3 scripts/draw-bitmaps.py
 
