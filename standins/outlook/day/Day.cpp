@@ -19,7 +19,7 @@ void Collect(const std::vector<standin::ControlView>& controls, std::vector<int>
 
 }  // namespace
 
-standin::Window FirstWindow(const Stage& stage) { return stage.Outlook().Windows().front(); }
+standin::Window FirstWindow(const Stage& stage) { return stage.Outlook().Windows().at(0); }
 
 standin::ControlView Menu(const Stage& stage, standin::Window window) {
     for (const standin::ControlView& control : stage.Outlook().Controls(window, "Menu Bar"))

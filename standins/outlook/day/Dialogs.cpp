@@ -48,6 +48,7 @@ void Read(HWND dialog, OptionsSeen& seen) {
 // Opens the dialog from the menu; `first` and `last` are how it was seen before and after `keys`, and `answer` is the
 // key that closes it.
 void UseOptions(const Stage& stage, OptionsSeen& first, OptionsSeen& last, const Person::Task& keys, WORD answer) {
+    first = last = {};
     Person person(stage, [&](Person& self) {
         const HWND dialog = self.AwaitDialog();
         if (!dialog) return;
@@ -116,6 +117,7 @@ void ChangeOptions(const Stage& stage) {
     stage.Check("it showed nothing stored: empty fields, with dialog, automatic profile",
                 first.delay.empty() && first.remain.empty() && first.withDialog && !first.atOnce &&
                     first.profile == LanguageText("FormSMSPortSettings", "auto"));
+    stage.Check("the list offers the automatic choice and the two profiles of Corvella's folder", first.profiles == 3);
     stage.Check("the keys wrote 7 and 45, chose \"at once\" and another profile",
                 last.delay == "7" && last.remain == "45" && last.atOnce && last.profile != first.profile);
     stage.Check("Enter closed it", last.closed);
