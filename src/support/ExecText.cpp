@@ -59,7 +59,7 @@ struct Expansion {
 [[nodiscard]] std::string MailCommand(const std::string& address, const std::string& handler, std::size_t longest) {
     const std::string plain = WithoutBlanks(address);
     std::string command = ReplacedWithin(longest, ReplacedWithin(longest, handler, "%1", plain), "%l", plain);
-    if (Contains(handler, "notes")) command = Replaced(command, "\r", "%20");
+    if (Contains(handler, "notes")) command = ReplacedWithin(longest, command, "\r", "%20");
     return command;
 }
 

@@ -292,6 +292,13 @@ TEST_CASE_FIXTURE(Machine, "a handler that would repeat an address beyond the bo
     CHECK(Direct(address) == "mail.exe %1 %1 %1 %1");
 }
 
+TEST_CASE_FIXTURE(Machine, "carriage returns that would not fit as %20 stay") {
+    Mail("notes.exe %1");
+    const std::string fits = "mailto:" + std::string(10000, '\r'), tooLong = "mailto:" + std::string(11000, '\r');
+    CHECK(Direct(fits).size() == 10 + 7 + 30000);
+    CHECK(Direct(tooLong) == "notes.exe " + tooLong);
+}
+
 // --- what start starts
 
 TEST_CASE("what start starts is what stands in double quotes, or all of it") {
