@@ -120,28 +120,46 @@ void Loading(Bench::Report& report) {
     DeleteFileA(file.path.c_str());
 }
 
+// Whole texts go beside the file and replace it; where no more than one sector differs, that sector is enough.
 void FlushedWrites(Bench::Report& report) {
     const SettingsFile file = Make(100);
     Tour ours(file), theirs(file);
-    int number = 0;
-    const auto start = [&] { Put(file.path, file.text, true); };
-    const auto write = [&] {
-        const Setting& setting = ours.Next();
-        IniFile::WriteToIniFile(file.path, setting.section, setting.key, "value " + std::to_string(++number), true);
+    int number = 100000;
+    const auto asLong = [&] { return "value " + std::to_string(++number); };
+    const auto longerOrShorter = [&, tour = file.settings.size()] {  // than the last time that this setting was met
+        return asLong() + (static_cast<std::size_t>(number) / tour % 2 == 0 ? " and more" : "");
     };
-    const auto windows = [&] {
+    const auto start = [&] { Put(file.path, file.text, true); };
+    const auto write = [&](const std::string& value) {
+        const Setting& setting = ours.Next();
+        IniFile::WriteToIniFile(file.path, setting.section, setting.key, value, true);
+    };
+    const auto windows = [&](const std::string& value) {
         const Setting& setting = theirs.Next();
-        WritePrivateProfileStringA(setting.section.c_str(), setting.key.c_str(),
-                                   ("value " + std::to_string(++number)).c_str(), file.path.c_str());
+        WritePrivateProfileStringA(setting.section.c_str(), setting.key.c_str(), value.c_str(), file.path.c_str());
+    };
+    const auto startAsLong = [&] {
+        start();
+        for (std::size_t i = 0; i < file.settings.size(); ++i) windows(asLong());
     };
     const std::string beside = file.path + ".bare";
     const auto bare = [&] {
         Put(beside, file.text, true);
         MoveFileExA(beside.c_str(), file.path.c_str(), MOVEFILE_REPLACE_EXISTING);
     };
-    report.Add("flushed write, 100 KB, against Windows' own", Bench::TakeTurns(5, 200, start, windows, write),
+    report.Add("flushed write, 100 KB, of the same length",
+               Bench::TakeTurns(
+                   5, 200, startAsLong, [&] { windows(asLong()); }, [&] { write(asLong()); }),
                halfOfWindows);
-    report.Add("flushed write, 100 KB, against bare replacing", Bench::TakeTurns(5, 200, start, bare, write));
+    report.Add("flushed write, 100 KB, of another length",
+               Bench::TakeTurns(
+                   5, 200, start, [&] { windows(longerOrShorter()); }, [&] { write(longerOrShorter()); }),
+               halfOfWindows);
+    report.Add("the bare replacing alone, against Windows' own",
+               Bench::TakeTurns(
+                   5, 200, start, [&] { windows(longerOrShorter()); }, bare));
+    report.Add("flushed write of another length, against the bare replacing",
+               Bench::TakeTurns(5, 200, start, bare, [&] { write(longerOrShorter()); }));
     DeleteFileA(file.path.c_str());
 }
 
