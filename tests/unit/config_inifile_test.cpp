@@ -85,6 +85,19 @@ TEST_CASE("a missing or empty value gives the default") {
     CHECK(GetIniSetting("T", "k", "d") == "d");
     CHECK(GetIniSetting("T", "k").empty());
 }
+TEST_CASE("a line with a blank between the key and the = is not found under that key") {
+    const Settings settings;
+    settings.File("[S]\r\nk =v\r\n");
+    CHECK(GetIniSetting("S", "k", "d") == "d");
+    CHECK(GetIniSetting("S", "k ", "d") == "v");
+}
+TEST_CASE("a key that also occurs in a later section is found only in the section asked for") {
+    const Settings settings;
+    settings.File("[A]\r\nx=1\r\n[B]\r\nx=2\r\nk=3\r\n");
+    CHECK(GetIniSetting("A", "x") == "1");
+    CHECK(GetIniSetting("B", "x") == "2");
+    CHECK(GetIniSetting("A", "k", "d") == "d");
+}
 TEST_CASE("the text of a file yields its default only where nothing is found") {
     const Settings settings;
     settings.File("[S]\r\nempty=\r\n");
