@@ -188,9 +188,9 @@ std::optional<FileStamp> ReplaceWhole(const std::string& path, std::string_view 
         RecordStatus(ERROR_ACCESS_DENIED);
         return std::nullopt;
     }
-    const bool isAsLong = isThere && old.nFileSizeHigh == 0 && old.nFileSizeLow == bytes.size();
-    const bool inSectors = (attributes & FILE_ATTRIBUTE_COMPRESSED) == 0;
-    if (isAsLong && inSectors && WriteOneSector(path, bytes)) return StampOf(path);
+    const bool asLong = isThere && old.nFileSizeHigh == 0 && old.nFileSizeLow == bytes.size();
+    const bool standsInSectors = (attributes & FILE_ATTRIBUTE_COMPRESSED) == 0;
+    if (asLong && standsInSectors && WriteOneSector(path, bytes)) return StampOf(path);
     const std::string beside = path + ".new";
     Outcome outcome = WriteBeside(beside, bytes, attributes);
     FileStamp stamp;
