@@ -9,46 +9,17 @@ what other tests and Wine itself may be writing meanwhile.
 import os
 import pathlib
 import re
-import subprocess
 import sys
-import tempfile
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+from wine import ROOT, SYSTEM32, added, registry, run, windows_path  # noqa: E402
+
 IDL = ROOT / "src" / "resources" / "CVOutlookAddIn.idl"
-OF_OTHERS = ("\\Software\\Wine", "\\Software\\Corvella Tests", "\\Software\\Quillmark")
-
-
-def wine(*arguments):
-    return subprocess.run([ROOT / "scripts" / "wine", *arguments], capture_output=True, text=True).returncode
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
 
 
 def regsvr32(library, *options):
-    return wine("C:\\windows\\syswow64\\regsvr32.exe", *options, "/s", windows_path(library))
-
-
-def registry():
-    """{key: its lines of values}"""
-    keys = {}
-    with tempfile.TemporaryDirectory() as folder:
-        for root in ("HKCU\\Software", "HKLM\\Software\\Classes"):
-            file = pathlib.Path(folder) / "export.reg"
-            if wine("reg", "export", root, windows_path(file), "/y") != 0:
-                raise SystemExit(f"{root} could not be exported")
-            lines = []
-            for line in file.read_text("utf-16").splitlines():
-                if line.startswith("["):
-                    lines = keys.setdefault(line[1:-1], [])
-                elif line:
-                    lines.append(line)
-    return {key: lines for key, lines in keys.items() if not any(other in key for other in OF_OTHERS)}
-
-
-def added(before, after):
-    return {key: lines for key, lines in after.items() if before.get(key) != lines}
+    code, _ = run(SYSTEM32 + "regsvr32.exe", *options, "/s", windows_path(library))
+    return code
 
 
 def main():
