@@ -7,6 +7,7 @@
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/OlVersion.h"
 #include "bridge/RegEdit.h"
+#include "config/IniFile.h"
 #include "language/Language.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
@@ -157,6 +158,7 @@ Dispatch cOlExplorer::AddPopup(const Dispatch& menuBar, std::int16_t before) con
 }
 
 void cOlExplorer::AddEntries(const Dispatch& popup) {
+    IniFile::IniInit(false);  // the captions come from what the files say now
     for (std::size_t number = 0; number < entryCount; ++number) {
         const MenuEntry& entry = MenuEntries()[number];
         std::string caption = OwnText(entry.languageKey);

@@ -1,16 +1,17 @@
 #!/usr/bin/env python3
 """Lets Wine's 32-bit script host make an object of a registered class: create_object_test.py ProgID"""
 import pathlib
+import subprocess
 import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent / "support"))
-from wine import SYSTEM32, run, windows_path  # noqa: E402
+WINE = HERE.parent.parent / "scripts" / "wine"
 
 
 def told_of(prog_id):
-    _, told = run(SYSTEM32 + "cscript.exe", "//nologo", windows_path(HERE / "create_object.vbs"), prog_id)
-    return told
+    script = "Z:" + str(HERE / "create_object.vbs").replace("/", "\\")
+    command = [WINE, "C:\\windows\\syswow64\\cscript.exe", "//nologo", script, prog_id]
+    return subprocess.run(command, capture_output=True, text=True).stdout.split("\n")
 
 
 told = told_of(sys.argv[1])

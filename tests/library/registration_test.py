@@ -3,26 +3,27 @@
 
     registration_test.py ProgID library
 
-What is compared: HKEY_CURRENT_USER\\Software and HKEY_LOCAL_MACHINE\\Software\\Classes as Wine exports them, without
-what other tests and Wine itself may be writing meanwhile.
+It works in a prefix of its own. What is compared are the Software branches of the user and of the machine.
 """
 import os
 import pathlib
 import re
 import sys
+import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
-from wine import ROOT, SYSTEM32, added, registry, run, windows_path  # noqa: E402
+from wine import ROOT, Prefix, added, windows_path  # noqa: E402
 
 IDL = ROOT / "src" / "resources" / "CVOutlookAddIn.idl"
 
 
-def regsvr32(library, *options):
-    code, _ = run(SYSTEM32 + "regsvr32.exe", *options, "/s", windows_path(library))
-    return code
-
-
 def main():
+    with tempfile.TemporaryDirectory() as folder:
+        return compare(Prefix(folder))
+
+
+def compare(prefix):
+    registry, regsvr32 = prefix.registry, prefix.regsvr32
     prog_id, library = sys.argv[1], pathlib.Path(os.path.abspath(sys.argv[2]))
     failures = []
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Lets a script in a process of its own drive the Outlook stand-in with the add-in in it, and looks at what came of it.
 
-    drive_test.py 2000|2002|2003|2007 OutlookStandIn.exe Corvella.exe folder
+    drive_test.py 2000|2002|2003|2007 OutlookStandIn.exe Corvella.exe CVOutlookAddIn.dll folder
 
-The add-in is registered before (see tests/e2e). What is registered or stored here is taken back at the end.
+It works in a prefix of its own, into which the add-in and the stand-in's class are registered, and in that folder.
 """
 import os
 import pathlib
@@ -16,51 +16,26 @@ import time
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "support"))
-from wine import SYSTEM32, WINE, export, run, windows_path  # noqa: E402
+from wine import SYSTEM32, Prefix, added, lines_of, windows_path  # noqa: E402
 
 PROG_ID = "OutlookStandIn.Application"
-PRODUCT = "HKEY_CURRENT_USER\\Software\\Quillmark"
+OWN = re.compile(r"\\(OutlookStandIn\.Application|CLSID\\\{4E7A2D10-9B3C-4F65-A158-0C6D37E294B8\})(\\(CLSID|ProgID))?$")
+PRODUCT = "\\Software\\Quillmark"
 VERSIONS = {"2000": "9.0", "2002": "10.0", "2003": "11.0", "2007": "12.0"}
 MENU = ("[Corvella Editor][Synchronize][Synchronize Contacts][Synchronize Calendar][New SMS][Settings...]"
         "[Add-In Options...][Log File][About Corvella]")
 PATIENCE = 60  # seconds, for what takes one or two
 
 
-class Product:
-    """The product's own part of the registry: ours for this test, and then again what it was before."""
-
-    def __init__(self, folder):
-        self.before = export(PRODUCT)
-        path = windows_path(folder).replace("\\", "\\\\")
-        replace_by(f"[{PRODUCT}\\Corvella]\r\n\"Path\"=\"{path}\"\r\n")
-
-    def values(self):
-        return export(PRODUCT) or ""
-
-    def restore(self):
-        replace_by((self.before or "").partition("\n")[2])
-
-
-def replace_by(entries):
-    """Makes these the only entries of the product, in the words of a registry export file."""
-    with tempfile.TemporaryDirectory() as folder:
-        file = pathlib.Path(folder) / "import.reg"
-        text = f"Windows Registry Editor Version 5.00\r\n\r\n[-{PRODUCT}]\r\n\r\n{entries}"
-        file.write_text(text, "utf-16", newline="")
-        run("reg", "import", windows_path(file))
-
-
 class StandIn:
     """The program while it runs, and what it reports."""
 
-    def __init__(self, program, version):
+    def __init__(self, prefix, program, version):
         self.output = tempfile.TemporaryFile()
-        self.process = subprocess.Popen([WINE, program, "/version", version, "/report"], stdin=subprocess.DEVNULL,
-                                        stdout=self.output, stderr=subprocess.DEVNULL)
+        self.process = prefix.start(program, "/version", version, "/report", output=self.output)
 
     def report(self):
-        self.output.seek(0)
-        return self.output.read().decode("cp1252").splitlines()
+        return lines_of(self.output)
 
     def ready(self):
         return wait_until(lambda: "ready" in self.report() or self.process.poll() is not None) and \
@@ -97,14 +72,14 @@ def programs_in(folder):
     return found
 
 
-def drive(version, program, folder, expect):
+def drive(prefix, version, program, folder, expect):
     record = folder / "Corvella.record.txt"
-    standin = StandIn(program, version)
+    standin = StandIn(prefix, program, version)
     code, told = None, []
     try:
         expect("the stand-in runs and clients can reach it", standin.ready())
-        code, told = run(SYSTEM32 + "cscript.exe", "//nologo", windows_path(HERE / "drive.vbs"), PROG_ID,
-                         windows_path(record), timeout=PATIENCE)
+        code, told = prefix.ask(SYSTEM32 + "cscript.exe", "//nologo", windows_path(HERE / "drive.vbs"), PROG_ID,
+                                windows_path(record), timeout=PATIENCE)
     finally:
         ended = standin.end(PATIENCE if told[-1:] == ["quit"] else 0)
     print("\n".join(told + standin.report()))
@@ -146,8 +121,30 @@ def check_report(version, report, expect):
     expect("nobody did what should not be done", not any(line.startswith("complaint:") for line in report))
 
 
+def work(prefix, version, program, library, folder, expect):
+    before = prefix.registry()
+    expect("the stand-in registers its class", prefix.run(program, "/regserver") == 0)
+    registered = {key.replace("\\Wow6432Node", "") for key in added(before, prefix.registry())}
+    expect(f"under its own names alone: {sorted(registered)}",
+           len(registered) == 4 and all(OWN.search(key) for key in registered))
+    expect("the add-in registers itself", prefix.regsvr32(library) == 0)
+    prefix.run("reg", "delete", "HKCU" + PRODUCT, "/f")
+    prefix.run("reg", "add", f"HKCU{PRODUCT}\\Corvella", "/v", "Path", "/d", windows_path(folder), "/f")
+
+    drive(prefix, version, program, folder, expect)
+
+    expect("Corvella has ended", wait_until(lambda: not programs_in(folder)))
+    expect("the stand-in unregisters its class", prefix.run(program, "/unregserver") == 0)
+    expect("the add-in unregisters itself", prefix.regsvr32(library, "/u") == 0)
+    left = prefix.registry()
+    expect('"Active" is gone', not any(line.startswith('"Active"') for lines in left.values() for line in lines))
+    changed = {key for key in {**added(before, left), **added(left, before)} if PRODUCT not in key}
+    expect(f"nothing stays registered: {sorted(changed)}", not changed)
+
+
 def main():
-    version, program, corvella, folder = sys.argv[1], sys.argv[2], sys.argv[3], pathlib.Path(os.path.abspath(sys.argv[4]))
+    version, program = sys.argv[1:3]
+    corvella, library, folder = (pathlib.Path(os.path.abspath(argument)) for argument in sys.argv[3:6])
     failures = []
 
     def expect(what, as_expected):
@@ -157,16 +154,8 @@ def main():
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     shutil.copy(corvella, folder)
-    product = Product(folder)
-    try:
-        expect("the stand-in registers its class", run(program, "/regserver")[0] == 0)
-        drive(version, program, folder, expect)
-        expect("Corvella has ended", wait_until(lambda: not programs_in(folder)))
-        expect('"Active" is gone', '"Active"' not in product.values())
-    finally:
-        expect("the stand-in unregisters its class", run(program, "/unregserver")[0] == 0)
-        product.restore()
-    expect("no client finds it any more", run("reg", "query", "HKCR\\" + PROG_ID)[0] != 0)
+    with tempfile.TemporaryDirectory() as own:
+        work(Prefix(own), version, program, library, folder, expect)
     files = sorted(file.name for file in folder.iterdir())
     expect(f"no file but Corvella's record was made: {files}", files == ["Corvella.exe", "Corvella.record.txt"])
     shutil.rmtree(folder)
