@@ -77,9 +77,9 @@ class Report {
         lines_.push_back({name, medians.measured, medians.Ratio(), target, met});
     }
 
-    // A number of calls or of bytes, not a time.
-    void AddCount(const std::string& name, int count) {
-        lines_.push_back({name, double(count), none, none, true, "count"});
+    // A number of calls or of bytes, not a time. The target, where there is one, is the highest count allowed.
+    void AddCount(const std::string& name, int count, double target = none) {
+        lines_.push_back({name, double(count), none, target, target == none || count <= target, "count"});
     }
 
     // The program's exit code.

@@ -6,69 +6,11 @@
 
 #include "addin/Members.h"
 #include "e2e/Session.h"
+#include "support/HostCalls.h"
 
 using platform::Dispatch;
 
 namespace {
-
-using Lines = std::vector<std::string>;
-
-bool Holds(const std::string& line, const char* part) { return line.find(part) != std::string::npos; }
-
-// A call in, as opposed to actions and events of the host.
-bool IsCall(const std::string& line) {
-    const std::size_t first = line.find_first_not_of(' ');
-    return first != std::string::npos && line[first] != '#' && line[first] != '!' && line[first] != '?';
-}
-
-// From the last line that holds `part` on.
-Lines From(const Lines& lines, const char* part) {
-    const auto found = std::find_if(lines.rbegin(), lines.rend(), [&](const auto& line) { return Holds(line, part); });
-    return found == lines.rend() ? Lines() : Lines(found.base() - 1, lines.end());
-}
-
-struct MenuBuild {
-    int walk = 0;         // over the controls that are there already
-    int entryWrites = 0;  // to the properties of the nine entries
-    int buttonWrites = 0;
-    int rest = 0;
-};
-
-bool IsWalk(const std::string& line) {
-    if (Holds(line, "Controls of ")) return Holds(line, ".Count ->") || Holds(line, ".Item(");
-    const bool reads = Holds(line, ".Caption -> ") || Holds(line, ".BuiltIn -> ") || Holds(line, ".Tag -> ") ||
-                       Holds(line, ".OnAction -> ") || Holds(line, ".Parameter -> ");
-    return reads;
-}
-
-MenuBuild Count(const Lines& lines) {
-    MenuBuild build;
-    bool atEntries = true;
-    for (const std::string& line : lines) {
-        if (!IsCall(line)) continue;
-        if (Holds(line, ".Item(\"Standard\")")) atEntries = false;
-        const bool isWrite = Holds(line, "CommandBarButton ") && Holds(line, " = ");
-        if (IsWalk(line))
-            ++build.walk;
-        else if (isWrite)
-            ++(atEntries ? build.entryWrites : build.buttonWrites);
-        else
-            ++build.rest;
-    }
-    return build;
-}
-
-// The calls of one build of the menu: of the second window's first activation; in Outlook 2000 of the connection.
-Lines CallsOfMenuBuild(e2e::Session& session) {
-    session->Record(standin::Detail::Everything);
-    session->ResetCalls();
-    session->Start();
-    if (session->Version() == 9) return From(session->Transcript(), "Explorer 1.Class");
-    session->ClearTranscript();
-    session->ResetCalls();
-    session->OpenExplorer(standin::FolderKind::Calendar);
-    return From(session->Transcript(), "! Explorer 2: Activate()");
-}
 
 int CallsOfSwitch(e2e::Session& session, standin::Window window, standin::FolderKind folder) {
     session->ResetCalls();
@@ -95,17 +37,13 @@ TEST_CASE("a menu costs at most 60 calls of the host beyond writing its controls
     for (const int version : e2e::allVersions) {
         CAPTURE(version);
         e2e::Session session({.version = version});
-        const Lines lines = CallsOfMenuBuild(session);
-        const MenuBuild build = Count(lines);
+        const HostCalls::MenuBuild build = HostCalls::OfMenu(session.Host());
         CHECK(session.Popups(session->Windows().back()).front().entries.size() == 9);
         CHECK(build.entryWrites > 9 * 6);
         CHECK(build.rest > 9 * 4);  // each entry is added, and its clicks connected in three calls
         CHECK(build.rest <= 60);
-        MESSAGE("Outlook " << version << ": " << build.rest << " calls, and " << build.walk << " of the walk, "
-                           << build.entryWrites << " and " << build.buttonWrites << " writes to entries and button");
-        // No call is missing among the lines.
-        const Lines all = session->Transcript();
-        CHECK(std::count_if(all.begin(), all.end(), IsCall) == session->Calls());
+        const HostCalls::Lines all = session->Transcript();
+        CHECK(std::count_if(all.begin(), all.end(), HostCalls::IsCall) == session->Calls());  // each has its line
     }
 }
 
