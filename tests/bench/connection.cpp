@@ -146,11 +146,10 @@ class Version {
         Host counted(number_, ours_);
         const HostCalls::MenuBuild build = HostCalls::OfMenu(*counted);
         counted->Quit();  // else the next connection would ask why this one did not end
-        report_.AddCount(name_ + "host calls of a menu build but writes to its controls and the walk", build.rest,
-                         mostCallsOfMenu);
-        report_.AddCount(name_ + "  writes to the nine entries", build.entryWrites);
-        report_.AddCount(name_ + "  writes to the synchronise button", build.buttonWrites);
-        report_.AddCount(name_ + "  walk over existing controls", build.walk);
+        report_.AddCount(name_ + "menu build, host calls but those that follow", build.rest, mostCallsOfMenu);
+        report_.AddCount(name_ + "menu build, writes to the nine entries", build.entryWrites);
+        report_.AddCount(name_ + "menu build, writes to the synchronise button", build.buttonWrites);
+        report_.AddCount(name_ + "menu build, walk over existing controls", build.walk);
     }
 
     void Connections(Outlook& bare, Outlook& whole) {
@@ -164,7 +163,7 @@ class Version {
         }
         report_.Add(name_ + "OnDisconnection", Bench::Medians{Bench::Median(times[0]), Bench::Median(times[1])});
         whole.UnloadAddIn(progId);
-        Add("OnConnection, two windows", {Bench::Median(times[2]), Bench::Median(times[3])}, whole,
+        Add("OnConnection with two windows", {Bench::Median(times[2]), Bench::Median(times[3])}, whole,
             [&] { whole.LoadAddIn(progId); });
     }
 
@@ -216,8 +215,8 @@ class Version {
         outlook.ResetCalls();
         work();
         report_.Add(name_ + what, medians);
-        report_.AddCount(name_ + "  host calls", outlook.Calls(), mostCalls);
-        report_.AddCount(name_ + "  registry calls", static_cast<int>(registry.Calls()));
+        report_.AddCount(name_ + what + ", host calls", outlook.Calls(), mostCalls);
+        report_.AddCount(name_ + what + ", registry calls", static_cast<int>(registry.Calls()));
     }
 
     Bench::Report& report_;
@@ -265,8 +264,9 @@ void MeasureLanguage(Bench::Report& report) {
         loadings.push_back(LoadLanguage());
     }
     const double connection = Bench::Median(connections);
-    report.Add("the first OnConnection of a library", connection);
-    report.Add("  loading the language, which is in it, and its share", {connection, Bench::Median(loadings)});
+    report.Add("first OnConnection of a library", connection);
+    report.Add("first OnConnection of a library, loading the language and its share",
+               {connection, Bench::Median(loadings)});
 }
 
 }  // namespace

@@ -116,13 +116,13 @@ void RunLoop(Program& program) {
     while (GetMessageA(&message, nullptr, 0, 0) > 0) program.Dispatch(message);
 }
 
-// A session without windows stays as long as somebody holds an object of it (Ending::StaysInMemory). One that has ended
-// gives the client that ended it the time to get its answer and to let go.
+// A session without windows stays as long as somebody holds an object of it (Ending::StaysInMemory), and a person has
+// not closed the log. One that has ended gives the client that ended it the time to get its answer and to let go.
 void AwaitRelease(Program& program, const Stage& stage) {
     constexpr DWORD longest = 2000;
     const DWORD start = GetTickCount();
     const auto waiting = [&] {
-        if (program.Host().LookAgain() == standin::Ending::StaysInMemory) return true;
+        if (program.Host().LookAgain() == standin::Ending::StaysInMemory) return program.ShowsLog();
         return program.Host().References() != 0 && GetTickCount() - start < longest;
     };
     do stage.Pump(50);
