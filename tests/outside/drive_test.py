@@ -3,7 +3,8 @@
 
     drive_test.py 2000|2002|2003|2007 OutlookStandIn.exe Corvella.exe CVOutlookAddIn.dll folder
 
-It works in a prefix of its own, into which the add-in and the stand-in's class are registered, and in that folder.
+It works in a prefix and on a screen of its own, and in that folder; the add-in and the stand-in's class are registered
+in that prefix.
 """
 import os
 import pathlib
@@ -16,7 +17,7 @@ import time
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent / "support"))
-from wine import SYSTEM32, Prefix, added, lines_of, windows_path  # noqa: E402
+from wine import SYSTEM32, Display, Prefix, added, lines_of, windows_path  # noqa: E402
 
 PROG_ID = "OutlookStandIn.Application"
 PRODUCT = "\\Software\\Quillmark"
@@ -151,8 +152,8 @@ def main():
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
     shutil.copy(corvella, folder)
-    with tempfile.TemporaryDirectory() as own:
-        work(Prefix(own), version, program, library, folder, expect)
+    with tempfile.TemporaryDirectory() as own, Display() as display:
+        work(Prefix(own, display), version, program, library, folder, expect)
     files = sorted(file.name for file in folder.iterdir())
     expect(f"no file but Corvella's record was made: {files}", files == ["Corvella.exe", "Corvella.record.txt"])
     shutil.rmtree(folder)

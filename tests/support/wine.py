@@ -1,4 +1,5 @@
 """Windows programs in a registry of their own, and what they leave there: for tests that look from outside."""
+import os
 import pathlib
 import shutil
 import subprocess
@@ -14,11 +15,30 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
+class Display:
+    """A screen of its own, with its own focus and clipboard, for as long as it is entered."""
+
+    def __enter__(self):
+        told, tell = os.pipe()
+        # -displayfd lets the server choose a free number.
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(tell), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+                                       pass_fds=[tell], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                       stderr=subprocess.DEVNULL)
+        os.close(tell)
+        with os.fdopen(told) as number:
+            self.name = ":" + number.readline().strip()
+        return self
+
+    def __exit__(self, *_):
+        self.server.terminate()
+        self.server.wait()
+
+
 class Prefix:
     """A Wine prefix with a registry of its own, a copy of the usual one's, so that no other test writes into it. The
     files are the usual ones."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, display=None):
         # The usual environment, made ready by the script that every program starts with.
         told = subprocess.run(["bash", "-c", f". '{ROOT}/scripts/wine-env.sh' && env -0"], capture_output=True, text=True,
                               check=True).stdout
@@ -31,6 +51,8 @@ class Prefix:
         for name in ("system.reg", "user.reg", "userdef.reg", ".update-timestamp"):
             shutil.copy(shared / name, self.folder)
         self.environment["WINEPREFIX"] = str(self.folder)
+        if display:
+            self.environment["DISPLAY"] = display.name
 
     def start(self, *command, output=subprocess.DEVNULL):
         """Its output goes to a file, never to a pipe: Wine's own services would keep that open."""
