@@ -82,32 +82,57 @@ class Host {
     standin::ControlView entry_;
 };
 
-void StartProgram() {
-    STARTUPINFOA startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION started{};
-    std::string command = "\"" + Folder() + "\\Corvella.exe\" syncdlg ol";
-    CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started);
-    CloseHandle(started.hThread);
-    CloseHandle(started.hProcess);
-}
+// The main application for as long as this object lives: a program that ends as soon as it was started.
+class MainApplication {
+  public:
+    MainApplication() {
+        char temporary[MAX_PATH];
+        GetTempPathA(sizeof temporary, temporary);
+        folder_ = std::string(temporary) + "Corvella Bench " + std::to_string(GetCurrentProcessId());
+        CreateDirectoryA(folder_.c_str(), nullptr);
+        CopyFileA((Folder() + "\\nothing.exe").c_str(), Program().c_str(), FALSE);
+        HKEY key = nullptr;
+        RegCreateKeyA(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", &key);
+        RegSetValueExA(key, "Path", 0, REG_SZ, reinterpret_cast<const BYTE*>(folder_.c_str()),
+                       static_cast<DWORD>(folder_.size() + 1));
+        RegCloseKey(key);
+    }
+    ~MainApplication() {
+        DeleteFileA(Program().c_str());
+        RemoveDirectoryA(folder_.c_str());
+    }
+    MainApplication(const MainApplication&) = delete;
+    MainApplication& operator=(const MainApplication&) = delete;
+
+    // By the bare call of Windows.
+    void Start() const {
+        STARTUPINFOA startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION started{};
+        std::string command = "\"" + Program() + "\" syncdlg ol";
+        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started);
+        CloseHandle(started.hThread);
+        CloseHandle(started.hProcess);
+    }
+
+  private:
+    [[nodiscard]] std::string Program() const { return folder_ + "\\Corvella.exe"; }
+    std::string folder_;
+};
 
 // A start of a program before this one shall have ended.
 void Settle() { Sleep(100); }
 
-void WritePath() {
-    HKEY key = nullptr;
-    RegCreateKeyA(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", &key);
-    const std::string path = Folder();
-    RegSetValueExA(key, "Path", 0, REG_SZ, reinterpret_cast<const BYTE*>(path.c_str()),
-                   static_cast<DWORD>(path.size() + 1));
-    RegCloseKey(key);
-}
-
 class Version {
   public:
-    Version(Bench::Report& report, int number, const char* year, const Library& ours, const Library& empty)
-        : report_(report), number_(number), name_("Outlook " + std::string(year) + ": "), ours_(ours), empty_(empty) {}
+    Version(Bench::Report& report, int number, const char* year, const Library& ours, const Library& empty,
+            const MainApplication& main)
+        : report_(report),
+          number_(number),
+          name_("Outlook " + std::string(year) + ": "),
+          ours_(ours),
+          empty_(empty),
+          main_(main) {}
 
     void Measure() {
         Starts();
@@ -192,13 +217,13 @@ class Version {
         whole.CloseContact();
     }
 
-    // With the empty add-in a button of nobody is clicked, and the program started by the bare call of Windows.
+    // With the empty add-in a button of nobody is clicked, and the program is started here.
     void Clicks(Host& bare, Host& whole) {
         const Bench::Medians medians = Bench::TakeTurns(
             rounds, 1, Settle,
             [&] {
                 bare.Click();
-                StartProgram();
+                main_.Start();
             },
             [&] { whole.Click(); });
         bool reached = false;
@@ -224,6 +249,7 @@ class Version {
     std::string name_;
     const Library& ours_;
     const Library& empty_;
+    const MainApplication& main_;
 };
 
 // The first OnConnection of a freshly loaded library, in nanoseconds. Each needs a library file of its own: module
@@ -276,11 +302,12 @@ int main(int argc, char** argv) {
     Bench::Report report;
     {
         const PrivateKey privateKey;
-        WritePath();
+        const MainApplication mainApplication;
         const Library ours(Folder() + "\\CVOutlookAddIn.dll", ourClass);
         const Library empty(Folder() + "\\empty_addin.dll", emptyClass);
         const std::pair<int, const char*> versions[] = {{9, "2000"}, {10, "2002"}, {11, "2003"}, {12, "2007"}};
-        for (const auto& [version, year] : versions) Version(report, version, year, ours, empty).Measure();
+        for (const auto& [version, year] : versions)
+            Version(report, version, year, ours, empty, mainApplication).Measure();
         MeasureLanguage(report);
     }
     return report.Finish(argc, argv);
