@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Makes the pictures of the documentation anew, in docs/pictures, from the running programs. All pictures of the forms,
-# in every language and at several resolutions of the screen (dots an inch), come into build/screens.
+# in every language and at several resolutions of the screen (dots an inch), come into build/screens, those on a
+# desktop of 800x600 into build/screens/small.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 convert=$(command -v convert-im6.q16 || command -v convert)
@@ -13,27 +14,42 @@ python3 scripts/draw-bitmaps.py
 scripts/build.sh win32-release question_screens options_screens > build/screens.log ||
     { tail build/screens.log >&2; exit 1; }
 . scripts/wine-env.sh
-export CV_LANGUAGES="English Deutsch Francais Espanol Portugues-BR Cesky Nederlands Polski" CV_PICTURES=build/screens
-rm -rf "$CV_PICTURES"
-mkdir -p "$CV_PICTURES"
+export CV_LANGUAGES="English Deutsch Francais Espanol Portugues-BR Cesky Nederlands Polski"
+rm -rf build/screens
 
-# The resolution holds for programs that are started after all others have ended.
-set_dots() {
+# Resolution and size of the desktop hold for programs that are started after all others have ended.
+set_desktop() {  # set_desktop dots [width x height]
     wineserver -w
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f > /dev/null
+    if [ -n "${2:-}" ]; then
+        wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d pictures /f > /dev/null
+        wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v pictures /d "$2" /f > /dev/null
+    else
+        wine reg delete 'HKCU\Software\Wine\Explorer' /v Desktop /f > /dev/null 2>&1 || true
+    fi
     wineserver -w
 }
-trap 'set_dots 96' EXIT
-for dots in 96 120 144 192; do
-    set_dots "$dots"
-    for program in question options; do
+make_pictures() {  # make_pictures folder program...
+    export CV_PICTURES="build/screens/$1"
+    mkdir -p "$CV_PICTURES"
+    for program in "${@:2}"; do
         wine "build/win32-release/tests/screens/${program}_screens.exe" > build/screens.log ||
             { cat build/screens.log >&2; exit 1; }
     done
+}
+trap 'set_desktop 96' EXIT
+for dots in 96 120 144 192; do
+    set_desktop "$dots"
+    make_pictures . question options
 done
-for bitmap in "$CV_PICTURES"/*.bmp; do
+for dots in 96 120 144 192; do
+    set_desktop "$dots" 800x600
+    CV_LANGUAGES=Deutsch make_pictures small question options
+done
+for bitmap in build/screens/*.bmp build/screens/small/*.bmp; do
     "$convert" "$bitmap" -define png:exclude-chunks=date,time "${bitmap%.bmp}.png"
     rm "$bitmap"
 done
-cp "$CV_PICTURES"/options-{English,Deutsch}-96.png docs/pictures/
+cp build/screens/options-{English,Deutsch}-96.png docs/pictures/
+cp build/screens/question-link-English-96.png docs/pictures/question.png
 ls -l docs/pictures

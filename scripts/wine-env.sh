@@ -51,5 +51,11 @@ if [ ! -e "$WINEPREFIX/.ready" ]; then
     [ -e "$WINEPREFIX/drive_c/windows/syswow64/kernel32.dll" ] || { echo "wine-env: the prefix could not be made" >&2; exit 1; }
     touch "$WINEPREFIX/.ready"
 fi
+# Debian's Wine does not find its own fonts. These two hold the signs on the buttons of windows and the dots of masked
+# fields; Tahoma stays away, whose letters come out narrower than Wine measures them.
+for font in marlett wingding; do
+    [ -e "$WINEPREFIX/drive_c/windows/Fonts/$font.ttf" ] ||
+        ln -sfn "/usr/share/wine/fonts/$font.ttf" "$WINEPREFIX/drive_c/windows/Fonts/$font.ttf"
+done
 flock -u 9
 exec 9>&-

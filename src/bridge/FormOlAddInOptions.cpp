@@ -183,6 +183,7 @@ void FormOlAddInOptions::Arrange() {
     request.dotsAnInch = Scaled(request.dotsAnInch);
     request.lineHeight = TextSize(The("Label1"), "X").height;
     request.widest = WorkArea().width - Scaled(16);  // the form's border
+    request.tallest = WorkArea().height - (Position().height - InsideSize().height);
     const OptionsLayout::Layout layout = OptionsLayout::Arranged(request, Captions(*this));
     for (std::size_t i = 0; i < arranged.size(); ++i) The(arranged[i]).SetPosition(layout.at[i]);
     SetInsideSize(layout.inside);

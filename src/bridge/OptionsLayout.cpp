@@ -32,23 +32,26 @@ constexpr std::initializer_list<Item> buttons{Item::ButtonOK, Item::ButtonCancel
 
 class Arrangement {
   public:
-    Arrangement(const Request& request, const TextMeasure& measure) : request_(request), measure_(measure) {}
+    Arrangement(const Request& request, const TextMeasure& measure, bool tight)
+        : request_(request), measure_(measure), tight_(tight) {}
 
     Layout Done() {
         labels_ = std::max({Width(Item::Label1), Width(Item::Label3), Width(Item::Label5)}) + Scaled(columnGap);
         width_ = ContentWidth();
-        top_ = Scaled(margin);
+        top_ = Gap(margin);
         PlaceHead();
         PlaceNumbers();
         PlaceOptions();
         PlaceProfile();
         PlaceButtons();
-        layout_.inside = {width_ + 2 * Scaled(margin), top_ + Scaled(margin)};
+        layout_.inside = {width_ + 2 * Scaled(margin), top_ + Gap(margin)};
         return layout_;
     }
 
   private:
     [[nodiscard]] std::int32_t Scaled(std::int32_t length) const { return (length * request_.dotsAnInch + 48) / 96; }
+    // Between two things that stand below each other.
+    [[nodiscard]] std::int32_t Gap(std::int32_t length) const { return Scaled(length) / (tight_ ? 2 : 1); }
     [[nodiscard]] std::int32_t Width(Item item) const { return measure_.Of(item, 0).width; }
     [[nodiscard]] std::int32_t FieldHeight() const { return request_.lineHeight + fieldEdges + Scaled(fieldPadding); }
     [[nodiscard]] std::int32_t InsideLeft() const { return Scaled(margin) + Scaled(inset); }
@@ -85,17 +88,17 @@ class Arrangement {
         const std::int32_t line = std::max(side, height);
         At(Item::Picture1) = {Scaled(margin), top_ + (line - side) / 2, side, side};
         At(Item::Label6) = {left, top_ + (line - height) / 2, width, height};
-        top_ += line + Scaled(groupGap);
+        top_ += line + Gap(groupGap);
     }
 
     void BeginGroup(Item frame) {
         At(frame) = {Scaled(margin), top_, width_, 0};
-        top_ += request_.lineHeight + Scaled(captionGap);
+        top_ += request_.lineHeight + Gap(captionGap);
     }
     void EndGroup(Item frame) {
-        top_ += Scaled(inset);
+        top_ += Gap(inset);
         At(frame).height = top_ - At(frame).top;
-        top_ += Scaled(groupGap);
+        top_ += Gap(groupGap);
     }
 
     // A label on the line of its field.
@@ -114,7 +117,7 @@ class Arrangement {
     void PlaceNumbers() {
         BeginGroup(Item::Frame1);
         PlaceNumber(Item::Label1, Item::TextDelay, Item::Label2);
-        top_ += Scaled(rowGap);
+        top_ += Gap(rowGap);
         PlaceNumber(Item::Label3, Item::TextRemain, Item::Label4);
         EndGroup(Item::Frame1);
     }
@@ -129,7 +132,7 @@ class Arrangement {
     void PlaceOptions() {
         BeginGroup(Item::Frame2);
         PlaceOption(Item::OptionSync);
-        top_ += Scaled(rowGap) / 2;
+        top_ += Gap(rowGap) / 2;
         PlaceOption(Item::OptionDlg);
         EndGroup(Item::Frame2);
     }
@@ -156,6 +159,7 @@ class Arrangement {
 
     const Request& request_;
     const TextMeasure& measure_;
+    bool tight_;
     Layout layout_;
     std::int32_t labels_ = 0;  // the width of the labels' column
     std::int32_t width_ = 0;   // of the groups
@@ -164,6 +168,10 @@ class Arrangement {
 
 }  // namespace
 
-Layout Arranged(const Request& request, const TextMeasure& measure) { return Arrangement(request, measure).Done(); }
+Layout Arranged(const Request& request, const TextMeasure& measure) {
+    const Layout layout = Arrangement(request, measure, false).Done();
+    const bool tooHigh = request.tallest > 0 && layout.inside.height > request.tallest;
+    return tooHigh ? Arrangement(request, measure, true).Done() : layout;
+}
 
 }  // namespace OptionsLayout

@@ -4,7 +4,7 @@
 // Shapes  Pixels of the form's inside. Lengths of the design are those at 96 dots an inch.
 // Rules   Three groups below each other, as wide as the widest text needs; the fields of all groups begin in one
 //         column, and every label stands on the line of its field. Where the screen is too narrow for that, options and
-//         the text on top are broken into lines.
+//         the text on top are broken into lines; where it is too low everything moves closer together.
 #pragma once
 #include <array>
 #include <cstdint>
@@ -51,6 +51,7 @@ struct Request {
     std::int32_t dotsAnInch = 96;
     std::int32_t lineHeight = 13;  // of the form's font
     std::int32_t widest = 0;       // inside; 0: no limit
+    std::int32_t tallest = 0;      // the same
 };
 
 struct Layout {

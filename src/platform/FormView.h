@@ -49,6 +49,8 @@ class FormView {
     virtual void FontChanged() {}
 
   private:
+    Control* Listed(std::string_view name, std::int32_t index);
+
     std::string name_, caption_;
     FontStyle font_;
     std::deque<Control> controls_;

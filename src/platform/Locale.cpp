@@ -16,6 +16,11 @@ std::string AbbreviatedLanguageName(std::int32_t locale) {
     return count > 0 ? std::string(name, static_cast<std::size_t>(count)) : std::string();
 }
 
+char LowerLetter(char letter) {
+    CharLowerBuffA(&letter, 1);
+    return letter;
+}
+
 bool IsLeadByte(char byte) { return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE; }
 
 }  // namespace platform

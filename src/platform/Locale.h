@@ -11,6 +11,9 @@ namespace platform {
 // Three letters such as "DEU" and a NUL, which belongs to the text; empty where Windows knows no such locale.
 [[nodiscard]] std::string AbbreviatedLanguageName(std::int32_t locale);
 
+// The small letter of the system's ANSI code page; any other sign as it is.
+[[nodiscard]] char LowerLetter(char letter);
+
 // Does this byte begin a two-byte letter of the system's ANSI code page?
 [[nodiscard]] bool IsLeadByte(char byte);
 

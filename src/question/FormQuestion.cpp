@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "language/LanguageForms.h"
+#include "platform/Locale.h"
 #include "question/QuestionRules.h"
 #include "support/Debug.h"
 #include "support/WindowsMiscMetrics.h"
@@ -293,7 +294,8 @@ bool FormQuestion::Button_KeyPress(char letter) {
         const Control& button = The(name);
         return button.Visible() && button.Enabled() ? std::string_view(button.Caption()) : std::string_view();
     };
-    switch (QuestionRules::ChosenBy(letter, {shown("ButtonOKYes"), shown("ButtonNo"), shown("ButtonCancel")})) {
+    const QuestionRules::Captions captions{shown("ButtonOKYes"), shown("ButtonNo"), shown("ButtonCancel")};
+    switch (QuestionRules::ChosenBy(letter, captions, platform::LowerLetter)) {
         case QuestionRules::Choice::No: ButtonNo_Click(); return true;
         case QuestionRules::Choice::Cancel: ButtonCancel_Click(); return true;
         case QuestionRules::Choice::First: ButtonOKYes_Click(); return true;

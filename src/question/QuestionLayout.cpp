@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "platform/Text.h"
 
@@ -50,6 +51,8 @@ class Arrangement {
     Length CaptionBarHeight(Length width);
     [[nodiscard]] Length InputHeight() const;
     Length CheckHeight(Length content);
+    [[nodiscard]] bool LookWellAlike(Length widest) const { return widest <= 2 * Scaled(buttonWidthAt96); }
+    [[nodiscard]] std::vector<Length> FullRows(const std::vector<Length>& widths, Length content) const;
     Length PlaceButtons(Layout& layout, Length content);  // from 0,0; answers their height
 
     const Request& request_;
@@ -75,7 +78,7 @@ Size Arrangement::ButtonSize(Part part, Length content) {
             std::max(Limited(text.height) + edge, spacing_.tight ? 0 : Scaled(buttonHeightAt96))};
 }
 
-// All of one size, if the screen is as wide.
+// All of one size, unless short captions stood on very wide buttons then, or the screen is not as wide.
 Length Arrangement::ButtonsInOneRow() const {
     Length sum = 0, widest = 0;
     for (const Part part : request_.buttons) {
@@ -85,19 +88,23 @@ Length Arrangement::ButtonsInOneRow() const {
     }
     const auto count = static_cast<Length>(request_.buttons.size());
     const Length gaps = (count - 1) * Gap();
-    const bool alike = count * widest + gaps + 2 * Side() <= request_.largest.width;
+    const bool alike = LookWellAlike(widest) && count * widest + gaps + 2 * Side() <= request_.largest.width;
     return (alike ? count * widest : sum) + gaps;
 }
 
-// A short prompt is as wide as it is; a long one is broken at a width that is read well, a very long one at the widest.
+// A short prompt is as wide as it is; a long one is broken at a width that is read well, a very long one at the first
+// wider one that leaves half of the screen's height.
 Length Arrangement::PromptWidth() const {
     const Length widest = request_.largest.width - 2 * Side() - PictureSpan();
     const Length wanted = Scaled(request_.textWidth > 0 ? request_.textWidth : textWidthAt96);
     const Length readable = std::clamp(wanted, 1, std::max(1, widest));
     const Length whole = measure_.Of(Part::Prompt, 0).width;
     if (whole <= readable) return whole;
-    const Size broken = measure_.Of(Part::Prompt, readable);
-    return broken.height > request_.largest.height / 2 ? widest : readable;
+    Length width = readable;
+    while (width < widest && measure_.Of(Part::Prompt, width).height > request_.largest.height / 2) {
+        width = std::min(widest, width + width / 4 + 1);
+    }
+    return width;
 }
 
 Length Arrangement::FormWidth() const {
@@ -121,7 +128,7 @@ Length Arrangement::CaptionBarHeight(Length width) {
 
 Length Arrangement::InputHeight() const {
     const Length lines = request_.input == Input::List ? linesOfList : 1;
-    return lines * request_.lineHeight + 2 * Scaled(fieldEdgeAt96);
+    return lines * request_.lineHeight + 2 * fieldEdgeAt96;  // the text stands at the top: no edge that grows
 }
 
 Length Arrangement::CheckHeight(Length content) {
@@ -129,36 +136,53 @@ Length Arrangement::CheckHeight(Length content) {
     return std::max(Limited(text), request_.lineHeight) + Scaled(fieldEdgeAt96);
 }
 
-// Rows as full as they can be, each in the middle; all buttons of one size where one row of such holds them.
+// How many of such widths stand in each row, the rows as full as they can be.
+std::vector<Length> Arrangement::FullRows(const std::vector<Length>& widths, Length content) const {
+    std::vector<Length> rows;
+    Length used = 0;
+    for (const Length width : widths) {
+        if (rows.empty() || used + Gap() + width > content) {
+            rows.push_back(1);
+            used = width;
+        } else {
+            ++rows.back();
+            used += Gap() + width;
+        }
+    }
+    return rows;
+}
+
+// Each row in the middle; all buttons of one size where that takes no further row, or but one where there is room.
 Length Arrangement::PlaceButtons(Layout& layout, Length content) {
-    std::vector<Size> sizes;
+    std::vector<Length> widths;
     Size largest;
     for (const Part part : request_.buttons) {
-        sizes.push_back(ButtonSize(part, content));
-        largest.width = std::max(largest.width, sizes.back().width);
-        largest.height = std::max(largest.height, sizes.back().height);
+        const Size size = ButtonSize(part, content);
+        widths.push_back(size.width);
+        largest.width = std::max(largest.width, size.width);
+        largest.height = std::max(largest.height, size.height);
     }
-    const auto count = static_cast<Length>(sizes.size());
-    const bool alike = count * (largest.width + Gap()) - Gap() <= content;
+    std::vector<Length> rows = FullRows(widths, content);
+    const std::vector<Length> alike(widths.size(), largest.width);
+    const bool oneRow = rows.size() == 1;
+    const std::size_t mostRows = rows.size() + (oneRow || spacing_.tight ? 0 : 1);
+    const bool fits = FullRows(alike, content).size() <= mostRows;
+    if (fits && (!oneRow || LookWellAlike(largest.width))) {
+        widths = alike;
+        rows = FullRows(widths, content);
+    }
     Length top = 0;
-    for (std::size_t next = 0; next < sizes.size();) {
-        const std::size_t first = next;
-        Length row = 0;
-        while (next < sizes.size()) {
-            const Length width = alike ? largest.width : sizes[next].width;
-            if (next > first && row + Gap() + width > content) break;
-            row += width + (next > first ? Gap() : 0);
-            ++next;
+    auto next = widths.begin();
+    for (const Length count : rows) {
+        const auto end = next + count;
+        Length left = Side() + (content - std::accumulate(next, end, (count - 1) * Gap())) / 2;
+        for (; next != end; ++next) {
+            layout.buttons.push_back({left, top, *next, largest.height});
+            left += *next + Gap();
         }
-        Length left = Side() + (content - row) / 2;
-        for (std::size_t i = first; i < next; ++i) {
-            const Length width = alike ? largest.width : sizes[i].width;
-            layout.buttons.push_back({left, top, width, largest.height});
-            left += width + Gap();
-        }
-        top += largest.height + (next < sizes.size() ? Gap() : 0);
+        top += largest.height + Gap();
     }
-    return top;
+    return std::max(0, top - Gap());
 }
 
 bool Arrangement::Compute(Layout& layout) {

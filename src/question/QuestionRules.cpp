@@ -161,19 +161,22 @@ std::string OfferedLink(std::string_view prompt, LeadByte leads) {
     return whole ? "mailto:" + std::string(text) : std::string();
 }
 
-bool HasAccessKey(std::string_view caption, char letter) {
+bool HasAccessKey(std::string_view caption, char letter, SmallLetter small) {
+    const auto isLetter = [&](char key) {
+        return small ? small(key) == small(letter) : platform::Lower(key) == platform::Lower(letter);
+    };
     for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
         if (caption[i] != '&') continue;
         ++i;
-        if (caption[i] != '&' && platform::Lower(caption[i]) == platform::Lower(letter)) return true;
+        if (caption[i] != '&' && isLetter(caption[i])) return true;
     }
     return false;
 }
 
-Choice ChosenBy(char letter, const Captions& captions) {
-    if (HasAccessKey(captions.no, letter)) return Choice::No;
-    if (HasAccessKey(captions.cancel, letter)) return Choice::Cancel;
-    if (HasAccessKey(captions.first, letter)) return Choice::First;
+Choice ChosenBy(char letter, const Captions& captions, SmallLetter small) {
+    if (HasAccessKey(captions.no, letter, small)) return Choice::No;
+    if (HasAccessKey(captions.cancel, letter, small)) return Choice::Cancel;
+    if (HasAccessKey(captions.first, letter, small)) return Choice::First;
     return Choice::None;
 }
 

@@ -3,7 +3,8 @@
 //
 // Shapes  Text is ANSI. Results are texts: the standard numbers of a message box ("1" OK, "2" Cancel, "4" Retry, "6"
 //         Yes, "7" No), "9" for the fourth button, or nothing. `buttons` is Windows' style word with two additions.
-//         Where a second byte may look like a sign of its own, `LeadByte` tells which bytes have one.
+//         Where a second byte may look like a sign of its own, `LeadByte` tells which bytes have one; `SmallLetter`
+//         knows the letters beyond A to Z.
 // Errors  none: every text has a reading; an identifier without a place in the memory is none.
 #pragma once
 #include <array>
@@ -16,6 +17,7 @@
 namespace QuestionRules {
 
 using LeadByte = bool (*)(char);
+using SmallLetter = char (*)(char);
 
 // --- which question it is
 
@@ -106,12 +108,13 @@ struct Link {
 // --- keys
 
 // Does `caption` have `letter` as its access key? "&&" has none.
-[[nodiscard]] bool HasAccessKey(std::string_view caption, char letter);
+[[nodiscard]] bool HasAccessKey(std::string_view caption, char letter, SmallLetter small = nullptr);
 
 enum class Choice { None, First, No, Cancel };
 struct Captions {
     std::string_view first, no, cancel;  // empty: not shown
 };
-[[nodiscard]] Choice ChosenBy(char letter, const Captions& captions);  // No before Cancel before the first
+[[nodiscard]] Choice ChosenBy(char letter, const Captions& captions,
+                              SmallLetter small = nullptr);  // No before Cancel before the first
 
 }  // namespace QuestionRules

@@ -35,7 +35,7 @@ struct Expansion {
 
 // None where the text would grow too long.
 [[nodiscard]] std::optional<Expansion> Everywhere(std::string_view text, std::string_view sought,
-                                                  std::string_view value, std::size_t end) {
+                                                  std::string_view value, std::size_t end, std::size_t longest) {
     Expansion expansion{{}, 0};
     std::size_t from = 0;
     for (;;) {
@@ -43,22 +43,23 @@ struct Expansion {
         if (from <= end && end <= at) expansion.end = expansion.text.size() + (end - from);
         expansion.text.append(text.substr(from, at - from));
         if (at < text.size()) expansion.text.append(value);
-        if (expansion.text.size() > longestCommand) return std::nullopt;
+        if (expansion.text.size() > longest) return std::nullopt;
         if (at == text.size()) return expansion;
         from = at + sought.size();
         if (at < end && end < from) expansion.end = expansion.text.size();
     }
 }
 
-[[nodiscard]] std::string ReplacedWithinBounds(std::string_view text, std::string_view sought, std::string_view value) {
-    auto expansion = Everywhere(text, sought, value, 0);
+[[nodiscard]] std::string ReplacedWithin(std::size_t longest, std::string_view text, std::string_view sought,
+                                         std::string_view value) {
+    auto expansion = Everywhere(text, sought, value, 0, longest);
     return expansion ? std::move(expansion->text) : std::string(text);
 }
 
-[[nodiscard]] std::string MailCommand(const std::string& address, const std::string& handler) {
+[[nodiscard]] std::string MailCommand(const std::string& address, const std::string& handler, std::size_t longest) {
     const std::string plain = WithoutBlanks(address);
-    std::string command = ReplacedWithinBounds(ReplacedWithinBounds(handler, "%1", plain), "%l", plain);
-    if (Contains(handler, "notes")) command = Replaced(command, "\r", "%20");
+    std::string command = ReplacedWithin(longest, ReplacedWithin(longest, handler, "%1", plain), "%l", plain);
+    if (Contains(handler, "notes")) command = ReplacedWithin(longest, command, "\r", "%20");
     return command;
 }
 
@@ -75,9 +76,9 @@ struct Expansion {
     return !surroundings.FileExists(Replaced(program, "\\\\", "\\"));
 }
 
-[[nodiscard]] std::string BrowserCommand(const std::string& page, const std::string& handler) {
+[[nodiscard]] std::string BrowserCommand(const std::string& page, const std::string& handler, std::size_t longest) {
     for (const std::string_view mark : {"%l", "%1"}) {
-        if (Contains(handler, mark)) return ReplacedWithinBounds(handler, mark, page);
+        if (Contains(handler, mark)) return ReplacedWithin(longest, handler, mark, page);
     }
     return handler + " " + page;
 }
@@ -90,7 +91,7 @@ struct Expansion {
     const std::string handler = surroundings.ClassText(fileType + std::string(openCommandKey));
     surroundings.Note(handler + "2:");
     if (handler.empty() || ProgramIsMissing(handler, surroundings)) return std::nullopt;
-    return BrowserCommand(page, handler);
+    return BrowserCommand(page, handler, surroundings.LongestCommand());
 }
 
 [[nodiscard]] std::string_view ShellPrefix(std::string_view command, Shell shell) {
@@ -101,7 +102,7 @@ struct Expansion {
 [[nodiscard]] CommandLine Chosen(const std::string& command, Surroundings& surroundings, Shell shell) {
     if (IsMail(command)) {
         const std::string handler = surroundings.ClassText("mailto" + std::string(openCommandKey));
-        if (!handler.empty()) return {MailCommand(command, handler), true};
+        if (!handler.empty()) return {MailCommand(command, handler, surroundings.LongestCommand()), true};
     }
     std::string text = Quoted(command);
     if (IsWeb(text)) {
@@ -120,21 +121,21 @@ CommandLine Build(const std::string& command, Surroundings& surroundings, Shell 
 }
 
 std::string WithVariables(std::string text, Surroundings& surroundings) {
-    std::vector<std::string> expanded;  // their names with the "%" around them
+    std::vector<std::string> tried;  // variables with the "%" around them
     std::size_t from = 0;
-    while (expanded.size() < mostExpansions) {
+    while (tried.size() < mostExpansions) {
         const std::size_t first = text.find('%', from);
         if (first == std::string::npos) return text;
         const std::size_t second = text.find('%', first + 1);
         if (second == std::string::npos) return text;
         from = second + 1;
         const std::string variable = text.substr(first, from - first);
-        if (std::find(expanded.begin(), expanded.end(), variable) != expanded.end()) continue;
+        if (std::find(tried.begin(), tried.end(), variable) != tried.end()) continue;
         const std::string value = surroundings.Variable(text.substr(first + 1, second - first - 1));
         if (value.empty()) continue;
-        auto expansion = Everywhere(text, variable, value, from);
+        tried.push_back(variable);
+        auto expansion = Everywhere(text, variable, value, from, surroundings.LongestCommand());
         if (!expansion) continue;
-        expanded.push_back(variable);
         text = std::move(expansion->text);
         from = expansion->end;
     }

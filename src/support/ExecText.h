@@ -7,7 +7,7 @@
 // Errors  none: every text has a reading; what the system does not know is the empty text.
 // Bounds  A variable is expanded once in a command, in all places where it is spelled the same, so that one whose
 //         value names itself ends, and at most mostExpansions are. A replacement that would make the command longer
-//         than Windows takes (longestCommand) is left out.
+//         than the system takes is left out, for good.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -18,7 +18,7 @@ namespace ExecText {
 inline constexpr std::size_t longestCommand = 32767;
 inline constexpr std::size_t mostExpansions = 1000;
 
-// What the registry, the environment and the disk answer, and the log.
+// What the registry, the environment and the disk answer, the log, and what Windows takes.
 class Surroundings {
   public:
     virtual ~Surroundings() = default;
@@ -27,6 +27,7 @@ class Surroundings {
     [[nodiscard]] virtual std::string Variable(const std::string& name) = 0;
     [[nodiscard]] virtual bool FileExists(const std::string& path) = 0;
     virtual void Note(const std::string& text) = 0;
+    [[nodiscard]] virtual std::size_t LongestCommand() const { return longestCommand; }
 };
 
 // How a command is written that has no program of its own.

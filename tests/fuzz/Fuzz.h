@@ -1,6 +1,7 @@
 // fuzz/Fuzz.h: what a fuzz target consists of. The same source links with libFuzzer (preset native-fuzz)
 // and with a plain main that replays the target's corpus as a test.
 #pragma once
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -23,8 +24,10 @@ class Input {
         return *data_++;
     }
     std::string Text(std::size_t length) {
-        std::string text;
-        while (length-- > 0 && left_ > 0) text.push_back(static_cast<char>(Byte()));
+        length = std::min(length, left_);
+        const std::string text(data_, data_ + length);
+        data_ += length;
+        left_ -= length;
         return text;
     }
 

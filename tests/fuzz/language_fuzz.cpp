@@ -28,7 +28,6 @@ constexpr platform::ControlSpec table[] = {
 struct Shown {
     std::string caption, toolTip, picture;
     bool visible = true, enabled = true;
-    bool operator==(const Shown&) const = default;
 };
 
 using Page = std::pair<std::string, std::string>;
@@ -40,19 +39,19 @@ class Model {
   public:
     Model() : shown_(std::size(table)), pages_(allPages) {}
 
-    void Read(const std::string& file, const std::string& section) {
+    void Read(const std::vector<std::string>& lines, const std::string& head) {
         bool inSection = false;
-        for (std::string line : Lines(file)) {
+        for (const std::string& line : lines) {
+            std::size_t start = 0;
             if (!inSection) {
-                const std::size_t head = line.find("[" + section + "]");
-                if (head == std::string::npos) continue;
+                start = line.find(head);
+                if (start == std::string::npos) continue;
                 inSection = true;
-                line.erase(0, head);
             } else if (line.starts_with('[')) {
                 return;
             }
-            const std::size_t equals = line.find('=');
-            if (equals != std::string::npos) Set(line.substr(0, equals), line.substr(equals + 1));
+            const std::size_t equals = line.find('=', start);
+            if (equals != std::string::npos) Set(line.substr(start, equals - start), line.substr(equals + 1));
         }
     }
 
@@ -71,9 +70,12 @@ class Model {
     [[nodiscard]] bool Describes(platform::FormView& form) const {
         std::size_t number = 0;
         for (const platform::Control& control : form.Controls()) {
-            const Shown is = {control.Caption(), control.ToolTip(), control.Picture(), control.Visible(),
-                              control.Enabled()};
-            if (is != shown_[number++]) return false;
+            const Shown& said = shown_[number++];
+            if (control.Caption() != said.caption || control.ToolTip() != said.toolTip ||
+                control.Picture() != said.picture || control.Visible() != said.visible ||
+                control.Enabled() != said.enabled) {
+                return false;
+            }
         }
         const auto& tabs = form.The("N").Tabs();
         return std::equal(tabs.begin(), tabs.end(), pages_.begin(), pages_.end(),
@@ -83,15 +85,15 @@ class Model {
     }
 
     static std::vector<std::string> Lines(const std::string& file) {
-        std::vector<std::string> lines(1);
+        std::vector<std::string> lines;
+        std::size_t start = 0;
         for (std::size_t i = 0; i < file.size(); ++i) {
-            if (file[i] == '\n' && i > 0 && file[i - 1] == '\r') continue;
-            if (file[i] == '\r' || file[i] == '\n') {
-                lines.emplace_back();
-            } else {
-                lines.back().push_back(file[i]);
-            }
+            if (file[i] != '\r' && file[i] != '\n') continue;
+            lines.push_back(file.substr(start, i - start));
+            if (file[i] == '\r' && i + 1 < file.size() && file[i + 1] == '\n') ++i;
+            start = i + 1;
         }
+        lines.push_back(file.substr(start));
         return lines;
     }
 
@@ -175,7 +177,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string file = input.Text(size);
 
     const std::string text = LanguageText::WithLineEnds(file);
-    fuzz::Expect(text == Joined(Model::Lines(file)), "every line ends in CR LF and nothing else is changed");
+    const std::vector<std::string> lines = Model::Lines(file);
+    fuzz::Expect(text == Joined(lines), "every line ends in CR LF and nothing else is changed");
     fuzz::Expect(LanguageText::WithLineEnds(text) == text, "line ends that are right stay");
 
     platform::FormView form("F", table);
@@ -185,7 +188,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Model model;
 
     FormTexts::ApplySection(form, text, "F", PictureOf);
-    model.Read(file, "F");
+    model.Read(lines, "[F]");
     fuzz::Expect(model.Describes(form), "the controls show what the section says");
     (void)FormTexts::Hide(form, hide);
     model.Restrict(hide, true);
@@ -196,7 +199,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
 
     for (platform::Control& control : form.Controls()) {
         const std::string own =
-            FormTexts::TextOf(control, hide, [&](std::string_view key) { return file + std::string(key); });
+            FormTexts::TextOf(control, hide, [&](std::string_view key) { return disable + std::string(key); });
         FormTexts::SetText(control, own);
         fuzz::Expect(control.Caption().find('|') == std::string::npos, "no caption holds a bar");
     }

@@ -12,6 +12,7 @@
 #include "config/InifileCV.h"
 #include "support/AddInHouse.h"
 #include "support/FormDriver.h"
+#include "support/WholeForm.h"
 #include "support/WindowPicture.h"
 #include "support/Windows2000Colors.h"
 
@@ -35,7 +36,11 @@ void ShowAndSave(const std::string& file) {
     FormOlAddInOptions& form = FormOlAddInOptions::Shared();
     bool saved = false;
     FormDriver driver([&] { return form.Visible(); }, [&] { form.Hide(); },
-                      {[] {}, [] {}, [] {}, [&] { saved = SaveWindowPicture(form.Window(), file); },
+                      {[] {}, [] {}, [] {},
+                       [&] {
+                           CheckFormIsWhole(form);
+                           saved = SaveWindowPicture(form.Window(), file);
+                       },
                        [] { FormDriver::Key(VK_ESCAPE); }});
     form.Show();
     CHECK(saved);

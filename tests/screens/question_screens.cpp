@@ -12,6 +12,7 @@
 #include "question/QuestionBox.h"
 #include "support/AddInHouse.h"
 #include "support/FormDriver.h"
+#include "support/WholeForm.h"
 #include "support/WindowPicture.h"
 #include "support/Windows2000Colors.h"
 
@@ -54,6 +55,11 @@ const Texts texts[] = {
      "przyczyn\xEA.\r\r\x43zy chcesz go teraz wys\xB3\x61\xE6? "},
 };
 
+const char* const fourLongCaptions =
+    "|Alle ge\xE4nderten Eintr\xE4ge aus &Outlook \xFC\x62\x65rnehmen|Alle ge\xE4nderten Eintr\xE4ge vom &Telefon "
+    "\xFC\x62\x65rnehmen|Synchronisierung a&bbrechen und nichts \xE4ndern|F\xFCr &alle weiteren Eintr\xE4ge so "
+    "verfahren";
+
 struct Box {
     const char* name;
     std::int32_t questionId, buttons;
@@ -71,6 +77,10 @@ std::vector<Box> BoxesIn(const std::string& language) {
     std::string paragraphs;
     for (int i = 0; i < 12; ++i) paragraphs += said->notClosed;
     constexpr std::int32_t remembered = static_cast<std::int32_t>(0x90000010);
+    constexpr std::size_t crowdedLength = 2000;
+    std::string crowded = std::string(said->help) + "\r\r";
+    while (crowded.size() < crowdedLength) crowded += said->notClosed;
+    crowded.resize(crowdedLength);
     return {
         {"message", -1, 0x31, message, "", "-1", ""},
         {"question", -1, 0xA3, said->conflict, "", "-1", ""},
@@ -78,6 +88,7 @@ std::vector<Box> BoxesIn(const std::string& language) {
         {"input", -2, 1, said->phoneBook, "", said->content, ""},
         {"masked", -2, 0x800001, said->pin, said->locked, "1234", ""},
         {"long", remembered, 0x34, paragraphs, "", "-1", ""},
+        {"crowded", remembered, 0xB3, crowded + fourLongCaptions, "", "-1", ""},
     };
 }
 
@@ -89,6 +100,7 @@ void ShowAndSave(const Box& box, const std::string& file) {
                       {[] {}, [] {}, [] {},
                        [&] {
                            const HWND window = GetActiveWindow();
+                           if (QuestionBox::FormQuestion* const form = QuestionBox::Shown()) CheckFormIsWhole(*form);
                            saved = SaveWindowPicture(window, file);
                            PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
                            PostMessageA(GetFocus(), WM_CHAR, 'j', 1);

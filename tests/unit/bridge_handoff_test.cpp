@@ -349,6 +349,31 @@ TEST_CASE_FIXTURE(Fixture, "a folder with a backslash at its end gives the same 
     CallMainApp("smsnew");
     CHECK(recorder.Starts(1) == Lines{"2 \"" + Folder() + "\\Corvella.exe\" smsnew"});
 }
+TEST_CASE_FIXTURE(Fixture, "a folder with blanks, umlauts and percent signs arrives in one pair of quotes") {
+    for (const char* name : {"Corvella f\xFCr B\xFCros", "100% %TEMP%", "a & b"}) {
+        CAPTURE(name);
+        const std::string program = folder.Path(name);
+        REQUIRE(CreateDirectoryA(program.c_str(), nullptr));
+        REQUIRE(CopyFileA(folder.Path("Corvella.exe").c_str(), (program + "\\Corvella.exe").c_str(), FALSE));
+        InstallMainApp(HKEY_CURRENT_USER, program + "\\");
+        CallMainApp("sync 0");
+        const std::string record = std::string(name) + "\\recorded.txt";
+        CHECK(PumpUntil(20000, [&] { return folder.Read(record).ends_with("\r\n"); }));
+        CHECK(folder.Read(record) == "2 \"" + program + "\\Corvella.exe\" sync 0 ol\r\n");
+    }
+}
+TEST_CASE_FIXTURE(Fixture,
+                  "an argument with quotes, percent signs and a backslash at its end arrives as it was given") {
+    InstallMainApp(HKEY_CURRENT_USER, Folder());
+    const std::string program = "2 \"" + Folder() + "\\Corvella.exe\" ";
+    Lines expected;
+    for (const std::string argument : {"say \"a b\"", "100% %TEMP%", "C:\\My Folder\\", "\xFC\x62\x65r"}) {
+        CallMainApp(argument);
+        expected.push_back(program + argument);
+        REQUIRE(recorder.Starts(expected.size()).size() == expected.size());
+    }
+    CHECK(recorder.Starts(expected.size()) == expected);
+}
 TEST_CASE_FIXTURE(Fixture,
                   "a command of the user does not look at the machine's folder but falls back to the add-in's") {
     InstallMainApp(HKEY_LOCAL_MACHINE, "C:\\no such folder");

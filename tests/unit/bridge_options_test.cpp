@@ -11,6 +11,7 @@
 #include "config/InifileCV.h"
 #include "language/Language.h"
 #include "platform/Err.h"
+#include "support/BoxAnswerer.h"
 #include "support/DebugLog.h"
 #include "support/Files.h"
 #include "support/FormDriver.h"
@@ -429,6 +430,51 @@ TEST_CASE_FIXTURE(Fixture, "without a language file the dialog speaks English") 
         CHECK(The("ButtonCancel").Caption() == "Cancel");
         CHECK(The("ComboProfiles").Text() == "Automatic");
     });
+}
+TEST_CASE_FIXTURE(Fixture, "whatever a language file holds, the dialog opens, is used and keeps its values") {
+    const TempFolder home;
+    static std::string path;
+    path = home.Path();
+    Files::PlugApplicationPath([] { return path; });
+    const std::string head = "x\r\n[FormOlAddInOptions]\r\n";
+    std::string strangers = head;
+    while (strangers.size() < 5'000'000) strangers += "Stranger(7)=" + std::string(1000, 'x') + "|y\r\n";
+    struct Row {
+        const char* what;
+        std::string text, label;
+    };
+    const Row rows[] = {
+        {"nothing", "", "&Start Corvella after:"},
+        {"5 MB of controls that do not exist", strangers + "Label1=last", "last"},
+        {"cut off in a line", head + "Label1=Sta", "Sta"},
+        {"cut off in a head", "x\r\n[FormOlAdd", "&Start Corvella after:"},
+        {"NULs", std::string(100'000, '\0'), "&Start Corvella after:"},
+        {"a NUL in a caption", head + "Label2=a" + std::string(1, '\0') + "b\r\nLabel1=c", "c"},
+        {"a caption of 100,000 letters", head + "Label1=c\r\nOptionDlg=" + std::string(100'000, 'x'), "c"},
+        {"lone brackets and bars", head + "[\r\n", "&Start Corvella after:"},
+        {"properties that a control lacks", head + "TextDelay=Text\r\nButtonOK=\r\nLabel1=c", "c"},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.what);
+        home.Write("English.lng", row.text);
+        {
+            const BoxAnswerer user(IDOK);
+            Speak("English");
+            CHECK(user.Seen().size() == (row.text.empty() ? 1 : 0));
+        }
+        Put("Delay", "5");
+        Use({[&] {
+                 CHECK(The("Label1").Caption() == row.label);
+                 CHECK(The("TextDelay").Text() == "5");
+             },
+             Type("9"), ClickOn("ButtonOK")});
+        CHECK(Stored("Delay") == "9");
+        CHECK_FALSE(platform::Err());
+    }
+    DeleteFileA(home.Path("English.lng").c_str());
+    const BoxAnswerer user(IDOK);
+    Speak("English");
+    CHECK(user.Seen().size() == 1);
 }
 TEST_CASE_FIXTURE(Fixture,
                   "a folder of 2000 ini files, unreadable ones among them, does not keep the dialog from opening") {

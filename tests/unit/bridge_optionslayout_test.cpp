@@ -29,8 +29,8 @@ struct Texts final : TextMeasure {
     std::array<std::int32_t, items> lengths{};
 };
 
-Layout ArrangedAt(const Texts& texts, std::int32_t widest = 0) {
-    return Arranged({texts.dotsAnInch, texts.Line(), widest}, texts);
+Layout ArrangedAt(const Texts& texts, std::int32_t widest = 0, std::int32_t tallest = 0) {
+    return Arranged({texts.dotsAnInch, texts.Line(), widest, tallest}, texts);
 }
 
 const std::vector<std::vector<Item>> groups{
@@ -133,4 +133,14 @@ TEST_CASE("where the screen is narrow options are broken into lines") {
     CHECK(layout.inside.width == 500);
     CHECK(layout.Of(Item::OptionDlg).height > layout.Of(Item::OptionSync).height);
     CHECK(ArrangedAt(texts).inside.width > 700);
+}
+TEST_CASE("where the screen is low everything moves closer together, and where it is not it does not") {
+    const Texts texts(192);
+    const Layout roomy = ArrangedAt(texts);
+    CHECK(roomy.inside.height > 540);
+    CHECK(ArrangedAt(texts, 0, roomy.inside.height).inside.height == roomy.inside.height);
+    const Layout low = ArrangedAt(texts, 0, 540);
+    CheckSound(low);
+    CHECK(low.inside.height <= 540);
+    CHECK(low.inside.width == roomy.inside.width);
 }

@@ -90,6 +90,14 @@ TEST_CASE("the plain name of a control array, a wrong index and a name without a
     CHECK(form.Element(2).Caption().empty());
     CHECK(form.The("Label1").Caption() == "designed");
 }
+TEST_CASE("a negative index reaches no control, not even a single one") {
+    TestForm form;
+    form.Apply("Label1(-1)=Label\r\nLabel1(-1=Label\r\nOption(-2)=Option");
+    CHECK(form.The("Label1").Caption() == "designed");
+    CHECK(Hide(form, "Label1(-1);Save(-1)") == std::vector<std::string>{"Label1(-1)", "Save(-1)"});
+    CHECK(form.The("Label1").Visible());
+    CHECK(form.The("Save").Visible());
+}
 TEST_CASE("a control named Label1_ keeps its design-time caption") {
     TestForm form;
     form.Apply("Label1_=changed|tip");

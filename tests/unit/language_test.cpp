@@ -595,12 +595,16 @@ TEST_CASE("a control's caption is logged on a level above 1 only") {
 
 // --- hostile files
 
-TEST_CASE("a language file of 5 MB, one of NULs and one cut off in a line yield what they hold") {
+TEST_CASE("a language file that is missing, empty, of 5 MB, of NULs, cut off or of strangers yields what it holds") {
     std::string big = "x\r\n[Misc]\r\nDefault=big\r\n[FormTest]\r\n";
     while (big.size() < 5'000'000) big += "Nothing(7)=" + std::string(1000, 'x') + "\r\n";
+    const std::string missing = "(missing)";
     const std::pair<std::string, const char*> files[] = {
         {big + "Label1=last\r\n", "last"},
-        {"[FormTest]\r\nLabel1=\0hid\0den\r\n"s + std::string(10'000, '\0'), nullptr},
+        {"[FormTest]\r\nLabel1=\0hid\0den\r\n"s + std::string(10'000, '\0'), nullptr},  // the NULs stay in the text
+        {"x\r\n[FormTest]\r\nNobody=1\r\nLabel1(3)=2\r\n(=3\r\nNobody(x)=4|5|6\r\n=7\r\n", "designed"},
+        {"", "designed"},
+        {missing, "designed"},
         {std::string(100'000, '\0'), "designed"},
         {"x\r\n[FormTest]\r\nLabel1=cut of", "cut of"},
         {"x\r\n[FormTest", "designed"},
@@ -608,7 +612,7 @@ TEST_CASE("a language file of 5 MB, one of NULs and one cut off in a line yield 
     };
     for (const auto& [text, caption] : files) {
         House house;
-        house.Write("English.lng", text);
+        if (text != missing) house.Write("English.lng", text);
         TestForm form;
         Language::GetLanguageStringsForForm(form);
         if (caption) CHECK(form.The("Label1").Caption() == caption);

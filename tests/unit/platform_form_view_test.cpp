@@ -43,6 +43,11 @@ TEST_CASE("a control array is found by name and index only") {
     CHECK_FALSE(form.Find("Option", 1));
     CHECK_FALSE(form.Find("Label1", 0));
 }
+TEST_CASE("no index reaches a control that is no element of an array") {
+    TestForm form;
+    for (std::int32_t index = -3; index <= 3; ++index) CHECK_FALSE(form.Find("Label1", index));
+    CHECK_FALSE(form.Find("Label1", ControlSpec::NoIndex));
+}
 TEST_CASE("asking the form's own code for a control that is not there is an error") {
     TestForm form;
     CHECK(&form.The("Label1") == form.Find("Label1"));

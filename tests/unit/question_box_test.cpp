@@ -11,6 +11,7 @@
 #include "support/BoxAnswerer.h"
 #include "support/FormDriver.h"
 #include "support/Prompt.h"
+#include "support/WholeForm.h"
 #include "support/WindowsMiscMetrics.h"
 
 using namespace QuestionBox;
@@ -189,6 +190,17 @@ TEST_CASE("a letter that two captions share presses No before Cancel before the 
     question.buttons = 1;
     CHECK(question.Ask({Type('a')}) == "2");
 }
+TEST_CASE("a letter with an umlaut presses its button, small or capital") {
+    const House house;
+    for (const char letter : {'\xFC', '\xDC'}) {
+        for (const char* caption : {"&\xDC\x62\x65rnehmen", "\xFC\x62\x65r&\xFC\x62\x65n"}) {
+            Question question;
+            question.buttons = 4;
+            question.caption2 = caption;
+            CHECK(question.Ask({Type(letter)}) == "7");
+        }
+    }
+}
 TEST_CASE("a letter presses a button from the check box too") {
     const House house;
     Question question;
@@ -235,87 +247,171 @@ TEST_CASE("the fourth button shows with bit 128 only") {
         }
     }
 }
-TEST_CASE("every button set in every combination of flags, captions, slots and memory") {
+namespace {
+
+// One row for each of the tables' dimensions; what the box is to do is said here once more, apart from its own rules.
+struct SetRow {
+    std::int32_t buttons;
+    bool no, cancel;
+    const char *first, *second, *third;  // standard captions
+    const char* yes;                     // what the first button answers
+    const char *recalledYes, *recalledNo;
+};
+constexpr SetRow setRows[] = {
+    {0, false, false, "OK", "", "", "1", "", "asked"},
+    {1, false, true, "OK", "", "Cancel", "1", "1", "2"},
+    {2, true, true, "&Abort", "&Retry", "Cancel", "1", "", "asked"},
+    {3, true, true, "&Yes", "&No", "Cancel", "6", "6", "7"},
+    {4, true, false, "&Yes", "&No", "", "6", "6", "7"},
+    {5, false, true, "&Retry", "", "Cancel", "4", "", "asked"},
+};
+struct CaptionRow {
+    const char *prompt, *own[3];  // the arguments
+    const char *first, *second, *third, *fourth;
+};
+constexpr CaptionRow captionRows[] = {
+    {"Text", {"", "", ""}, nullptr, nullptr, nullptr, "A&ll"},
+    {"Text", {"Go", "Stay", "Leave"}, "Go", "Stay", "Leave", "A&ll"},
+    {"Text|Go||Leave|Every", {"", "", ""}, "Go", nullptr, "Leave", "Every"},
+};
+struct SlotRow {
+    std::uint32_t id;
+    const char* keys;  // what stands in front of "ShowMessageBox..."; null: nothing is written
+};
+constexpr SlotRow slotRows[] = {{0x00000010, ""},  {0x80000010, "2"}, {0x90000010, "3"}, {0xA0000010, nullptr},
+                                {0xB0000010, "5"}, {0xC0000010, "6"}, {0xD0000010, ""}};
+
+// The memory's settings that are written, in the order of their names.
+using Written = std::vector<std::string>;
+constexpr const char* keyFronts[] = {"", "-1", "2", "3", "5", "6", "_"};
+Written WrittenNow() {
+    Written written;
+    for (const char* front : keyFronts) {
+        for (const char* back : {"ShowMessageBoxNo", "ShowMessageBoxYes"}) {
+            const std::string value = House::Setting(std::string(front) + back);
+            if (value != "none") written.push_back(front + std::string(back) + "=" + value);
+        }
+    }
+    return written;
+}
+Written BothKeys(const char* front, const char* no, const char* yes) {
+    if (!front) return {};
+    return {front + std::string("ShowMessageBoxNo=") + no, front + std::string("ShowMessageBoxYes=") + yes};
+}
+void Forget() {
+    memory = {};
+    for (const char* front : keyFronts) {
+        for (const char* back : {"ShowMessageBoxNo", "ShowMessageBoxYes"})
+            IniFile::SetIniSetting("Settings", front + std::string(back), "", false);
+    }
+}
+
+// One combination of the three tables, with and without the fourth button.
+struct Combination {
+    const SetRow& set;
+    bool fourth;
+    const CaptionRow& captions;
+    const SlotRow& slot;
+
+    [[nodiscard]] Question Asked() const {
+        Question question;
+        question.id = Id(slot.id);
+        question.buttons = set.buttons | (fourth ? 0x80 : 0);
+        question.prompt = captions.prompt;
+        question.caption1 = captions.own[0];
+        question.caption2 = captions.own[1];
+        question.caption3 = captions.own[2];
+        return question;
+    }
+    void Look() const {
+        const auto reads = [](const char* name, const char* own, const char* standard) {
+            CHECK(Caption(name) == (own ? own : standard));
+        };
+        CHECK(Caption("Label1") == "Text");
+        CHECK(Visible("ButtonOKYes"));
+        CHECK(Visible("ButtonNo") == set.no);
+        CHECK(Visible("ButtonCancel") == set.cancel);
+        CHECK(Visible("ButtonAll") == fourth);
+        CHECK(Visible("Check1"));
+        reads("ButtonOKYes", captions.first, set.first);
+        if (set.no) reads("ButtonNo", captions.second, set.second);
+        if (set.cancel) reads("ButtonCancel", captions.third, set.third);
+        CHECK(Caption("ButtonAll") == captions.fourth);
+    }
+    // Answers by one button with the box unticked, so that it is remembered.
+    [[nodiscard]] std::string AnswerFor(const char* button) const {
+        Question question = Asked();
+        const std::string answer = question.Ask({[this, button] {
+            Look();
+            untick();
+            FormDriver::Click(At(button));
+        }});
+        CHECK(question.shown);
+        CHECK(question.finished);
+        CHECK(question.prompt == "Text");
+        CHECK(question.cancelled == (answer == "2"));
+        return answer;
+    }
+    // The answer to a question whose answer may be known; "asked" where the box is seen.
+    [[nodiscard]] std::string Recall() const {
+        Question question = Asked();
+        const std::string answer = question.Ask({Click("ButtonOKYes")});
+        if (!question.shown) CHECK(question.cancelled == (answer == "2"));
+        return question.shown ? "asked" : answer;
+    }
+    // A button whose answer is remembered as No, and that answer.
+    [[nodiscard]] std::pair<const char*, const char*> Refusal() const {
+        if (set.no) return {"ButtonNo", "7"};
+        if (set.cancel) return {"ButtonCancel", "2"};
+        return {fourth ? "ButtonAll" : nullptr, "9"};
+    }
+
+    void Check() const {
+        const bool forgetsNo = slot.id == 0xC0000010;
+        Forget();
+        CHECK(AnswerFor("ButtonOKYes") == set.yes);
+        CHECK(WrittenNow() == BothKeys(slot.keys, "0", "16"));
+        CHECK(Recall() == set.recalledYes);
+
+        Forget();
+        const auto [button, answer] = Refusal();
+        if (button) {
+            CHECK(AnswerFor(button) == answer);
+            CHECK(WrittenNow() == BothKeys(slot.keys, forgetsNo ? "0" : "16", "0"));
+            CHECK(memory.AnswerNoMask[forgetsNo ? 0 : Index()] == 0x10);
+        } else {
+            memory.AnswerNoMask[Index()] = 0x10;
+        }
+        CHECK(Recall() == (forgetsNo ? "asked" : set.recalledNo));
+    }
+
+  private:
+    [[nodiscard]] std::size_t Index() const {
+        return static_cast<std::size_t>(QuestionRules::Decoded(Id(slot.id))->slot);
+    }
+};
+
+void CheckAllWith(bool fourth) {
     const House house;
-    struct Set {
-        std::int32_t buttons;
-        bool no, cancel;
-        const char *first, *second, *third, *yes, *remembered, *rejected;
-    };
-    constexpr Set sets[] = {
-        {0, false, false, "OK", "", "", "1", "", "shown"},
-        {1, false, true, "OK", "", "Cancel", "1", "1", "2"},
-        {2, true, true, "&Abort", "&Retry", "Cancel", "1", "", "shown"},
-        {3, true, true, "&Yes", "&No", "Cancel", "6", "6", "7"},
-        {4, true, false, "&Yes", "&No", "", "6", "6", "7"},
-        {5, false, true, "&Retry", "", "Cancel", "4", "", "shown"},
-    };
-    struct Slot {
-        std::int32_t id;
-        const char* key;
-    };
-    const Slot slots[] = {{0x10, "ShowMessageBoxYes"},
-                          {Id(0x80000010), "2ShowMessageBoxYes"},
-                          {Id(0x90000010), "3ShowMessageBoxYes"},
-                          {Id(0xA0000010), ""},
-                          {Id(0xB0000010), "5ShowMessageBoxYes"},
-                          {Id(0xC0000010), "6ShowMessageBoxYes"},
-                          {Id(0xD0000010), "ShowMessageBoxYes"}};
-    const char* const allKeys[] = {"ShowMessageBoxYes",   "2ShowMessageBoxYes", "3ShowMessageBoxYes",
-                                   "-1ShowMessageBoxYes", "5ShowMessageBoxYes", "6ShowMessageBoxYes"};
-    for (const Set& set : sets) {
-        for (const std::int32_t fourth : {0, 0x80}) {
-            for (const bool custom : {false, true}) {
-                for (const Slot& slot : slots) {
-                    CAPTURE(set.buttons);
-                    CAPTURE(fourth);
-                    CAPTURE(custom);
-                    CAPTURE(slot.id);
-                    memory = {};
-                    for (const char* key : allKeys) IniFile::SetIniSetting("Settings", key, "", false);
-                    Question question;
-                    question.id = slot.id;
-                    question.buttons = set.buttons | fourth;
-                    if (custom) question.caption1 = "Go", question.caption2 = "Stay", question.caption3 = "Leave";
-                    const auto look = [&] {
-                        CHECK(Visible("ButtonOKYes"));
-                        CHECK(Visible("ButtonNo") == set.no);
-                        CHECK(Visible("ButtonCancel") == set.cancel);
-                        CHECK(Visible("ButtonAll") == (fourth != 0));
-                        CHECK(Visible("Check1"));
-                        CHECK(Caption("ButtonOKYes") == (custom ? "Go" : set.first));
-                        if (set.no) CHECK(Caption("ButtonNo") == (custom ? "Stay" : set.second));
-                        if (set.cancel) CHECK(Caption("ButtonCancel") == (custom ? "Leave" : set.third));
-                        CHECK(Caption("ButtonAll") == "A&ll");
-                    };
-                    // Nothing is remembered yet; the answer is, as the box is unticked.
-                    CHECK(question.Ask({look, untick, Click("ButtonOKYes")}) == set.yes);
-                    CHECK(question.shown);
-                    for (const char* key : allKeys) {
-                        CAPTURE(key);
-                        CHECK(House::Setting(key) == (std::string(key) == slot.key ? "16" : "none"));
-                    }
-                    // Yes is remembered.
-                    Question again = question;
-                    again.shown = false;
-                    CHECK(again.Ask({Click("ButtonOKYes")}) == set.remembered);
-                    CHECK_FALSE(again.shown);
-                    // No is remembered; where the set has none, the memory is put there.
-                    memory = {};
-                    const std::optional<QuestionRules::Identity> identity = QuestionRules::Decoded(slot.id);
-                    QuestionRules::Remember(memory, *identity, 7);
-                    const bool asked = std::string(set.rejected) == "shown" || identity->slot == 6;
-                    Question third = question;
-                    third.shown = false;
-                    const std::string result = third.Ask({Click("ButtonOKYes")});
-                    CHECK(third.shown == asked);
-                    CHECK(result == (asked ? set.yes : set.rejected));
-                    CHECK(third.cancelled == (result == "2"));
-                }
+    for (const SetRow& set : setRows) {
+        for (const CaptionRow& captions : captionRows) {
+            for (const SlotRow& slot : slotRows) {
+                CAPTURE(set.buttons);
+                CAPTURE(captions.prompt);
+                CAPTURE(captions.own[0]);
+                CAPTURE(slot.id);
+                Combination{set, fourth, captions, slot}.Check();
             }
         }
     }
 }
+
+}  // namespace
+
+TEST_CASE("every button set with any captions, in every slot, answered and remembered as Yes, No or not at all") {
+    CheckAllWith(false);
+}
+TEST_CASE("the same with the fourth button, whose answer is remembered as No") { CheckAllWith(true); }
 TEST_CASE("a prompt of fields shows its text and captions, the empty one standing for the standard caption") {
     const House house;
     Question question;
@@ -439,6 +535,29 @@ TEST_CASE("identifier -1 never causes a question to be skipped") {
     question.buttons = 4;
     CHECK(question.Ask({Click("ButtonNo")}) == "7");
     CHECK(question.shown);
+}
+TEST_CASE("a Yes-remembered question with the OK-only button set answers the empty text and is not shown") {
+    const House house;
+    memory.AnswerYesMask[0] = 0x10;
+    Question question;
+    question.id = 0x10;
+    question.cancelled = true;
+    CHECK(question.Ask({pressEnter}).empty());
+    CHECK_FALSE(question.shown);
+    CHECK_FALSE(question.cancelled);
+    std::string prompt = "Text";
+    CHECK(QuestionMsgBox(0x10, prompt, 0, "") == 0);
+}
+TEST_CASE("a No-remembered question with button set 0, 2 or 5 is shown again") {
+    const House house;
+    memory.AnswerNoMask[0] = 0x10;
+    for (const auto& [set, answer] : {std::pair{0, "1"}, std::pair{2, "1"}, std::pair{5, "4"}}) {
+        Question question;
+        question.id = 0x10;
+        question.buttons = set;
+        CHECK(question.Ask({Click("ButtonOKYes")}) == answer);
+        CHECK(question.shown);
+    }
 }
 TEST_CASE("an answer is remembered only when the check box is unticked as the form closes") {
     const House house;
@@ -792,15 +911,43 @@ TEST_CASE("the caption has the colours of an active window while the form is act
 }
 TEST_CASE("the timer brings the form to the front once and never closes it") {
     const House house;
+    // A window of the same program that has come between.
+    const HWND other = CreateWindowExA(0, "STATIC", "Other", WS_POPUP | WS_VISIBLE | WS_BORDER, 0, 0, 900, 700, nullptr,
+                                       nullptr, nullptr, nullptr);
+    const auto raiseOther = [&] {
+        EnableWindow(other, TRUE);
+        SetForegroundWindow(other);
+    };
+    const auto isInFront = [&] {
+        for (HWND window = GetTopWindow(nullptr); window; window = GetWindow(window, GW_HWNDNEXT)) {
+            if (window == other) return false;
+            if (window == Shown()->Window()) return true;
+        }
+        return false;
+    };
     Question question;
-    bool runs = false, ran = false;
-    std::vector<FormDriver::Step> steps = {[&] { runs = Shown()->The("Timer1").Enabled(); }};
-    for (int i = 0; i < 60; ++i) steps.emplace_back([] { Sleep(10); });
-    steps.emplace_back([&] { ran = Shown() && !Shown()->The("Timer1").Enabled(); });
-    steps.push_back(pressEnter);
+    bool runs = false, behind = false, ended = false, inFront = false, stays = false;
+    const FormDriver::Step wait = [] { Sleep(10); };
+    std::vector<FormDriver::Step> steps = {wait, wait, raiseOther, [&] {
+                                               runs = Shown()->The("Timer1").Enabled();
+                                               behind = !isInFront();
+                                           }};
+    steps.insert(steps.end(), 60, wait);
+    steps.emplace_back([&] {
+        ended = !Shown()->The("Timer1").Enabled();
+        inFront = isInFront();
+        raiseOther();
+    });
+    steps.insert(steps.end(), 60, wait);
+    steps.emplace_back([&] { stays = Shown() && !isInFront(); });
+    steps.push_back(Click("ButtonOKYes"));
     CHECK(question.Ask(std::move(steps)) == "1");
     CHECK(runs);
-    CHECK(ran);
+    CHECK(behind);
+    CHECK(ended);
+    CHECK(inFront);
+    CHECK(stays);
+    DestroyWindow(other);
 }
 
 // --- the window
@@ -835,7 +982,7 @@ TEST_CASE("the form's window handle is published while it is loaded") {
     CHECK(published == own);
     CHECK_FALSE(PrivateRegistry::Raw(HKEY_CURRENT_USER, key, "hWnd").present);
 }
-TEST_CASE("everything that is shown lies wholly inside the form, which lies wholly on the screen") {
+TEST_CASE("everything that is shown lies wholly inside the form, whose whole is on the screen, and covers nothing") {
     for (const char* language : {"English", "Deutsch", "Polski"}) {
         const House house(language);
         for (const std::size_t length : {5u, 100u, 2000u, 20000u}) {
@@ -850,26 +997,7 @@ TEST_CASE("everything that is shown lies wholly inside the form, which lies whol
             question.caption2 = "Synchronisierung sp\xE4ter starten";
             question.caption3 = "Abbrechen und nichts \xE4ndern";
             const auto look = [&] {
-                RECT form{}, work{};
-                GetWindowRect(Shown()->Window(), &form);
-                SystemParametersInfoA(SPI_GETWORKAREA, 0, &work, 0);
-                CHECK(form.left >= work.left);
-                CHECK(form.top >= work.top);
-                CHECK(form.right <= work.right);
-                CHECK(form.bottom <= work.bottom);
-                const platform::Size inside = Shown()->InsideSize();
-                for (const Control& control : Shown()->Controls()) {
-                    if (!control.Has(platform::Property::Position) || !IsWindowVisible(Shown()->Window(control)))
-                        continue;
-                    CAPTURE(std::string(control.Name()));
-                    const Rect area = control.Position();
-                    CHECK(area.left >= 0);
-                    CHECK(area.top >= 0);
-                    CHECK(area.Right() <= inside.width);
-                    CHECK(area.Bottom() <= inside.height);
-                    CHECK(area.width > 0);
-                    CHECK(area.height > 0);
-                }
+                CheckFormIsWhole(*Shown());
                 CHECK(Visible("Text") == (length == 20000));
                 CHECK(Visible("Label1") == (length != 20000));
             };

@@ -136,6 +136,77 @@ TEST_CASE("buttons in one row are of one size") {
     CHECK(layout.buttons[0].width == layout.buttons[2].width);
     CHECK(layout.buttons[0].top == layout.buttons[2].top);
 }
+TEST_CASE("a short caption does not get a very wide button for a long one beside it") {
+    PlainMeasure measure(96);
+    measure.texts = {{Part::Prompt, "Go?"}, {Part::First, std::string(40, 'x')}, {Part::Cancel, "No"}};
+    Request request = RequestFor(96, {800, 600}, measure);
+    request.buttons = {Part::First, Part::Cancel};
+    const Layout layout = Arranged(request, measure);
+    CheckWhole(request, layout);
+    CheckTexts(request, measure, layout);
+    CHECK(layout.buttons[0].top == layout.buttons[1].top);
+    CHECK(layout.buttons[1].width == 75);
+}
+TEST_CASE("buttons in several rows are of one size where that takes no further row") {
+    PlainMeasure measure(96);
+    measure.texts = {{Part::Prompt, "Go?"},
+                     {Part::First, std::string(50, 'x')},
+                     {Part::No, std::string(45, 'x')},
+                     {Part::Cancel, std::string(55, 'x')},
+                     {Part::All, std::string(40, 'x')}};
+    Request request = RequestFor(96, {800, 600}, measure);
+    request.buttons = {Part::First, Part::No, Part::Cancel, Part::All};
+    const Layout two = Arranged(request, measure);
+    CheckWhole(request, two);
+    for (const Rect& button : two.buttons) CHECK(button.width == two.buttons[2].width);
+    CHECK(two.buttons[1].top == two.buttons[0].top);
+    CHECK(two.buttons[2].top > two.buttons[0].top);
+    CHECK(two.buttons[3].top == two.buttons[2].top);
+    measure.texts[Part::All] = "x";
+    measure.texts[Part::First] = std::string(110, 'x');
+    const Layout three = Arranged(request, measure);
+    CheckWhole(request, three);
+    CHECK(three.buttons[3].width < three.buttons[0].width);
+    CHECK(three.buttons[3].top == three.buttons[2].top);
+}
+TEST_CASE("buttons that would stand in ragged rows stand below each other, of one size") {
+    PlainMeasure measure(192);
+    measure.texts = {{Part::Prompt, "Go?"},
+                     {Part::First, std::string(30, 'x')},
+                     {Part::No, std::string(36, 'x')},
+                     {Part::Cancel, "x"},
+                     {Part::All, std::string(30, 'x')}};
+    Request request = RequestFor(192, {800, 600}, measure);
+    request.buttons = {Part::First, Part::No, Part::Cancel, Part::All};
+    const Layout layout = Arranged(request, measure);
+    CheckWhole(request, layout);
+    for (std::size_t i = 1; i < layout.buttons.size(); ++i) {
+        CHECK(layout.buttons[i].left == layout.buttons[0].left);
+        CHECK(layout.buttons[i].width == layout.buttons[0].width);
+        CHECK(layout.buttons[i].top > layout.buttons[i - 1].top);
+    }
+}
+TEST_CASE("a very long prompt makes the form wider only until it leaves half of the screen's height") {
+    PlainMeasure measure(96);
+    measure.texts = {{Part::Prompt, Words(3000)}, {Part::First, "OK"}};
+    const Request request = RequestFor(96, {1280, 1024}, measure);
+    const Layout layout = Arranged(request, measure);
+    CheckTexts(request, measure, layout);
+    CHECK(layout.prompt.height <= 512);
+    CHECK(layout.prompt.height > 256);
+    CHECK(layout.inside.width < 640);
+    measure.texts[Part::Prompt] = Words(20000);
+    CHECK(Arranged(request, measure).inside.width == 1280);
+}
+TEST_CASE("a field is as high as its line, the edges of fields not growing with the resolution") {
+    for (const std::int32_t dots : resolutions) {
+        PlainMeasure measure(dots);
+        measure.texts = {{Part::Prompt, "Name:"}, {Part::First, "OK"}};
+        Request request = RequestFor(dots, {1024, 768}, measure);
+        request.input = Input::Line;
+        CHECK(Arranged(request, measure).input.height == measure.Line() + 8);
+    }
+}
 TEST_CASE("everything shown is wholly shown at every resolution, whatever is asked for") {
     const std::string captions[][4] = {
         {"OK", "No", "Cancel", "All"},

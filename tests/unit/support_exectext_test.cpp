@@ -15,9 +15,13 @@ struct Machine : Surroundings {
     std::map<std::string, std::string> classes, variables;
     std::set<std::string> files;
     std::vector<std::string> notes;
+    int asked = 0;  // for variables
 
     std::string ClassText(const std::string& key) override { return Of(classes, key); }
-    std::string Variable(const std::string& name) override { return Of(variables, name); }
+    std::string Variable(const std::string& name) override {
+        ++asked;
+        return Of(variables, name);
+    }
     bool FileExists(const std::string& path) override { return files.contains(path); }
     void Note(const std::string& text) override { notes.push_back(text); }
 
@@ -275,10 +279,24 @@ TEST_CASE_FIXTURE(Machine, "an expansion that is left out leaves the sign and go
     CHECK(Start("%long%a") == "start " + std::string(longestCommand - 7, 'x') + "a");
     CHECK(Start("%long%ab") == "start %long%ab");
 }
+TEST_CASE_FIXTURE(Machine, "an expansion that is left out is not tried again at each of its places") {
+    variables = {{"long", std::string(longestCommand, 'x')}};
+    std::string command;
+    for (int i = 0; i < 2000; ++i) command += "%long%";
+    CHECK(Start(command) == "start " + command);
+    CHECK(asked == 1);
+}
 TEST_CASE_FIXTURE(Machine, "a handler that would repeat an address beyond the bound keeps its mark") {
     Mail("mail.exe %1 %1 %1 %1");
     const std::string address = "mailto:" + std::string(10000, 'x');
     CHECK(Direct(address) == "mail.exe %1 %1 %1 %1");
+}
+
+TEST_CASE_FIXTURE(Machine, "carriage returns that would not fit as %20 stay") {
+    Mail("notes.exe %1");
+    const std::string fits = "mailto:" + std::string(10000, '\r'), tooLong = "mailto:" + std::string(11000, '\r');
+    CHECK(Direct(fits).size() == 10 + 7 + 30000);
+    CHECK(Direct(tooLong) == "notes.exe " + tooLong);
 }
 
 // --- what start starts

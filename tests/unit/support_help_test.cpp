@@ -136,6 +136,21 @@ TEST_CASE_FIXTURE(Fixture, "the help viewer gets the help file and its page in d
     CHECK(user.messages.empty());
     CHECK(log.Text().ends_with("\r\n<CallHelp>_\r\n</CallHelp>\r\n"));
 }
+TEST_CASE_FIXTURE(Fixture, "a help file in a folder with umlauts, percent signs and an ampersand arrives whole") {
+    HelpStarts();
+    std::vector<std::string> expected;
+    for (const char* name : {"Hilfe f\xFCr Jedermann", "100% %TEMP%", "a & b"}) {
+        CAPTURE(name);
+        REQUIRE(CreateDirectoryA(folder.Path(name).c_str(), nullptr));
+        const std::string help = folder.Path(name) + "\\cven.chm";
+        folder.Write(std::string(name) + "\\cven.chm", "");
+        Language::state.LangHelpFile = Language::state.LangHelpFileChosen = help;
+        Sized();
+        CallHelp("AddInOutl.htm");
+        expected.push_back("1 hh.exe \"" + help + "::/AddInOutl.htm\"");
+        CHECK(viewerProgram->Starts(expected.size()) == expected);
+    }
+}
 TEST_CASE_FIXTURE(Fixture, "viewers that are open under either title are closed, others are not") {
     HelpStarts();
     Sized();

@@ -185,6 +185,39 @@ TEST_CASE_FIXTURE(Fixture, "the caller's pending error stays as it was") {
     CHECK(Err().Number() == 17);
 }
 
+TEST_CASE_FIXTURE(Fixture, "whatever a path holds, it arrives whole at the program that is registered for it") {
+    const Recorder editor(folder, "editor.exe"), browser(folder, "browser.exe");
+    Register(".cvdoc", "TestDocument");
+    RegisterCommand("TestDocument", Quoted(folder.Path("editor.exe")) + " \"%1\"");
+    RegisterBrowser(Quoted(folder.Path("browser.exe")) + " \"%1\"");
+    SetEnvironmentVariableA("CvTestUnknown", nullptr);
+    std::vector<std::string> expected;
+    for (const char* name : {"plain", "with blanks  in it", "\xC4rger \xFC\x62\x65r \xDF", "100%", "50% off 20%",
+                             "%CvTestUnknown%", "a'b & c; d", "[x] {y} (z)"}) {
+        CAPTURE(name);
+        const std::string document = folder.Path(std::string(name) + ".cvdoc");
+        folder.Write(std::string(name) + ".cvdoc", "");
+        ExecApp(document);
+        expected.push_back("2 " + Quoted(folder.Path("editor.exe")) + " " + Quoted(document));
+        CHECK(editor.Starts(expected.size()) == expected);
+        const std::string page = folder.Path(std::string(name) + ".htm");
+        ExecApp(page);
+        expected.push_back("1 " + Quoted(folder.Path("browser.exe")) + " " + Quoted(page));
+        CHECK(browser.Starts(expected.size()) == expected);
+    }
+}
+TEST_CASE_FIXTURE(Fixture, "a folder keeps the backslash at its end up to the program that shows it") {
+    const Recorder browser(folder, "browser.exe");
+    RegisterBrowser(Quoted(folder.Path("browser.exe")) + " %1");
+    ExecApp("C:\\My Pages\\www.a.b\\");
+    CHECK(Only(browser, normal) == Quoted(folder.Path("browser.exe")) + " \"C:\\My Pages\\www.a.b\\\"");
+}
+TEST_CASE_FIXTURE(Fixture, "quotes inside an argument arrive as they are, doubled ones as single ones") {
+    const Recorder program(folder, "program.exe");
+    ExecApp(Quoted(folder.Path("program.exe")) + " \"a b\" say=\"\"yes\"\" end\\");
+    CHECK(Only(program, minimised).ends_with(" \"a b\" say=\"yes\" end\\"));
+}
+
 // --- registered commands
 
 TEST_CASE_FIXTURE(Fixture, "the program that the user has chosen for an extension comes first") {
