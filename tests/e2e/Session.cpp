@@ -60,6 +60,18 @@ void Pump(DWORD milliseconds) {
     }
 }
 
+bool UnloadLibrary() {
+    for (int i = 0; i < 3 && GetModuleHandleA("CVOutlookAddIn.dll"); ++i) CoFreeUnusedLibrariesEx(0, 0);
+    return GetModuleHandleA("CVOutlookAddIn.dll") == nullptr;
+}
+
+std::string AddInFolder() {
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const std::string program = path;
+    return program.substr(0, program.rfind('\\') + 1) + "addin\\";
+}
+
 std::string OwnOnAction() { return std::string("<!") + progId + ">"; }
 
 Session::Session(const standin::Options& options) {
@@ -93,6 +105,11 @@ std::vector<standin::ControlView> Session::Popups(standin::Window window) {
         if (control.caption == "C&orvella") found.push_back(control);
     }
     return found;
+}
+
+std::vector<standin::ControlView> Session::Entries(standin::Window window) {
+    const std::vector<standin::ControlView> popups = Popups(window);
+    return popups.size() == 1 ? popups.front().entries : std::vector<standin::ControlView>();
 }
 
 standin::ControlView Session::SendButton(standin::Window window) {
