@@ -51,13 +51,15 @@ void WriteValue(const std::string& key, const std::string& name, const std::stri
 
 void Pump(DWORD milliseconds) {
     const DWORD start = GetTickCount();
-    for (DWORD passed = 0; passed < milliseconds; passed = GetTickCount() - start) {
+    DWORD passed = 0;
+    do {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds - passed, QS_ALLINPUT);
         for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
             TranslateMessage(&message);
             DispatchMessageA(&message);
         }
-    }
+        passed = GetTickCount() - start;
+    } while (passed < milliseconds);
 }
 
 bool UnloadLibrary() {

@@ -93,6 +93,26 @@ standin::Pixels Resource(int number) {
     return pixels;
 }
 
+// Where the colours of menus and scroll bars are the same, a picture on the wrong one of them would not show.
+class DifferentColours {
+  public:
+    DifferentColours() : scrollBar_(GetSysColor(COLOR_SCROLLBAR)), menu_(GetSysColor(COLOR_MENU)) {
+        Set(RGB(200, 10, 30), RGB(20, 190, 40));
+    }
+    ~DifferentColours() { Set(scrollBar_, menu_); }
+    DifferentColours(const DifferentColours&) = delete;
+    DifferentColours& operator=(const DifferentColours&) = delete;
+
+  private:
+    static void Set(COLORREF scrollBar, COLORREF menu) {
+        const int elements[] = {COLOR_SCROLLBAR, COLOR_MENU};
+        const COLORREF colours[] = {scrollBar, menu};
+        SetSysColors(2, elements, colours);
+    }
+    COLORREF scrollBar_;
+    COLORREF menu_;
+};
+
 standin::Pixels WithBackground(standin::Pixels face, int systemColour) {
     const DWORD colour = GetSysColor(systemColour);
     const std::uint32_t background = (colour & 0xFFu) << 16 | (colour & 0xFF00u) | (colour >> 16 & 0xFFu);
@@ -184,6 +204,7 @@ TEST_CASE("the settings entry has the host's face 65 below its own picture, and 
     }
 }
 TEST_CASE("each entry shows the picture of its own number, with its mask from Outlook 2003 on") {
+    const DifferentColours colours;
     for (const int version : e2e::allVersions) {
         CAPTURE(version);
         Session session({.version = version});
@@ -205,6 +226,7 @@ TEST_CASE("each entry shows the picture of its own number, with its mask from Ou
     }
 }
 TEST_CASE("the synchronise button shows the same picture as its entry, on the menu colour where it is pasted") {
+    const DifferentColours colours;
     for (const int version : e2e::allVersions) {
         CAPTURE(version);
         Session session({.version = version});

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "e2e/Session.h"
+#include "e2e/User.h"
 #include "support/ImportPatch.h"
 #include "support/MemoryClipboard.h"
 #include "support/MemoryRegistry.h"
@@ -41,12 +42,14 @@ BOOL WINAPI NoteStart(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURI
 class LoadedBitmap {
   public:
     explicit LoadedBitmap(HBITMAP bitmap) {
+        if (!bitmap) return;  // the library has none of that number
         REQUIRE(GetObjectA(bitmap, sizeof form_, &form_) != 0);
         bits_.resize(static_cast<std::size_t>(form_.bmWidthBytes * form_.bmHeight));
         GetBitmapBits(bitmap, static_cast<LONG>(bits_.size()), bits_.data());
         DeleteObject(bitmap);
     }
     [[nodiscard]] HBITMAP Copy() const {
+        if (bits_.empty()) return nullptr;
         return CreateBitmap(form_.bmWidth, form_.bmHeight, form_.bmPlanes, form_.bmBitsPixel, bits_.data());
     }
 
@@ -76,12 +79,8 @@ HBITMAP WINAPI LoadMappedOnce(HINSTANCE library, INT_PTR resource, UINT flags, L
 class World {
   public:
     World() {
-        {
-            Session session;  // brings the library into the process, where it stays
-            session->Start();
-            session->Quit();
-        }
-        HMODULE library = GetModuleHandleA("CVOutlookAddIn.dll");
+        // COM finds it loaded.
+        HMODULE library = LoadLibraryA((e2e::AddInFolder() + "CVOutlookAddIn.dll").c_str());
         REQUIRE(library);
         HMODULE program = GetModuleHandleA(nullptr);
         const ImportPatch::Import others[] = {
@@ -190,9 +189,31 @@ void WorkingDay(Session& session) {
     session->Quit();
 }
 
+// The calls of a play that are made to fail: all of them, or those of what is new in it.
+struct Span {
+    int first = 0;
+    int last = 0;
+};
+Span ofTheClick;
+
+// One entry that opens a window of ours, which its user closes at once.
+void ClickAndClose(Session& session, std::size_t entry, const char* button) {
+    session->Start();
+    e2e::User user(button);
+    ofTheClick.first = session->Calls() + 1;
+    ClickEntries(session, session.FirstWindow(), {entry});
+    ofTheClick.last = session->Calls();
+    CHECK(user.boxes.size() <= 1);
+    session->Quit();
+}
+
+void ShowInfo(Session& session) { ClickAndClose(session, 8, "OK"); }
+void ShowOptions(Session& session) { ClickAndClose(session, 6, "Cancel"); }
+
 struct Scenario {
     const char* name;
     void (*play)(Session&);
+    bool clickAlone = false;  // the rest is what the other scenarios have too
 };
 
 constexpr Scenario scenarios[] = {
@@ -201,6 +222,12 @@ constexpr Scenario scenarios[] = {
     {"the contacts folder is shown, a selection sent, and left again", SwitchFolders},
     {"the add-in is unloaded and loaded again", UnloadAndLoad},
     {"a working day", WorkingDay},
+};
+constexpr const Scenario& workingDay = scenarios[4];
+
+constexpr Scenario clicks[] = {
+    {"the info box is shown", ShowInfo, true},
+    {"the options are shown", ShowOptions, true},
 };
 
 const Fault faults[] = {Fault::Fails(E_FAIL), Fault::Exception(E_ACCESSDENIED), Fault::Fails(RPC_E_DISCONNECTED),
@@ -220,6 +247,7 @@ std::vector<std::string> Commands() {
 
 struct Played {
     int calls = 0;
+    Span failing;
     std::vector<std::string> commands;
 };
 
@@ -227,7 +255,8 @@ Played Undisturbed(const Scenario& scenario, int version) {
     Session session({.version = version});
     e2e::WriteValue("Software\\Quillmark\\Corvella", "Path", "C:\\Corvella");
     scenario.play(session);
-    return {session->Calls(), Commands()};
+    const int calls = session->Calls();
+    return {calls, scenario.clickAlone ? ofTheClick : Span{1, calls}, Commands()};
 }
 
 void PlayWithFault(const Scenario& scenario, int version, int number, const Fault& fault, const Played& undisturbed) {
@@ -243,18 +272,20 @@ void PlayWithFault(const Scenario& scenario, int version, int number, const Faul
     CHECK(std::includes(undisturbed.commands.begin(), undisturbed.commands.end(), commands.begin(), commands.end()));
 }
 
-void SweepVersion(int version) {
+template <std::size_t count>
+void Sweep(const Scenario (&played)[count], int version) {
     CAPTURE(version);
     const World world;
-    for (const Scenario& scenario : scenarios) {
-        CAPTURE(scenario.name);
+    for (const Scenario& scenario : played) {
+        const std::string name = scenario.name;
+        CAPTURE(name);
         const Played undisturbed = Undisturbed(scenario, version);
-        REQUIRE(undisturbed.calls > 50);
-        MESSAGE(scenario.name << ": " << undisturbed.calls << " calls");
+        REQUIRE(undisturbed.failing.last - undisturbed.failing.first >= 20);
+        MESSAGE(name << ": calls " << undisturbed.failing.first << " to " << undisturbed.failing.last);
         for (const Fault& fault : faults) {
             CAPTURE(static_cast<int>(fault.kind));
             CAPTURE(fault.code);
-            for (int number = 1; number <= undisturbed.calls; ++number) {
+            for (int number = undisturbed.failing.first; number <= undisturbed.failing.last; ++number) {
                 CAPTURE(number);
                 PlayWithFault(scenario, version, number, fault, undisturbed);
                 world.CheckNothingOpen();
@@ -278,10 +309,13 @@ TEST_CASE("the working day runs each of its commands once, where nothing fails")
             }
         }
         std::sort(expected.begin(), expected.end());
-        CHECK(Undisturbed(scenarios[4], version).commands == expected);
+        CHECK(Undisturbed(workingDay, version).commands == expected);
     }
 }
-TEST_CASE("with any one host call failing, Outlook 2000 is left with nothing held") { SweepVersion(9); }
-TEST_CASE("with any one host call failing, Outlook 2002 is left with nothing held") { SweepVersion(10); }
-TEST_CASE("with any one host call failing, Outlook 2003 is left with nothing held") { SweepVersion(11); }
-TEST_CASE("with any one host call failing, Outlook 2007 is left with nothing held") { SweepVersion(12); }
+TEST_CASE("with any one host call failing, Outlook 2000 is left with nothing held") { Sweep(scenarios, 9); }
+TEST_CASE("with any one host call failing, Outlook 2002 is left with nothing held") { Sweep(scenarios, 10); }
+TEST_CASE("with any one host call failing, Outlook 2003 is left with nothing held") { Sweep(scenarios, 11); }
+TEST_CASE("with any one host call failing, Outlook 2007 is left with nothing held") { Sweep(scenarios, 12); }
+TEST_CASE("with any one call of a click failing that opens a window of ours, nothing is held in any version") {
+    for (const int version : e2e::allVersions) Sweep(clicks, version);
+}
