@@ -18,11 +18,11 @@ dll: tools        ## build what a user installs into dist/: the DLL beside its l
 	@scripts/build.sh win32-release CVOutlookAddIn cv_help
 	@scripts/dist.sh
 
-demo: tools       ## the main job from a contact to Corvella: make demo [OUTLOOK=2000|2002|2003|2007] [LANGUAGE=Deutsch]
+demo: tools       ## a working day with the add-in: make demo [OUTLOOK=2000|2002|2003|2007] [LANGUAGE=Deutsch]
 	@scripts/demo.sh $(OUTLOOK) $(LANGUAGE)
 
 run: tools        ## the same Outlook stand-in for a person to click in (needs a display)
-	@scripts/run.sh $(OUTLOOK)
+	@scripts/run.sh $(OUTLOOK) $(LANGUAGE)
 
 test: tools       ## all tests: under Wine, and the pure text natively with sanitizers
 	@scripts/test.sh

@@ -32,7 +32,6 @@ FILES = {
     "config/IniCache": 3,
     "config/IniFile": 3,
     "config/InifileCV": 4,
-    "config/PathsInit": 4,
     "support/PathRules": 4,
     "support/Paths": 4,
     "support/WindowsMiscMetrics": 4,

@@ -2,6 +2,11 @@
 #
 #   cv_install  the folder of Corvella and the add-in (C:\Corvella), as a path of this machine
 #   cv_outlook  the windowed Outlook stand-in
+#
+# Then  cv_set_language NAME  writes the settings file that Corvella and the add-in share, and sets
+#
+#   cv_locale    the LC_ALL under which Wine has that language's Windows code page; it need not be installed
+#   cv_codepage  its name
 scripts/build.sh win32-release CVOutlookAddIn OutlookStandIn standin_corvella > build/build.log 2>&1 || { tail -n 40 build/build.log; return 1; }
 . scripts/wine-env.sh
 cv_install=$WINEPREFIX/drive_c/Corvella
@@ -11,3 +16,19 @@ cp "$(find build/win32-release -name CVOutlookAddIn.dll | head -n 1)" \
    "$(find build/win32-release -name Corvella.exe | head -n 1)" lang/*.lng "$cv_install/"
 wine 'C:\windows\syswow64\regsvr32.exe' /s 'C:\Corvella\CVOutlookAddIn.dll' || { echo "regsvr32 failed" >&2; return 1; }
 wine reg add 'HKCU\Software\Quillmark\Corvella' /v Path /d 'C:\Corvella' /f >/dev/null 2>&1
+
+# Each settings file is a profile that the options dialog offers.
+cv_set_language() {
+    case "$1" in
+        Cesky) cv_locale=cs_CZ.UTF-8 cv_codepage=CP1250 ;;
+        Polski) cv_locale=pl_PL.UTF-8 cv_codepage=CP1250 ;;
+        *) cv_locale=C.UTF-8 cv_codepage=CP1252 ;;
+    esac
+    rm -f "$cv_install"/*.ini
+    printf '[Settings]\r\nLanguage=%s\r\n' "$1" | tee "$cv_install/corvella.ini" > "$cv_install/Office.ini"
+    wine reg add 'HKCU\Software\Quillmark\Corvella' /v IniFiles /d 'C:\Corvella\' /f >/dev/null 2>&1
+}
+# Whether Wine draws the frames of the stand-in's windows (N), as on a display without a window manager.
+cv_set_managed() {
+    wine reg add 'HKCU\Software\Wine\AppDefaults\OutlookStandIn.exe\X11 Driver' /v Managed /d "$1" /f >/dev/null 2>&1
+}

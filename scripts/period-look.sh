@@ -1,4 +1,5 @@
-# To be sourced after wine-env.sh; then  cv_take_picture file.png  takes a picture of the display.
+# To be sourced after wine-env.sh; then, before the windows,  cv_paint_desktop,  and  cv_take_picture file.png  takes a
+# picture of the display.
 #
 # Windows of this checkout's prefix look as those of 2001 did, for pictures of them.
 #
@@ -8,9 +9,6 @@ if [ ! -e "$WINEPREFIX/.period-look" ]; then
     cv_look=$(mktemp --suffix=.reg)
     cat > "$cv_look" <<'REG'
 REGEDIT4
-
-[HKEY_CURRENT_USER\Software\Wine\AppDefaults\OutlookStandIn.exe\X11 Driver]
-"Managed"="N"
 
 [HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\ThemeManager]
 "ThemeActive"="0"
@@ -54,8 +52,10 @@ REG
     wineserver -w
 fi
 
+# The display's background; windows that are there already are painted over until they draw themselves again.
+cv_paint_desktop() { display -window root -size 1280x1024 xc:'#3a6ea5' >/dev/null 2>&1 || true; }
+
 cv_take_picture() {
-    display -window root -size 1280x1024 xc:'#3a6ea5' >/dev/null 2>&1 || true  # the desktop's colour
     sleep 0.2
     import -window root "$1"
 }

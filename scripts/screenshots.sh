@@ -3,10 +3,11 @@
 # in every language and at several resolutions of the screen (dots an inch), come into build/screens.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-scripts/demo.sh 2003
-mkdir -p docs/pictures
 convert=$(command -v convert-im6.q16 || command -v convert)
-"$convert" build/demo/2003/contact.png -crop 940x640+30+20 +repage docs/pictures/contact.png
+scripts/contact-sheet.sh
+crop() { "$convert" "build/demo/2003/$1.png" -crop "$2" +repage -define png:exclude-chunks=date,time "docs/pictures/$1.png"; }
+crop menu 900x300+40+30
+crop contact 940x640+30+20
 python3 scripts/draw-bitmaps.py
 
 scripts/build.sh win32-release question_screens options_screens > build/screens.log ||

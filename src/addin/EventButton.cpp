@@ -21,7 +21,7 @@ bool IsSameControl(const Dispatch& own, const Dispatch& clicked) {
 
 }  // namespace
 
-void EventButton::Connect(Dispatch button, Handler click) {
+void EventButton::Connect(const Dispatch& button, Handler click) {
     connection_ = platform::Connection(
         button, Events::Button,
         [button, click = std::move(click)](std::int32_t event, const platform::EventArguments& arguments) {
@@ -29,7 +29,7 @@ void EventButton::Connect(Dispatch button, Handler click) {
             const Dispatch clicked = arguments.Object(0);
             if (IsSameControl(button, clicked)) click(clicked);
         });
-    button_ = std::move(button);
+    button_ = button;
 }
 
 void EventButton::Release() noexcept {

@@ -19,12 +19,11 @@ class EventButton {
 
     // `click` is called for as long as `listener` lives and this button is bound.
     template <class Listener>
-    void Bind(platform::Dispatch button, const std::shared_ptr<Listener>& listener,
+    void Bind(const platform::Dispatch& button, const std::shared_ptr<Listener>& listener,
               void (Listener::*click)(const platform::Dispatch& clicked)) {
-        Connect(std::move(button),
-                [weak = std::weak_ptr<Listener>(listener), click](const platform::Dispatch& clicked) {
-                    if (const std::shared_ptr<Listener> kept = weak.lock()) ((*kept).*click)(clicked);
-                });
+        Connect(button, [weak = std::weak_ptr<Listener>(listener), click](const platform::Dispatch& clicked) {
+            if (const std::shared_ptr<Listener> kept = weak.lock()) ((*kept).*click)(clicked);
+        });
     }
 
     void Release() noexcept;
@@ -33,7 +32,7 @@ class EventButton {
     explicit operator bool() const noexcept { return static_cast<bool>(button_); }
 
   private:
-    void Connect(platform::Dispatch button, Handler click);
+    void Connect(const platform::Dispatch& button, Handler click);
 
     platform::Dispatch button_;
     platform::Connection connection_;

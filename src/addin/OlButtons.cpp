@@ -80,7 +80,7 @@ Dispatch OlButtons::AddCommandBarButton(const Dispatch& owner, std::int32_t numb
     const Dispatch controls = BarFor(owner, number).Object("Controls");
     DeleteStaleCopies(controls, tag, onAction);
 
-    const Dispatch button = AddButton(controls, PlacementNumber(number, "Pos", defaultPosition));
+    Dispatch button = AddButton(controls, PlacementNumber(number, "Pos", defaultPosition));
     button.Put("Parameter", parameter);
     button.Put("Caption", caption);
     button.Put("OLEUsage", bothOleUsages);
@@ -104,7 +104,7 @@ Dispatch OlButtons::AddCommandBarButton(const Dispatch& owner, std::int32_t numb
 Dispatch OlButtons::AddMenuItem(const Dispatch& popup, std::string_view, std::string_view progId,
                                 std::string_view caption, std::int16_t faceId, std::string_view parameter,
                                 std::int32_t pictureNumber, bool beginGroup) {
-    const Dispatch entry = popup.Object("Controls").Object("Add", Missing, Missing, Missing, Missing, true);
+    Dispatch entry = popup.Object("Controls").Object("Add", Missing, Missing, Missing, Missing, true);
     entry.Put("Parameter", parameter);
     entry.Put("Caption", caption);
     entry.Put("OLEUsage", bothOleUsages);

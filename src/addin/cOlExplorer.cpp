@@ -7,6 +7,7 @@
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/OlVersion.h"
 #include "bridge/RegEdit.h"
+#include "config/IniFile.h"
 #include "language/Language.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
@@ -149,7 +150,7 @@ Dispatch cOlExplorer::AdoptPopup(const Dispatch& menuBar, bool& entriesExist, st
 }
 
 Dispatch cOlExplorer::AddPopup(const Dispatch& menuBar, std::int16_t before) const {
-    const Dispatch popup =
+    Dispatch popup =
         menuBar.Object("Controls").Object("Add", popupControl, Missing, Missing, std::int32_t{before}, true);
     popup.Put("Caption", popupCaption);
     popup.Object("CommandBar").Put("Name", platform::Replaced(WithoutMarks(popupCaption), " ", ""));
@@ -157,22 +158,23 @@ Dispatch cOlExplorer::AddPopup(const Dispatch& menuBar, std::int16_t before) con
 }
 
 void cOlExplorer::AddEntries(const Dispatch& popup) {
+    IniFile::IniInit(false);  // the captions come from what the files say now
     for (std::size_t number = 0; number < entryCount; ++number) {
         const MenuEntry& entry = MenuEntries()[number];
         std::string caption = OwnText(entry.languageKey);
         if (caption.empty()) caption = entry.defaultCaption;
-        Dispatch control =
+        const Dispatch control =
             OlButtons::AddMenuItem(popup, std::string(entry.keyWord) + ".Main", progId_, caption, entry.faceId,
                                    Names::Identification, entry.picture, entry.beginsGroup);
-        entries_[number].Bind(std::move(control), shared_from_this(), entry.click);
+        entries_[number].Bind(control, shared_from_this(), entry.click);
     }
 }
 
 void cOlExplorer::AddSynchroniseButton(const Dispatch& explorer) {
-    Dispatch button =
+    const Dispatch button =
         OlButtons::AddCommandBarButton(explorer, synchroniseNumber, progId_, OwnText("Buttonsync"),
                                        std::string(Names::Identification) + ".Main", true, iconAndCaption, appendToBar);
-    synchronise_.Bind(std::move(button), shared_from_this(), &cOlExplorer::SyncItButton_Click);
+    synchronise_.Bind(button, shared_from_this(), &cOlExplorer::SyncItButton_Click);
 }
 
 void cOlExplorer::RemoveMenus(const Dispatch& obj) {
@@ -211,10 +213,10 @@ void cOlExplorer::objExplorer_FolderSwitch() {
 }
 
 void cOlExplorer::AddSendToPhoneButton() {
-    Dispatch button =
+    const Dispatch button =
         OlButtons::AddCommandBarButton(objExplorer_.Object(), sendToPhoneNumber, progId_, OwnText("ButtonSendToPhone"),
                                        parameter_, false, iconOnly, sendToPhonePosition);
-    sendToPhone_.Bind(std::move(button), shared_from_this(), &cOlExplorer::SendToPhone_Click);
+    sendToPhone_.Bind(button, shared_from_this(), &cOlExplorer::SendToPhone_Click);
 }
 
 void cOlExplorer::objExplorer_Close() {

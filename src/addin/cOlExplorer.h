@@ -17,7 +17,7 @@
 class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
   public:
     // Sinks the window's events; the menus follow at its first activation.
-    void OpenItem(const platform::Dispatch& objExplorer_, const std::string& gstrProgID_, const std::string& param_);
+    void OpenItem(const platform::Dispatch& explorer, const std::string& gstrProgID_, const std::string& param_);
     // For Outlook 2000: sinks nothing and builds the menus at once.
     void OpenItemOl20(const platform::Dispatch& explorer, const std::string& progId, const std::string& param);
 

@@ -36,8 +36,9 @@ void cOlItem::AddButton() {
     const Dispatch inspector = inspector_;
     const std::int32_t number = ButtonNumber(inspector);
     const std::string caption = Language::GetLanguageString(Names::LanguageSection, "ButtonUpdate");
-    Dispatch button = OlButtons::AddCommandBarButton(inspector, number, progId_, caption, parameter_, false, 3, 2);
-    if (IsUsed) button_.Bind(std::move(button), shared_from_this(), &cOlItem::SaveAndSendToPhone_Click);
+    const Dispatch button =
+        OlButtons::AddCommandBarButton(inspector, number, progId_, caption, parameter_, false, 3, 2);
+    if (IsUsed) button_.Bind(button, shared_from_this(), &cOlItem::SaveAndSendToPhone_Click);
 }
 
 void cOlItem::WindowActivated() {

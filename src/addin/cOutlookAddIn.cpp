@@ -74,7 +74,7 @@ Dispatch cOutlookAddIn::FirstExplorer() const {
     const auto active = [this] { return application_.Object("ActiveExplorer"); };
     const auto first = [this] { return application_.Object("Explorers").Object("Item", 1); };
     const bool outlook2000 = !myolapp_.Object();
-    const Dispatch explorer = outlook2000 ? active() : first();
+    Dispatch explorer = outlook2000 ? active() : first();
     if (explorer) return explorer;
     return outlook2000 ? first() : active();
 }

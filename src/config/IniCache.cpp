@@ -1,6 +1,7 @@
 #include "config/IniCache.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "platform/Err.h"

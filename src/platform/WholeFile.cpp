@@ -12,6 +12,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t block = 65536;
+constexpr std::size_t sector = 512;  // what a disk writes whole or not at all
 constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 FileWatch watching = nullptr;
@@ -75,7 +76,9 @@ class OpenFile {
         return SetFilePointer(file_, static_cast<LONG>(size), nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER &&
                MayDo("end") && SetEndOfFile(file_);
     }
-    void GoToBegin() const noexcept { SetFilePointer(file_, 0, nullptr, FILE_BEGIN); }
+    void GoTo(std::size_t position) const noexcept {
+        SetFilePointer(file_, static_cast<LONG>(position), nullptr, FILE_BEGIN);
+    }
 
   private:
     HANDLE file_ = INVALID_HANDLE_VALUE;
@@ -85,6 +88,22 @@ void RemoveQuietly(const std::string& path) noexcept {
     const DWORD lastError = GetLastError();
     if (MayDo("remove")) DeleteFileA(path.c_str());
     SetLastError(lastError);
+}
+
+// Where the file differs from bytes of the same number in one sector only, that one is written where it stands.
+bool WriteOneSector(const std::string& path, std::string_view bytes) {
+    OpenFile file;
+    if (!MayDo("open") || !file.Open(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING)) return false;
+    std::string old(file.Size(), '\0');
+    if (old.size() != bytes.size() || !file.Read(old) || old.size() != bytes.size()) return false;
+    const std::string_view there = old;
+    std::size_t at = 0;
+    while (at < bytes.size() && there.substr(at, sector) == bytes.substr(at, sector)) at += sector;
+    if (at >= bytes.size()) return true;
+    const std::size_t behind = std::min(at + sector, bytes.size());
+    if (there.substr(behind) != bytes.substr(behind)) return false;
+    file.GoTo(at);
+    return file.Write(bytes.substr(at, sector)) && file.Flush();
 }
 
 enum class Outcome { Done, NotPossibleHere, Failed };
@@ -121,7 +140,7 @@ bool Overwrite(const std::string& path, std::string_view bytes, DWORD attributes
         SetLastError(lastError);
         return false;
     }
-    file.GoToBegin();
+    file.GoTo(0);
     return file.Write(bytes) && (bytes.size() >= oldSize || file.EndAt(bytes.size())) && file.Flush();
 }
 
@@ -162,12 +181,16 @@ bool WriteWhole(const std::string& path, std::string_view bytes, Opening opening
 }
 
 std::optional<FileStamp> ReplaceWhole(const std::string& path, std::string_view bytes) {
-    DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) attributes = FILE_ATTRIBUTE_NORMAL;
+    WIN32_FILE_ATTRIBUTE_DATA old;
+    const bool isThere = GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &old) != 0;
+    const DWORD attributes = isThere ? old.dwFileAttributes : FILE_ATTRIBUTE_NORMAL;
     if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
         RecordStatus(ERROR_ACCESS_DENIED);
         return std::nullopt;
     }
+    const bool asLong = isThere && old.nFileSizeHigh == 0 && old.nFileSizeLow == bytes.size();
+    const bool standsInSectors = (attributes & FILE_ATTRIBUTE_COMPRESSED) == 0;
+    if (asLong && standsInSectors && WriteOneSector(path, bytes)) return StampOf(path);
     const std::string beside = path + ".new";
     Outcome outcome = WriteBeside(beside, bytes, attributes);
     FileStamp stamp;

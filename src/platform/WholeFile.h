@@ -30,9 +30,10 @@ enum class Opening { Replacing, Appending };
 bool WriteWhole(const std::string& path, std::string_view bytes, Opening opening) noexcept;
 
 // Writes so that whatever happens meanwhile, the file is the old or the new one: beside it (path + ".new"), flushed,
-// and put in its place. Where the folder does not allow that, the file itself is overwritten, once the space for it
-// is reserved. Answers the stamp that the file then has, which is that of these bytes even if somebody has already
-// written others; none where nothing was written. A file marked read-only is not written.
+// and put in its place. Where old and new differ within one sector of the disk only, that sector is written where it
+// stands. Where the folder does not allow a file beside, the file itself is overwritten, once the space for it is
+// reserved. Answers the stamp that the file then has; of a file put in place it is that of these bytes even if
+// somebody has already written others. None where nothing was written. A file marked read-only is not written.
 [[nodiscard]] std::optional<FileStamp> ReplaceWhole(const std::string& path, std::string_view bytes);
 
 bool DuplicateFile(const std::string& from, const std::string& to) noexcept;

@@ -9,29 +9,6 @@ namespace {
 using standin::FolderKind;
 using standin::ItemClass;
 
-// A contact is opened and edited, and the add-in's save-and-send button clicked.
-void SendContact(const Stage& stage) {
-    standin::Outlook& outlook = stage.Outlook();
-    const standin::Window explorer = outlook.Windows().front();
-    outlook.SwitchFolder(explorer, FolderKind::Contacts);
-    stage.OpenMenu(explorer, "Corvella");
-    stage.Picture("menu");
-    stage.CloseMenu(explorer);
-
-    const standin::Item ann = outlook.ItemsIn(FolderKind::Contacts).front();
-    const standin::Window window = outlook.OpenInspector(ann);
-    stage.Type(window, "JobTitle", "Head of sales");
-    stage.Check("the contact has unsaved changes", !outlook.IsSaved(ann));
-    stage.Picture("contact");
-    const standin::ControlView button = stage.TagBeginning(window, "10");
-    if (!stage.Check("the window has the add-in's button", static_cast<bool>(button))) return;
-    stage.Click(window, button);
-    stage.Check("the window is closed", !outlook.Exists(window));
-    stage.Check("the contact is saved", outlook.IsSaved(ann));
-    stage.Pump(2000);  // the add-in's timer
-    stage.Picture("sent");
-}
-
 // Every kind of window, for looking at the stand-in itself.
 void Tour(const Stage& stage) {
     standin::Outlook& outlook = stage.Outlook();
@@ -54,7 +31,6 @@ void Tour(const Stage& stage) {
 }
 
 constexpr Scenario scenarios[] = {
-    {"contact", SendContact},
     {"demo", PlayDemo},
     {"tour", Tour},
 };

@@ -120,28 +120,54 @@ void Loading(Bench::Report& report) {
     DeleteFileA(file.path.c_str());
 }
 
+// Whole texts go beside the file and replace it; where no more than one sector differs, that sector is enough.
+// Windows' own write is flushed as Windows has it, by the call without names; to the disk itself only ours goes. So
+// where the disk is slow or busy its flush decides, and the bare replacing shows how much of the time that is.
 void FlushedWrites(Bench::Report& report) {
     const SettingsFile file = Make(100);
     Tour ours(file), theirs(file);
-    int number = 0;
-    const auto start = [&] { Put(file.path, file.text, true); };
-    const auto write = [&] {
+    int number = 100000;
+    const auto oldLength = [&] { return "value " + std::to_string(++number); };
+    const auto anotherLength = [&, tour = file.settings.size()] {  // than the last time that this setting was met
+        return oldLength() + (static_cast<std::size_t>(number) / tour % 2 == 0 ? " and more" : "");
+    };
+    const auto write = [&](const std::string& value) {
         const Setting& setting = ours.Next();
-        IniFile::WriteToIniFile(file.path, setting.section, setting.key, "value " + std::to_string(++number), true);
+        IniFile::WriteToIniFile(file.path, setting.section, setting.key, value, true);
     };
-    const auto windows = [&] {
+    const auto windows = [&](const std::string& value) {
         const Setting& setting = theirs.Next();
-        WritePrivateProfileStringA(setting.section.c_str(), setting.key.c_str(),
-                                   ("value " + std::to_string(++number)).c_str(), file.path.c_str());
+        WritePrivateProfileStringA(setting.section.c_str(), setting.key.c_str(), value.c_str(), file.path.c_str());
     };
+    const auto windowsFlushed = [&](const std::string& value) {
+        windows(value);
+        WritePrivateProfileStringA(nullptr, nullptr, nullptr, file.path.c_str());
+    };
+    const auto start = [&] { Put(file.path, file.text, true); };
+    const auto startWithOldLength = [&] {
+        start();
+        for (std::size_t i = 0; i < file.settings.size(); ++i) windows(oldLength());
+    };
+    const auto writeOldLength = [&] { write(oldLength()); };
+    const auto windowsOldLength = [&] { windowsFlushed(oldLength()); };
+    const auto writeAnotherLength = [&] { write(anotherLength()); };
+    const auto windowsAnotherLength = [&] { windowsFlushed(anotherLength()); };
+    const auto windowsUnflushed = [&] { windows(anotherLength()); };
     const std::string beside = file.path + ".bare";
     const auto bare = [&] {
         Put(beside, file.text, true);
         MoveFileExA(beside.c_str(), file.path.c_str(), MOVEFILE_REPLACE_EXISTING);
     };
-    report.Add("flushed write, 100 KB, against Windows' own", Bench::TakeTurns(5, 200, start, windows, write),
-               halfOfWindows);
-    report.Add("flushed write, 100 KB, against bare replacing", Bench::TakeTurns(5, 200, start, bare, write));
+    report.Add("flushed write, 100 KB, old length, against Windows'",
+               Bench::TakeTurns(7, 80, startWithOldLength, windowsOldLength, writeOldLength), halfOfWindows);
+    report.Add("flushed write, 100 KB, another length, the same",
+               Bench::TakeTurns(15, 80, start, windowsAnotherLength, writeAnotherLength), halfOfWindows);
+    report.Add("flushed write, another length, Windows' unflushed",
+               Bench::TakeTurns(15, 80, start, windowsUnflushed, writeAnotherLength));
+    report.Add("bare replacing of 100 KB, against Windows' unflushed",
+               Bench::TakeTurns(15, 80, start, windowsUnflushed, bare));
+    report.Add("flushed write, another length, against bare replacing",
+               Bench::TakeTurns(15, 80, start, bare, writeAnotherLength));
     DeleteFileA(file.path.c_str());
 }
 

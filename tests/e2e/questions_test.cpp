@@ -15,6 +15,18 @@ namespace {
 
 std::string LogFile() { return e2e::AddInFolder() + "CorvellaAddIn.dbg.xml"; }
 
+std::string ReadLog() {
+    std::string text(1 << 20, '\0');
+    const HANDLE file =
+        CreateFileA(LogFile().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    REQUIRE(file != INVALID_HANDLE_VALUE);
+    DWORD size = 0;
+    CHECK(ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &size, nullptr));
+    CloseHandle(file);
+    text.resize(size);
+    return text;
+}
+
 bool LogExists() { return GetFileAttributesA(LogFile().c_str()) != INVALID_FILE_ATTRIBUTES; }
 
 // One start of the host with what an earlier one left in the registry. The library comes fresh into the process and
@@ -48,6 +60,8 @@ class Start {
         }
         return read;
     }
+    Session& Host() { return *session_; }
+
     HWND owner = nullptr;
     bool ownerWaited = false;
 
@@ -164,4 +178,19 @@ TEST_CASE("the question is asked in the host's window, which waits for it") {
     CHECK(start.ownerWaited);
     CHECK(IsWindowEnabled(host));
     DestroyWindow(host);
+}
+TEST_CASE("settings that wait to be written are written, and read anew, whenever menu entries are made") {
+    Start start("", "1");
+    start.With("Cancel");
+    Session& host = start.Host();
+    const std::size_t before = ReadLog().size();
+    host->OpenExplorer();
+    const std::string log = ReadLog().substr(before);
+    const std::size_t menus = log.find("SetMenus");
+    REQUIRE(menus != std::string::npos);
+    const std::size_t prepared = log.find("IniInit", menus);
+    const std::size_t ended = log.rfind("SetMenus");
+    CHECK(prepared != std::string::npos);
+    CHECK(menus < prepared);
+    CHECK(prepared < ended);
 }

@@ -3,48 +3,67 @@
 
     registration_test.py ProgID library
 
-What is compared: HKEY_CURRENT_USER\\Software and HKEY_LOCAL_MACHINE\\Software\\Classes as Wine exports them, without
-what other tests and Wine itself may be writing meanwhile.
+It works on a copy of the prefix's registry, in a prefix that shares everything else, so that no other test writes
+into it. What is compared are the Software branches of the user and of the machine as Wine stores them, but for what
+Wine itself keeps there.
 """
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 IDL = ROOT / "src" / "resources" / "CVOutlookAddIn.idl"
-OF_OTHERS = ("\\Software\\Wine", "\\Software\\Corvella Tests", "\\Software\\Quillmark")
-
-
-def wine(*arguments):
-    return subprocess.run([ROOT / "scripts" / "wine", *arguments], capture_output=True, text=True).returncode
+BRANCHES = {"user.reg": "HKEY_CURRENT_USER", "system.reg": "HKEY_LOCAL_MACHINE"}
+OF_OTHERS = ("\\Software\\Wine",)
 
 
 def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
-def regsvr32(library, *options):
-    return wine("C:\\windows\\syswow64\\regsvr32.exe", *options, "/s", windows_path(library))
+class Prefix:
+    """A prefix with a registry of its own."""
 
+    def __init__(self, folder):
+        # The usual environment, made ready by the script that every program starts with.
+        told = subprocess.run(["bash", "-c", f". '{ROOT}/scripts/wine-env.sh' && env -0"], capture_output=True, text=True,
+                              check=True).stdout
+        self.environment = dict(line.split("=", 1) for line in told.split("\0") if line)
+        shared = pathlib.Path(self.environment["WINEPREFIX"])
+        self.folder = pathlib.Path(folder) / "prefix"
+        self.folder.mkdir()
+        for name in ("drive_c", "dosdevices"):
+            (self.folder / name).symlink_to(shared / name)
+        for name in ("system.reg", "user.reg", "userdef.reg", ".update-timestamp"):
+            shutil.copy(shared / name, self.folder)
+        self.environment["WINEPREFIX"] = str(self.folder)
 
-def registry():
-    """{key: its lines of values}"""
-    keys = {}
-    with tempfile.TemporaryDirectory() as folder:
-        for root in ("HKCU\\Software", "HKLM\\Software\\Classes"):
-            file = pathlib.Path(folder) / "export.reg"
-            if wine("reg", "export", root, windows_path(file), "/y") != 0:
-                raise SystemExit(f"{root} could not be exported")
+    def run(self, *command):
+        return subprocess.run(command, env=self.environment, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL).returncode
+
+    def regsvr32(self, library, *options):
+        return self.run("wine", "C:\\windows\\syswow64\\regsvr32.exe", *options, "/s", windows_path(library))
+
+    def registry(self):
+        """{key: its lines of values}, once everything is written."""
+        self.run("wineserver", "-k")
+        self.run("wineserver", "-w")
+        keys = {}
+        for file, branch in BRANCHES.items():
             lines = []
-            for line in file.read_text("utf-16").splitlines():
+            for line in (self.folder / file).read_text("latin-1").splitlines():
                 if line.startswith("["):
-                    lines = keys.setdefault(line[1:-1], [])
-                elif line:
+                    key = line[1:line.rindex("]")].replace("\\\\", "\\")
+                    lines = keys.setdefault(f"{branch}\\{key}", [])
+                elif line and not line.startswith("#"):
                     lines.append(line)
-    return {key: lines for key, lines in keys.items() if not any(other in key for other in OF_OTHERS)}
+        return {key: lines for key, lines in keys.items()
+                if "\\Software\\" in key and not any(other in key for other in OF_OTHERS)}
 
 
 def added(before, after):
@@ -52,6 +71,12 @@ def added(before, after):
 
 
 def main():
+    with tempfile.TemporaryDirectory() as folder:
+        return compare(Prefix(folder))
+
+
+def compare(prefix):
+    registry, regsvr32 = prefix.registry, prefix.regsvr32
     prog_id, library = sys.argv[1], pathlib.Path(os.path.abspath(sys.argv[2]))
     failures = []
 

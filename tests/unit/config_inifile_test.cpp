@@ -85,6 +85,19 @@ TEST_CASE("a missing or empty value gives the default") {
     CHECK(GetIniSetting("T", "k", "d") == "d");
     CHECK(GetIniSetting("T", "k").empty());
 }
+TEST_CASE("a line with a blank between the key and the = is not found under that key") {
+    const Settings settings;
+    settings.File("[S]\r\nk =v\r\n");
+    CHECK(GetIniSetting("S", "k", "d") == "d");
+    CHECK(GetIniSetting("S", "k ", "d") == "v");
+}
+TEST_CASE("a key that also occurs in a later section is found only in the section asked for") {
+    const Settings settings;
+    settings.File("[A]\r\nx=1\r\n[B]\r\nx=2\r\nk=3\r\n");
+    CHECK(GetIniSetting("A", "x") == "1");
+    CHECK(GetIniSetting("B", "x") == "2");
+    CHECK(GetIniSetting("A", "k", "d") == "d");
+}
 TEST_CASE("the text of a file yields its default only where nothing is found") {
     const Settings settings;
     settings.File("[S]\r\nempty=\r\n");
@@ -281,6 +294,51 @@ TEST_CASE("where nothing can be made beside the file it is overwritten in place,
     CHECK(steps["replace"] == 0);
     CHECK(steps["open"] == 2);
     CHECK(GetIniSetting("S", "k") == "w");
+}
+TEST_CASE("a value as long as the old one is written where it stands") {
+    const Settings settings;
+    settings.File("[S]\r\nk=1\r\nm=2\r\n");
+    SetFileAttributesA(location.CurrentFile.c_str(), FILE_ATTRIBUTE_HIDDEN);
+    CHECK(SetIniSetting("S", "k", "0", true));
+    CHECK(settings.File() == "[S]\r\nk=0\r\nm=2\r\n");
+    CHECK((GetFileAttributesA(location.CurrentFile.c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
+    CHECK(steps["write"] == 1);
+    CHECK(steps["flush"] == 1);
+    CHECK(steps["make"] + steps["replace"] == 0);
+    CHECK(GetIniSetting("S", "k") == "0");
+    CHECK(steps["read"] == 2);  // the loading and the verifying
+}
+TEST_CASE("values as long as the old ones that lie in two sectors are not written where they stand") {
+    const Settings settings;
+    const std::string fill(512, 'x');
+    settings.File("[S]\r\nk=1\r\n" + fill + "\r\nm=2\r\n");
+    CHECK(SetIniSetting("S", "m", "3", false));
+    CHECK(SetIniSetting("S", "k", "4", true));
+    CHECK(steps["make"] == 1);
+    CHECK(steps["replace"] == 1);
+    CHECK(settings.File() == "[S]\r\nk=4\r\n" + fill + "\r\nm=3\r\n");
+}
+TEST_CASE("a value that spans the border of two sectors is not written where it stands") {
+    const Settings settings;
+    const std::string fill(502, 'x');
+    settings.File("[S]\r\n" + fill + "\r\nk=12\r\n");
+    CHECK(settings.File().substr(511, 2) == "12");
+    CHECK(SetIniSetting("S", "k", "32", true));
+    CHECK(SetIniSetting("S", "k", "34", true));
+    CHECK(steps["make"] == 0);
+    CHECK(SetIniSetting("S", "k", "56", true));
+    CHECK(steps["make"] == 1);
+    CHECK(steps["replace"] == 1);
+    CHECK(settings.File() == "[S]\r\n" + fill + "\r\nk=56\r\n");
+}
+TEST_CASE("what came from outside in as many bytes is overwritten whole and never mixed with ours") {
+    const Settings settings;
+    const std::string fill(1000, 'x');
+    settings.File("[S]\r\nk=1\r\n" + fill + "\r\nm=2\r\n");
+    CHECK(SetIniSetting("S", "k", "0", false));
+    settings.File("[S]\r\nk=1\r\n" + fill + "\r\nm=9\r\n");
+    IniInit(false);  // writes without verifying
+    CHECK(settings.File() == "[S]\r\nk=0\r\n" + fill + "\r\nm=2\r\n");
 }
 TEST_CASE("a file that another program has open for reading is written all the same") {
     const Settings settings;
@@ -688,28 +746,47 @@ std::uint32_t FailFromStep(const char*) { return ++stepsSeen >= failAt ? 112u : 
 
 }  // namespace
 
-TEST_CASE("killed at any step of writing, a process leaves the old or the new file, and the next write works") {
+namespace {
+
+struct KilledAtEachStep {
+    int oldOnes = 0;
+    int newOnes = 0;
+};
+KilledAtEachStep KillAtEachStep(const std::string& value) {
     const Settings settings;
-    const std::string before = LongText("old"), after = LongText("a new value");
-    int oldOnes = 0, newOnes = 0, step = 0;
+    const std::string before = LongText("old"), after = LongText(value);
+    KilledAtEachStep left;
+    int step = 0;
     for (DWORD ended = 99; ended == 99;) {
         ++step;
         CAPTURE(step);
         REQUIRE(step < 100);
         settings.File(before);
-        ended = RunSettingsHelper({"kill", std::to_string(step), location.CurrentFile, "a new value"});
-        const std::string left = settings.File();
-        const bool isOld = left == before, isNew = left == after;
+        ended = RunSettingsHelper({"kill", std::to_string(step), location.CurrentFile, value});
+        const bool isOld = settings.File() == before, isNew = settings.File() == after;
         CHECK((isOld || isNew));
-        ++(isOld ? oldOnes : newOnes);
+        ++(isOld ? left.oldOnes : left.newOnes);
         CHECK(RunSettingsHelper({"kill", "0", location.CurrentFile, "healed"}) == 0);
         CHECK(settings.File() == LongText("healed"));
         CHECK_FALSE(settings.folder.Exists("corvella.ini.new"));
         if (ended != 99) CHECK(ended == 0);
     }
+    return left;
+}
+
+}  // namespace
+
+TEST_CASE("killed at any step of writing, a process leaves the old or the new file, and the next write works") {
+    const KilledAtEachStep left = KillAtEachStep("a new value");
     // Reading, making, four blocks, flushing and replacing come before the new file, reading it back after.
-    CHECK(oldOnes == 8);
-    CHECK(newOnes == 2);
+    CHECK(left.oldOnes == 8);
+    CHECK(left.newOnes == 2);
+}
+TEST_CASE("killed at any step of writing a value as long as the old one, a process leaves the old or the new file") {
+    const KilledAtEachStep left = KillAtEachStep("new");
+    // Reading, opening and the one write come before the new file, flushing and reading it back after.
+    CHECK(left.oldOnes == 3);
+    CHECK(left.newOnes == 3);
 }
 TEST_CASE("killed at any step of writing a file that is not there yet, a process leaves none or the new one") {
     const Settings settings;
@@ -728,45 +805,55 @@ TEST_CASE("killed at any step of writing a file that is not there yet, a process
 }
 TEST_CASE("a disk that refuses any one step leaves the old or the new file and nothing beside it") {
     const Settings settings;
-    const std::string before = LongText("old"), after = LongText("a new value");
-    int oldOnes = 0;
-    for (failAt = 1, stepsSeen = failAt; stepsSeen >= failAt; ++failAt) {
-        CAPTURE(failAt);
-        REQUIRE(failAt < 100);
-        settings.File(before);
-        IniInit(false);
-        CHECK(GetIniSetting("Kill", "k") == "old");
-        stepsSeen = 0;
-        platform::WatchFiles(FailAtStep);
-        SetIniSetting("Kill", "k", "a new value", true);
-        platform::WatchFiles(nullptr);
-        const std::string left = settings.File();
-        CHECK((left == before || left == after));
-        oldOnes += left == before ? 1 : 0;
-        CHECK(GetIniSetting("Kill", "k") == (left == before ? "old" : "a new value"));
-        CHECK_FALSE(settings.folder.Exists("corvella.ini.new"));
+    const std::string before = LongText("old");
+    // A longer text is given up where a block or the flush is refused, one of the same length is then put beside.
+    for (const auto& [value, givenUp] : {std::pair{"a new value", 5}, std::pair{"new", 0}}) {
+        CAPTURE(value);
+        const std::string after = LongText(value);
+        int oldOnes = 0;
+        for (failAt = 1, stepsSeen = failAt; stepsSeen >= failAt; ++failAt) {
+            CAPTURE(failAt);
+            REQUIRE(failAt < 100);
+            settings.File(before);
+            IniInit(false);
+            CHECK(GetIniSetting("Kill", "k") == "old");
+            stepsSeen = 0;
+            platform::WatchFiles(FailAtStep);
+            SetIniSetting("Kill", "k", value, true);
+            platform::WatchFiles(nullptr);
+            const std::string left = settings.File();
+            CHECK((left == before || left == after));
+            oldOnes += left == before ? 1 : 0;
+            CHECK(GetIniSetting("Kill", "k") == (left == before ? "old" : value));
+            CHECK_FALSE(settings.folder.Exists("corvella.ini.new"));
+        }
+        CHECK(failAt > 4);
+        CHECK(oldOnes == givenUp);
     }
-    CHECK(failAt > 8);
-    CHECK(oldOnes == 5);  // a block or the flush
 }
 TEST_CASE("a disk that refuses every step from one on leaves the old or the new file") {
     const Settings settings;
-    const std::string before = LongText("old"), after = LongText("a new value");
-    for (failAt = 1, stepsSeen = failAt; stepsSeen >= failAt; ++failAt) {
-        CAPTURE(failAt);
-        REQUIRE(failAt < 100);
-        settings.File(before);
-        IniInit(false);
-        CHECK(GetIniSetting("Kill", "k") == "old");
-        stepsSeen = 0;
-        platform::WatchFiles(FailFromStep);
-        SetIniSetting("Kill", "k", "a new value", true);
-        platform::WatchFiles(nullptr);
-        const std::string left = settings.File();
-        CHECK((left == before || left == after));
-        DeleteFileA(settings.folder.Path("corvella.ini.new").c_str());
+    const std::string before = LongText("old");
+    for (const char* const value : {"a new value", "new"}) {
+        CAPTURE(value);
+        const std::string after = LongText(value);
+        for (failAt = 1, stepsSeen = failAt; stepsSeen >= failAt; ++failAt) {
+            CAPTURE(failAt);
+            REQUIRE(failAt < 100);
+            settings.File(before);
+            IniInit(false);
+            CHECK(GetIniSetting("Kill", "k") == "old");
+            stepsSeen = 0;
+            platform::WatchFiles(FailFromStep);
+            SetIniSetting("Kill", "k", value, true);
+            platform::WatchFiles(nullptr);
+            const std::string left = settings.File();
+            CHECK((left == before || left == after));
+            CHECK(GetIniSetting("Kill", "k") == (left == before ? "old" : value));
+            DeleteFileA(settings.folder.Path("corvella.ini.new").c_str());
+        }
+        CHECK(failAt > 4);
     }
-    CHECK(failAt > 8);
 }
 TEST_CASE("where a file must be overwritten in place, a disk too full for the longer text leaves the old one") {
     const Settings settings;

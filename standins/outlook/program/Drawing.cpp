@@ -126,6 +126,14 @@ void Write(HDC dc, const std::string& text, RECT place, COLORREF colour, UINT fo
               format | DT_SINGLELINE | DT_VCENTER | (accent == Accent::Hidden ? DT_HIDEPREFIX : 0U));
 }
 
+bool IsAccessKey(const std::string& caption, char letter) {
+    const std::size_t mark = caption.find('&');
+    if (mark == std::string::npos || mark + 1 >= caption.size()) return false;
+    char pair[] = {caption[mark + 1], letter};
+    CharLowerBuffA(pair, 2);
+    return pair[0] == pair[1];
+}
+
 int WidthOf(const std::string& caption) {
     const HDC screen = GetDC(nullptr);
     const HGDIOBJ before = SelectObject(screen, PlainFont());

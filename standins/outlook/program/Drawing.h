@@ -26,7 +26,8 @@ void Line(HDC dc, int x1, int y1, int x2, int y2, COLORREF colour);
 
 enum class Accent { Hidden, Shown };  // the line below the access key
 void Write(HDC dc, const std::string& text, RECT place, COLORREF colour, UINT format, Accent accent = Accent::Shown);
-[[nodiscard]] int WidthOf(const std::string& caption);  // as Write draws it in the plain font
+[[nodiscard]] bool IsAccessKey(const std::string& caption, char letter);  // the letter behind "&", of either case
+[[nodiscard]] int WidthOf(const std::string& caption);                    // as Write draws it in the plain font
 
 // A field's text for the eye: Outlook's date for "none" as "None", times without seconds.
 [[nodiscard]] std::string Shown(const std::string& value);

@@ -57,7 +57,7 @@ std::span<const Column> ColumnsOf(FolderKind folder) {
     }
 }
 
-const FolderRow* RowOf(FolderKind kind) {
+const FolderRow* RowFor(FolderKind kind) {
     for (const FolderRow& row : folderRows)
         if (row.kind == kind) return &row;
     return nullptr;
@@ -86,8 +86,9 @@ HIMAGELIST Pictures(std::span<const int> ids) {
 ExplorerFrame::ExplorerFrame(Program& program, standin::Window window, const RECT& place)
     : HostFrame(program, window, "Microsoft Outlook", place) {
     folders_ = MakeChild(Handle(), WC_TREEVIEWA, "",
-                         TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE, 1);
-    items_ = MakeChild(Handle(), WC_LISTVIEWA, "", LVS_REPORT | LVS_SHOWSELALWAYS, WS_EX_CLIENTEDGE, 2);
+                         TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | WS_TABSTOP,
+                         WS_EX_CLIENTEDGE, 1);
+    items_ = MakeChild(Handle(), WC_LISTVIEWA, "", LVS_REPORT | LVS_SHOWSELALWAYS | WS_TABSTOP, WS_EX_CLIENTEDGE, 2);
     status_ = MakeChild(Handle(), "STATIC", "", SS_LEFTNOWORDWRAP | SS_SUNKEN, 0, 3);
     ListView_SetExtendedListViewStyle(items_, LVS_EX_FULLROWSELECT);
     SendMessageA(Handle(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(WindowIcon(standin::IdNewMail)));
@@ -130,7 +131,7 @@ void ExplorerFrame::ShowContents() {
 void ExplorerFrame::ShowFolder(FolderKind folder) {
     shown_ = folder;
     columnsMade_ = true;
-    const FolderRow* row = RowOf(folder);
+    const FolderRow* row = RowFor(folder);
     bannerText_ = row ? row->name : "Personal Folders";
     while (ListView_DeleteColumn(items_, 0)) {
     }
@@ -146,17 +147,30 @@ void ExplorerFrame::ShowFolder(FolderKind folder) {
     const int icons[] = {row ? row->icon : standin::IdNewMail};
     ImageList_Destroy(ListView_SetImageList(items_, Pictures(icons), LVSIL_SMALL));
     filling_ = true;
-    HTREEITEM root = TreeView_GetRoot(folders_), chosen = root;
+    TreeView_SelectItem(folders_, RowOf(folder));
+    filling_ = false;
+    InvalidateRect(Handle(), &banner_, FALSE);
+}
+
+HTREEITEM ExplorerFrame::RowOf(FolderKind folder) const {
+    const HTREEITEM root = TreeView_GetRoot(folders_);
     for (HTREEITEM item = TreeView_GetChild(folders_, root); item; item = TreeView_GetNextSibling(folders_, item)) {
         TVITEMA found{};
         found.mask = TVIF_PARAM;
         found.hItem = item;
         SendMessageA(folders_, TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&found));
-        if (found.lParam == static_cast<LPARAM>(folder)) chosen = item;
+        if (found.lParam == static_cast<LPARAM>(folder)) return item;
     }
-    TreeView_SelectItem(folders_, chosen);
-    filling_ = false;
-    InvalidateRect(Handle(), &banner_, FALSE);
+    return root;
+}
+
+void ExplorerFrame::ChooseFolder(FolderKind folder) { TreeView_SelectItem(folders_, RowOf(folder)); }
+
+void ExplorerFrame::SelectFirst(int count) {
+    SetFocus(items_);
+    const int rows = ListView_GetItemCount(items_);
+    for (int row = 0; row < rows; ++row)
+        ListView_SetItemState(items_, row, row < count ? LVIS_SELECTED : 0, LVIS_SELECTED);
 }
 
 void ExplorerFrame::ShowItems() {
@@ -216,6 +230,12 @@ LRESULT ExplorerFrame::OnNotify(const NMHDR& notice) {
     return 0;
 }
 
+bool ExplorerFrame::OnEnter(HWND control) {
+    if (control != items_) return false;
+    for (const standin::Item item : program_.Host().View(TheWindow()).selection) program_.Host().OpenInspector(item);
+    return true;
+}
+
 void ExplorerFrame::LayOut(RECT inside) {
     const int bottom = inside.bottom - statusHeight - gap;
     MoveWindow(status_, 0, inside.bottom - statusHeight, inside.right, statusHeight, TRUE);
@@ -233,7 +253,7 @@ void ExplorerFrame::Paint() {
     SelectObject(dc, BannerFont());
     Write(dc, bannerText_, {banner_.left + 8, banner_.top, banner_.right - 30, banner_.bottom},
           GetSysColor(COLOR_BTNHIGHLIGHT), DT_LEFT);
-    const FolderRow* row = RowOf(shown_);
+    const FolderRow* row = RowFor(shown_);
     if (row) DrawBuiltInIcon(dc, banner_.right - 24, banner_.top + 5, row->icon);
     EndPaint(Handle(), &paint);
 }

@@ -1,5 +1,9 @@
 // program/ExplorerFrame.h: an Explorer: folder list, banner, item list with multiple selection, status line.
 #pragma once
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include "outlook/program/HostFrame.h"
 
 namespace program {
@@ -8,6 +12,9 @@ class ExplorerFrame : public HostFrame {
   public:
     ExplorerFrame(Program& program, standin::Window window, const RECT& place);
     void ShowContents() override;
+    bool OnEnter(HWND control) override;            // opens what is selected
+    void ChooseFolder(standin::FolderKind folder);  // as if the user chose it in the folder list
+    void SelectFirst(int count);                    // as if the user selected the first rows, and no others
 
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
@@ -19,6 +26,7 @@ class ExplorerFrame : public HostFrame {
 
   private:
     void MakeFolders();
+    [[nodiscard]] HTREEITEM RowOf(standin::FolderKind folder) const;  // the root for a folder without a row
     void ShowFolder(standin::FolderKind folder);
     void ShowItems();
     void TakeSelection();

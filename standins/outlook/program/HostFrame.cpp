@@ -85,6 +85,7 @@ void HostFrame::CloseMenu() {
     PostMessageA(Handle(), Program::forgetMenu, 0, 0);
     menu_->MarkOpen(0);
     toolbar_->MarkOpen(0);
+    ShowHint("");
 }
 
 void HostFrame::OnChosen(int instance) {
@@ -95,9 +96,61 @@ void HostFrame::OnChosen(int instance) {
     program_.Click(window_, instance);
 }
 
+HostFrame::Spot HostFrame::SpotOf(int instance) const {
+    const auto middle = [](HWND window, const RECT& place) {
+        return Spot{window, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}};
+    };
+    if (popup_)
+        if (const auto place = popup_->PlaceOf(instance)) return middle(popup_->Handle(), *place);
+    for (const Strip* strip : {menu_.get(), toolbar_.get()})
+        if (const auto place = strip->PlaceOf(instance)) return middle(strip->Handle(), *place);
+    return {};
+}
+
 bool HostFrame::OnAccessKey(char letter) {
-    const standin::ControlView* popup = menu_->WithAccessKey(letter);
-    return popup && OpenMenu(*popup);
+    for (const Strip* strip : {menu_.get(), toolbar_.get()}) {
+        const standin::ControlView* control = strip->WithAccessKey(letter);
+        if (!control || !control->enabled) continue;
+        OnPress(standin::ControlView(*control));
+        return true;
+    }
+    return false;
+}
+
+bool HostFrame::OnBarKey(WPARAM key) {
+    if (key == VK_F10 && !popup_) {
+        const standin::ControlView* first = menu_->Beside(0);
+        return first && OpenMenu(standin::ControlView(*first));
+    }
+    if (onToolbar_) return OnToolbarKey(key);
+    if (!popup_) return false;
+    if (key == VK_ESCAPE || key == VK_TAB) {
+        CloseMenu();
+        onToolbar_ = key == VK_TAB;
+        if (const standin::ControlView* first = onToolbar_ ? toolbar_->Beside(0) : nullptr)
+            toolbar_->MarkHot(first->instance);
+        return true;
+    }
+    if ((key == VK_LEFT || key == VK_RIGHT) && menu_->Has(openMenu_)) {
+        const standin::ControlView* next = menu_->Beside(key == VK_RIGHT ? 1 : -1);
+        return next && OpenMenu(standin::ControlView(*next));
+    }
+    popup_->OnKey(key);
+    return true;
+}
+
+bool HostFrame::OnToolbarKey(WPARAM key) {
+    const bool back = key == VK_LEFT || (key == VK_TAB && GetKeyState(VK_SHIFT) < 0);
+    if (key == VK_LEFT || key == VK_RIGHT || key == VK_TAB) {
+        if (const standin::ControlView* next = toolbar_->Beside(back ? -1 : 1)) toolbar_->MarkHot(next->instance);
+        return true;
+    }
+    const standin::ControlView* hot = toolbar_->Hot();
+    const standin::ControlView chosen = hot ? *hot : standin::ControlView{};
+    onToolbar_ = false;
+    toolbar_->MarkHot(0);
+    if ((key == VK_RETURN || key == VK_DOWN) && chosen && chosen.enabled) OnPress(chosen);
+    return true;
 }
 
 void HostFrame::OnActivate(WPARAM first) {

@@ -26,6 +26,16 @@ class HostFrame : public Pane {
     // Opens the menu with that access key; false when there is none.
     bool OnAccessKey(char letter);
     [[nodiscard]] bool HasMenu() const { return popup_ != nullptr; }
+    // The keyboard in menus and bars: F10 opens the first menu, arrows move, Tab goes from the menus to the toolbar,
+    // Enter and access keys choose, Escape leaves. False for a key that is not for them.
+    bool OnBarKey(WPARAM key);
+    virtual bool OnEnter(HWND) { return false; }  // in a control of the frame
+    // Where the mouse would press a control of a bar that is shown, or of the open menu; none: it is not to be seen.
+    struct Spot {
+        HWND window = nullptr;
+        POINT point{};
+    };
+    [[nodiscard]] Spot SpotOf(int instance) const;
 
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
@@ -42,6 +52,7 @@ class HostFrame : public Pane {
     void OnPress(const standin::ControlView& control);
     void OnChosen(int instance);
     void OnOutside(POINT point);
+    bool OnToolbarKey(WPARAM key);
     void OnActivate(WPARAM first);
 
     standin::Window window_;
@@ -49,7 +60,8 @@ class HostFrame : public Pane {
     std::unique_ptr<Popup> popup_;
     std::vector<std::unique_ptr<Popup>> leaving_;  // closed, but perhaps in the middle of a message
     int openMenu_ = 0;
-    HWND focus_ = nullptr;  // where the keyboard was when the frame was left
+    bool onToolbar_ = false;  // the keyboard is on the toolbar
+    HWND focus_ = nullptr;    // where the keyboard was when the frame was left
 };
 
 // Plain child controls of Windows, in the period's font.

@@ -7,16 +7,47 @@
 
 namespace program {
 
+namespace {
+
+constexpr int headingHeight = 18, gap = 4;
+
+std::string Items(const std::string& list, const char* kind) {
+    const auto count = std::count(list.begin(), list.end(), ';');
+    return count == 0 ? std::string() : ", " + std::to_string(count) + " " + kind + (count == 1 ? "" : "s");
+}
+
+std::string LineOf(const CorvellaStart& start) {
+    constexpr int minimised = 2;
+    return start.commandLine + (start.show == minimised ? "   minimised" : "") + Items(start.contacts, "contact") +
+           Items(start.tasks, "task") + Items(start.appointments, "appointment");
+}
+
+}  // namespace
+
 LogWindow::LogWindow(const RECT& place) {
-    Create("Calls between Outlook and its add-ins", WS_OVERLAPPEDWINDOW, WS_EX_TOOLWINDOW, nullptr, place);
-    list_ = MakeChild(Handle(), "LISTBOX", "",
-                      LBS_NOSEL | LBS_NOINTEGRALHEIGHT | LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | WS_VSCROLL | WS_HSCROLL,
-                      0, 1);
-    SendMessageA(list_, WM_SETFONT, reinterpret_cast<WPARAM>(PlainFont()), FALSE);
+    Create("What happens", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW, nullptr, place);
+    constexpr DWORD plain = LBS_NOSEL | LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS | WS_VSCROLL | WS_HSCROLL;
+    list_ = MakeChild(Handle(), "LISTBOX", "", plain | LBS_OWNERDRAWFIXED, WS_EX_CLIENTEDGE, 1);
+    starts_ = MakeChild(Handle(), "LISTBOX", "", plain, WS_EX_CLIENTEDGE, 2);
     SendMessageA(list_, LB_SETITEMHEIGHT, 0, 14);
     SendMessageA(list_, LB_SETHORIZONTALEXTENT, 1200, 0);
+    SendMessageA(starts_, LB_SETHORIZONTALEXTENT, 700, 0);
+    LayOut();
+}
+
+void LogWindow::LayOut() {
     const RECT client = Client();
-    MoveWindow(list_, 0, 0, client.right, client.bottom, TRUE);
+    const int middle = client.right * 3 / 5;
+    MoveWindow(list_, 0, headingHeight, middle, client.bottom - headingHeight, TRUE);
+    MoveWindow(starts_, middle + gap, headingHeight, client.right - middle - gap, client.bottom - headingHeight, TRUE);
+    Redraw();
+}
+
+void LogWindow::ShowStarts(const std::vector<CorvellaStart>& starts) {
+    SendMessageA(starts_, LB_RESETCONTENT, 0, 0);
+    for (const CorvellaStart& start : starts)
+        SendMessageA(starts_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(LineOf(start).c_str()));
+    SendMessageA(starts_, LB_SETTOPINDEX, starts.empty() ? 0 : starts.size() - 1, 0);
 }
 
 void LogWindow::Show(const std::vector<std::string>& lines) {
@@ -35,10 +66,22 @@ void LogWindow::Show(const std::vector<std::string>& lines) {
 
 LRESULT LogWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
     if (message == WM_SIZE) {
-        const RECT client = Client();
-        MoveWindow(list_, 0, 0, client.right, client.bottom, TRUE);
+        LayOut();
         return 0;
     }
+    if (message == WM_PAINT) {
+        const Canvas canvas(Handle());
+        const RECT client = Client();
+        const int middle = client.right * 3 / 5;
+        Fill(canvas.Get(), client, GetSysColor(COLOR_BTNFACE));
+        SelectObject(canvas.Get(), PlainFont());
+        const COLORREF ink = GetSysColor(COLOR_BTNTEXT);
+        Write(canvas.Get(), "Calls between Outlook and its add-ins", {gap, 0, middle, headingHeight}, ink, DT_LEFT);
+        Write(canvas.Get(), "Started by the add-in, as Corvella recorded it",
+              {middle + 2 * gap, 0, client.right, headingHeight}, ink, DT_LEFT);
+        return 0;
+    }
+    if (message == WM_ERASEBKGND) return 1;
     if (message == WM_CLOSE) {
         ShowWindow(Handle(), SW_HIDE);
         return 0;

@@ -1,9 +1,11 @@
-// program/LogWindow.h: the transcript as it grows: what the host tells its add-ins, and what they ask of it.
+// program/LogWindow.h: what happens, as it happens: on the left the transcript, what the host tells its add-ins and
+// what they ask of it; on the right the starts of Corvella, which it recorded itself.
 #pragma once
 #include <string>
 #include <vector>
 
 #include "outlook/program/Pane.h"
+#include "outlook/program/Starts.h"
 
 namespace program {
 
@@ -12,11 +14,15 @@ class LogWindow : public Pane {
     explicit LogWindow(const RECT& place);
     void Show(const std::vector<std::string>& lines);  // those that are new, and the last one again
 
+    void ShowStarts(const std::vector<CorvellaStart>& starts);  // all of this session
+
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
 
   private:
-    HWND list_;
+    void LayOut();
+
+    HWND list_, starts_;
     std::vector<std::string> shown_;
 };
 

@@ -84,6 +84,12 @@ void Popup::PaintRow(HDC dc, const Row& row, bool hot) const {
         Write(dc, "\xBB", {place.right - 16, place.top, place.right - 4, place.bottom}, text, DT_RIGHT);
 }
 
+std::optional<RECT> Popup::PlaceOf(int instance) const {
+    for (const Row& row : rows_)
+        if (row.control.instance == instance) return row.place;
+    return std::nullopt;
+}
+
 int Popup::RowAt(POINT point) const {
     for (std::size_t i = 0; i < rows_.size(); ++i)
         if (PtInRect(&rows_[i].place, point)) return static_cast<int>(i);
@@ -103,9 +109,28 @@ void Popup::OnMove(POINT point) {
     outside(point);
 }
 
+bool Popup::OnKey(WPARAM key) {
+    if (inner_ && inner_->OnKey(key)) return true;
+    const int count = static_cast<int>(rows_.size());
+    if (count > 0 && (key == VK_DOWN || key == VK_UP)) {
+        hot_ = key == VK_DOWN ? (hot_ + 1) % count : (hot_ <= 0 ? count - 1 : hot_ - 1);
+        Redraw();
+        return true;
+    }
+    int chosen = key == VK_RETURN ? hot_ : -1;
+    for (int i = 0; i < count && key >= 'A' && key <= 'Z'; ++i)
+        if (IsAccessKey(rows_[static_cast<std::size_t>(i)].control.caption, static_cast<char>(key))) chosen = i;
+    if (chosen < 0) return false;
+    ChooseRow(chosen);
+    return true;
+}
+
 void Popup::OnClick(POINT point) {
-    const int number = RowAt(point);
-    if (number < 0 || !rows_[static_cast<std::size_t>(number)].control.enabled) return;
+    if (const int number = RowAt(point); number >= 0) ChooseRow(number);
+}
+
+void Popup::ChooseRow(int number) {
+    if (!rows_[static_cast<std::size_t>(number)].control.enabled) return;
     const Row& row = rows_[static_cast<std::size_t>(number)];
     if (row.control.entries.empty())
         Choose(row.control.instance);

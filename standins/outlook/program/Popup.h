@@ -3,6 +3,7 @@
 #pragma once
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "outlook/program/Drawing.h"
@@ -18,6 +19,11 @@ class Popup : public Pane {
           std::function<void(int)> chosen, std::function<void(POINT)> outside);
     ~Popup() override;
 
+    // Up, Down, Enter and access keys; false for any other.
+    bool OnKey(WPARAM key);
+
+    [[nodiscard]] std::optional<RECT> PlaceOf(int instance) const;  // of an entry, inside the menu
+
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
 
@@ -32,6 +38,7 @@ class Popup : public Pane {
     void PaintRow(HDC dc, const Row& row, bool hot) const;
     void OnMove(POINT point);
     void OnClick(POINT point);
+    void ChooseRow(int number);
     void OpenInner(const Row& row);
     [[nodiscard]] int RowAt(POINT point) const;  // -1 beside every row
     void Choose(int instance);

@@ -3,6 +3,7 @@
 #include "outlook/BuiltInBars.h"
 #include "outlook/program/ExplorerFrame.h"
 #include "outlook/program/InspectorFrame.h"
+#include "outlook/program/Starts.h"
 
 namespace program {
 
@@ -32,6 +33,8 @@ constexpr GoCommand folders[] = {
 Program::Program(const standin::Options& options) : outlook_(options) {
     Create("", 0, 0, HWND_MESSAGE, {0, 0, 0, 0});
     log_ = std::make_unique<LogWindow>(RECT{40, 740, 1240, 1000});
+    startsBefore_ = StartsOfCorvella().size();
+    SetTimer(Handle(), 1, 250, nullptr);
     outlook_.Record();
     outlook_.Watch(this);
 }
@@ -62,7 +65,10 @@ void Program::Dispatch(MSG& message) {
     const HWND root = message.hwnd ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
     for (const auto& [number, frame] : frames_) {
         if (frame->Handle() != root) continue;
-        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE && frame->HasMenu()) return frame->CloseMenu();
+        const bool down = message.message == WM_KEYDOWN;
+        const bool f10 = message.message == WM_SYSKEYDOWN && message.wParam == VK_F10;
+        if ((down || f10) && frame->OnBarKey(message.wParam)) return;
+        if (down && message.wParam == VK_RETURN && frame->OnEnter(message.hwnd)) return;
         if (message.message == WM_SYSKEYDOWN && frame->OnAccessKey(static_cast<char>(message.wParam))) return;
         if (IsDialogMessageA(root, &message)) return;
         break;
@@ -191,8 +197,16 @@ void Program::Update() {
     if (std::exchange(linesChanged_, false)) log_->Show(outlook_.Transcript());
 }
 
+void Program::LookForStarts() {
+    const std::vector<CorvellaStart> all = StartsOfCorvella();
+    if (all.size() <= startsBefore_ + startsShown_) return;
+    startsShown_ = all.size() - startsBefore_;
+    log_->ShowStarts({all.end() - static_cast<std::ptrdiff_t>(startsShown_), all.end()});
+}
+
 LRESULT Program::OnMessage(UINT message, WPARAM first, LPARAM second) {
     if (message == refresh) Update();
+    if (message == WM_TIMER) LookForStarts();
     if (message == reap) leaving_.clear();
     if (message == reap && Over()) PostQuitMessage(0);
     return Pane::OnMessage(message, first, second);

@@ -46,6 +46,7 @@ class Program : public Pane, public standin::Watcher {
   private:
     void RunBuiltIn(standin::Window window, int id);
     void Later();
+    void LookForStarts();
     [[nodiscard]] RECT NextPlace(bool explorer);
 
     standin::Outlook outlook_;
@@ -54,6 +55,7 @@ class Program : public Pane, public standin::Watcher {
     std::unique_ptr<LogWindow> log_;
     std::unique_ptr<AddInsWindow> addInsWindow_;
     std::map<int, bool> barsChanged_;
+    std::size_t startsBefore_ = 0, startsShown_ = 0;  // of Corvella: before this session, and in the log
     bool contentsChanged_ = false, linesChanged_ = false, posted_ = false, following_ = false;
     int explorers_ = 0, inspectors_ = 0;
 };

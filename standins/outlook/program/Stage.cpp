@@ -1,5 +1,8 @@
 #include "outlook/program/Stage.h"
 
+#include <functional>
+
+#include "outlook/program/ExplorerFrame.h"
 #include "outlook/program/InspectorFrame.h"
 
 namespace program {
@@ -8,13 +11,14 @@ namespace {
 
 constexpr DWORD longestPicture = 15000;
 
-standin::ControlView FindTagBeginning(const std::vector<standin::ControlView>& controls, const std::string& prefix) {
-    for (const standin::ControlView& control : controls) {
-        if (!control.tag.empty() && control.tag.starts_with(prefix)) return control;
-        if (const standin::ControlView inner = FindTagBeginning(control.entries, prefix)) return inner;
-    }
-    return {};
+void AwaitPicture(const std::string& name, const std::function<void()>& pass) {
+    const std::string done = name + ".done";
+    const DWORD start = GetTickCount();
+    while (GetFileAttributesA(done.c_str()) == INVALID_FILE_ATTRIBUTES && GetTickCount() - start < longestPicture)
+        pass();
 }
+
+LPARAM PointOf(const HostFrame::Spot& spot) { return MAKELPARAM(spot.point.x, spot.point.y); }
 
 }  // namespace
 
@@ -46,16 +50,13 @@ bool Stage::Check(const std::string& what, bool so) const {
 void Stage::Picture(const std::string& name) const {
     Pump(300);
     Say("@picture " + name);
-    const std::string done = name + ".done";
-    const DWORD start = GetTickCount();
-    while (GetFileAttributesA(done.c_str()) == INVALID_FILE_ATTRIBUTES && GetTickCount() - start < longestPicture)
-        Pump(50);
+    AwaitPicture(name, [this] { Pump(50); });
 }
 
-standin::ControlView Stage::TagBeginning(standin::Window window, const std::string& prefix) const {
-    for (const standin::BarView& bar : Outlook().Bars(window))
-        if (const standin::ControlView control = FindTagBeginning(bar.controls, prefix)) return control;
-    return {};
+void Stage::PictureMeanwhile(const std::string& name) const {
+    Sleep(300);
+    Say("@picture " + name);
+    AwaitPicture(name, [] { Sleep(50); });
 }
 
 void Stage::OpenMenu(standin::Window window, const std::string& caption) const {
@@ -75,10 +76,44 @@ void Stage::Type(standin::Window inspector, const std::string& field, const std:
     Pump(50);
 }
 
-void Stage::Click(standin::Window window, const standin::ControlView& control) const {
-    if (HostFrame* frame = program_.FrameOf(window)) frame->CommitEdits();
-    program_.Click(window, control.instance);
+HWND Stage::FrameOf(standin::Window window) const {
+    const HostFrame* frame = program_.FrameOf(window);
+    return frame ? frame->Handle() : nullptr;
+}
+
+bool Stage::Press(standin::Window window, int instance) const {
+    const HostFrame* frame = program_.FrameOf(window);
+    const HostFrame::Spot spot = frame ? frame->SpotOf(instance) : HostFrame::Spot{};
+    if (!spot.window) return false;
+    PostMessageA(spot.window, WM_MOUSEMOVE, 0, PointOf(spot));
+    PostMessageA(spot.window, WM_LBUTTONDOWN, MK_LBUTTON, PointOf(spot));
+    PostMessageA(spot.window, WM_LBUTTONUP, 0, PointOf(spot));
+    PostMessageA(spot.window, WM_MOUSELEAVE, 0, 0);
     Pump(50);
+    return true;
+}
+
+bool Stage::Hover(standin::Window window, int instance) const {
+    const HostFrame* frame = program_.FrameOf(window);
+    const HostFrame::Spot spot = frame ? frame->SpotOf(instance) : HostFrame::Spot{};
+    if (!spot.window) return false;
+    PostMessageA(spot.window, WM_MOUSEMOVE, 0, PointOf(spot));
+    Pump(50);
+    return true;
+}
+
+bool Stage::Choose(standin::Window window, const standin::ControlView& popup, int entry) const {
+    return Press(window, popup.instance) && Press(window, entry);
+}
+
+void Stage::ChooseFolder(standin::Window explorer, standin::FolderKind folder) const {
+    if (auto* frame = dynamic_cast<ExplorerFrame*>(program_.FrameOf(explorer))) frame->ChooseFolder(folder);
+    Pump(100);
+}
+
+void Stage::SelectFirst(standin::Window explorer, int count) const {
+    if (auto* frame = dynamic_cast<ExplorerFrame*>(program_.FrameOf(explorer))) frame->SelectFirst(count);
+    Pump(100);
 }
 
 }  // namespace program

@@ -19,18 +19,25 @@ class Stage {
     void Pump(DWORD milliseconds) const;
     void Picture(const std::string& name) const;
     void Say(const std::string& line) const;  // to standard output, ended by a line feed
+    // The same from another thread, while this one runs its messages.
+    void PictureMeanwhile(const std::string& name) const;
     // Says whether it is so; one that is not makes the program's exit code 1.
     bool Check(const std::string& what, bool so) const;
     [[nodiscard]] bool AllRight() const { return wrong_ == 0; }
-    // The first control of the window, in any bar, whose tag begins so; the empty view when there is none.
-    [[nodiscard]] standin::ControlView TagBeginning(standin::Window window, const std::string& prefix) const;
+    void Section(const std::string& title) const { Say("== " + title); }
     // Opens the menu of that caption (without "&") of the menu bar or the toolbar, to be seen; CloseMenu closes it.
     void OpenMenu(standin::Window window, const std::string& caption) const;
     void CloseMenu(standin::Window window) const;
     // Types into a field of the form of an Inspector.
     void Type(standin::Window inspector, const std::string& field, const std::string& text) const;
-    // A click as from the form: with what was typed, and the built-in action of a built-in control.
-    void Click(standin::Window window, const standin::ControlView& control) const;
+    // The mouse presses a control of a bar, or of the open menu; false when it is not to be seen.
+    bool Press(standin::Window window, int instance) const;
+    bool Hover(standin::Window window, int instance) const;  // the mouse comes to it
+    // The mouse opens the menu of a popup and chooses an entry of it; false when either is not to be seen.
+    bool Choose(standin::Window window, const standin::ControlView& popup, int entry) const;
+    void ChooseFolder(standin::Window explorer, standin::FolderKind folder) const;
+    void SelectFirst(standin::Window explorer, int count) const;  // rows of the list
+    [[nodiscard]] HWND FrameOf(standin::Window window) const;     // null when it is not shown
     void ShowAddIns() const { program_.ShowAddIns(); }
 
   private:

@@ -3,7 +3,6 @@
 #include <windowsx.h>
 
 #include <algorithm>
-#include <cctype>
 
 namespace program {
 
@@ -129,9 +128,37 @@ void Strip::MarkOpen(int instance) {
     Redraw();
 }
 
+const standin::ControlView* Strip::Beside(int steps) const {
+    if (cells_.empty()) return nullptr;
+    const int count = static_cast<int>(cells_.size());
+    int at = hot_;
+    for (int i = 0; i < count; ++i)
+        if (open_ != 0 && cells_[static_cast<std::size_t>(i)].control.instance == open_) at = i;
+    const int next = at < 0 ? 0 : (at + steps + count) % count;
+    return &cells_[static_cast<std::size_t>(next)].control;
+}
+
+void Strip::MarkHot(int instance) {
+    hot_ = -1;
+    for (std::size_t i = 0; i < cells_.size(); ++i)
+        if (instance != 0 && cells_[i].control.instance == instance) hot_ = static_cast<int>(i);
+    Redraw();
+    if (onHover) onHover(hot_ < 0 ? standin::ControlView{} : cells_[static_cast<std::size_t>(hot_)].control);
+}
+
+const standin::ControlView* Strip::Hot() const {
+    return hot_ < 0 ? nullptr : &cells_[static_cast<std::size_t>(hot_)].control;
+}
+
 bool Strip::Has(int instance) const {
     return std::any_of(cells_.begin(), cells_.end(),
                        [&](const Cell& cell) { return cell.control.instance == instance; });
+}
+
+std::optional<RECT> Strip::PlaceOf(int instance) const {
+    for (const Cell& cell : cells_)
+        if (cell.control.instance == instance) return cell.place;
+    return std::nullopt;
 }
 
 const standin::ControlView* Strip::At(POINT onScreen) const {
@@ -142,10 +169,7 @@ const standin::ControlView* Strip::At(POINT onScreen) const {
 
 const standin::ControlView* Strip::WithAccessKey(char letter) const {
     for (const Cell& cell : cells_) {
-        const std::size_t mark = cell.control.caption.find('&');
-        if (mark == std::string::npos || mark + 1 >= cell.control.caption.size()) continue;
-        const auto key = static_cast<unsigned char>(cell.control.caption[mark + 1]);
-        if (std::tolower(key) == std::tolower(static_cast<unsigned char>(letter))) return &cell.control;
+        if (IsAccessKey(cell.control.caption, letter)) return &cell.control;
     }
     return nullptr;
 }

@@ -1,6 +1,7 @@
 // program/Strip.h: one command bar as a window below the caption: the menu bar or a toolbar.
 #pragma once
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,14 @@ class Strip : public Pane {
     // Where a menu of this control opens, on the screen.
     [[nodiscard]] POINT Below(int instance) const;
     [[nodiscard]] bool Has(int instance) const;
+    [[nodiscard]] std::optional<RECT> PlaceOf(int instance) const;               // inside the strip
     [[nodiscard]] const standin::ControlView* At(POINT onScreen) const;          // null when there is none
     [[nodiscard]] const standin::ControlView* WithAccessKey(char letter) const;  // null when there is none
     void MarkOpen(int instance);
+    // For the keyboard: the control beside the one that is open or marked, and marking one as the mouse does.
+    [[nodiscard]] const standin::ControlView* Beside(int steps) const;  // null for an empty bar
+    void MarkHot(int instance);                                         // 0: none
+    [[nodiscard]] const standin::ControlView* Hot() const;              // null when there is none
 
     std::function<void(const standin::ControlView&)> onPress;
     std::function<void(const standin::ControlView&)> onHover;  // a control under the mouse; the empty view when none
