@@ -38,15 +38,14 @@ BOOL WINAPI NoteStart(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURI
     return FALSE;
 }
 
-// A bitmap of the library, loaded once for good; then copies of it.
-class LoadedBitmap {
+// What a bitmap shows, for copies of it that ask nothing of the screen.
+class KeptBitmap {
   public:
-    explicit LoadedBitmap(HBITMAP bitmap) {
+    explicit KeptBitmap(HBITMAP bitmap) {
         if (!bitmap) return;  // the library has none of that number
         REQUIRE(GetObjectA(bitmap, sizeof form_, &form_) != 0);
         bits_.resize(static_cast<std::size_t>(form_.bmWidthBytes * form_.bmHeight));
         GetBitmapBits(bitmap, static_cast<LONG>(bits_.size()), bits_.data());
-        DeleteObject(bitmap);
     }
     [[nodiscard]] HBITMAP Copy() const {
         if (bits_.empty()) return nullptr;
@@ -58,21 +57,31 @@ class LoadedBitmap {
     std::vector<BYTE> bits_;
 };
 
-HBITMAP WINAPI LoadOnce(HINSTANCE library, LPCSTR resource) {
-    static std::map<LPCSTR, LoadedBitmap> loaded;
-    auto found = loaded.find(resource);
-    if (found == loaded.end()) found = loaded.emplace(resource, LoadBitmapA(library, resource)).first;
+// Each bitmap of the library is loaded once for good.
+template <class Key, class Load>
+HBITMAP CopyOfLoaded(std::map<Key, KeptBitmap>& loaded, const Key& key, Load load) {
+    auto found = loaded.find(key);
+    if (found == loaded.end()) {
+        const HBITMAP bitmap = load();
+        found = loaded.emplace(key, bitmap).first;
+        DeleteObject(bitmap);
+    }
     return found->second.Copy();
 }
 
+HBITMAP WINAPI LoadOnce(HINSTANCE library, LPCSTR resource) {
+    static std::map<LPCSTR, KeptBitmap> loaded;
+    return CopyOfLoaded(loaded, resource, [&] { return LoadBitmapA(library, resource); });
+}
+
 HBITMAP WINAPI LoadMappedOnce(HINSTANCE library, INT_PTR resource, UINT flags, LPCOLORMAP map, int maps) {
-    static std::map<std::pair<INT_PTR, COLORREF>, LoadedBitmap> loaded;
-    const auto key = std::make_pair(resource, map->to);
-    auto found = loaded.find(key);
-    if (found == loaded.end()) {
-        found = loaded.emplace(key, CreateMappedBitmap(library, resource, flags, map, maps)).first;
-    }
-    return found->second.Copy();
+    static std::map<std::pair<INT_PTR, COLORREF>, KeptBitmap> loaded;
+    return CopyOfLoaded(loaded, std::make_pair(resource, map->to),
+                        [&] { return CreateMappedBitmap(library, resource, flags, map, maps); });
+}
+
+HANDLE WINAPI CopyBits(HANDLE picture, UINT, int, int, UINT) {
+    return KeptBitmap(static_cast<HBITMAP>(picture)).Copy();
 }
 
 // What surrounds the host and the add-in, in memory.
@@ -88,11 +97,14 @@ class World {
             {"USER32.dll", "LoadBitmapA", reinterpret_cast<void*>(&LoadOnce)},
             {"COMCTL32.dll", "CreateMappedBitmap", reinterpret_cast<void*>(&LoadMappedOnce)},
         };
+        const ImportPatch::Import copies[] = {{"USER32.dll", "CopyImage", reinterpret_cast<void*>(&CopyBits)}};
         REQUIRE(patch_.Replace(library, MemoryRegistry::Functions()) >= 7);
         REQUIRE(patch_.Replace(program, MemoryRegistry::Functions()) >= 10);
         REQUIRE(patch_.Replace(library, MemoryClipboard::Functions()) == 4);
         REQUIRE(patch_.Replace(program, MemoryClipboard::Functions()) >= 4);
         REQUIRE(patch_.Replace(library, others) == 3);
+        REQUIRE(patch_.Replace(library, copies) == 1);
+        REQUIRE(patch_.Replace(program, copies) == 1);
         startedPrograms.clear();
     }
     void CheckNothingOpen() const {
