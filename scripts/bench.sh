@@ -9,7 +9,7 @@ cpu=0
 
 cd "$root" || exit 2
 for preset in native-release win32-release; do
-    scripts/build.sh "$preset" > "build/bench-$preset.log" 2>&1 || { tail -n 30 "build/bench-$preset.log"; exit 2; }
+    scripts/build.sh "$preset" benches > "build/bench-$preset.log" 2>&1 || { tail -n 30 "build/bench-$preset.log"; exit 2; }
 done
 . "$root/scripts/wine-env.sh" || exit 2
 wine cmd /c exit  # so that the prefix's wineserver runs

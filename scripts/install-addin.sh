@@ -12,8 +12,7 @@ scripts/build.sh win32-release CVOutlookAddIn OutlookStandIn standin_corvella > 
 cv_install=$WINEPREFIX/drive_c/Corvella
 cv_outlook=$(find "$PWD/build/win32-release" -name OutlookStandIn.exe | head -n 1)
 mkdir -p "$cv_install"
-cp "$(find build/win32-release -name CVOutlookAddIn.dll | head -n 1)" \
-   "$(find build/win32-release -name Corvella.exe | head -n 1)" lang/*.lng "$cv_install/"
+cp build/win32-release/src/addin/CVOutlookAddIn.dll build/win32-release/standins/corvella/Corvella.exe lang/*.lng "$cv_install/"
 wine 'C:\windows\syswow64\regsvr32.exe' /s 'C:\Corvella\CVOutlookAddIn.dll' || { echo "regsvr32 failed" >&2; return 1; }
 wine reg add 'HKCU\Software\Quillmark\Corvella' /v Path /d 'C:\Corvella' /f >/dev/null 2>&1
 

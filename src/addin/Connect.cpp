@@ -1,5 +1,6 @@
 #include "addin/Connect.h"
 
+#include "addin/Members.h"
 #include "addin/Names.h"
 #include "bridge/RegEdit.h"
 #include "support/Debug.h"
@@ -14,14 +15,14 @@ constexpr std::int32_t textValue = 1;
 constexpr std::int32_t closedByUser = 1;
 
 bool HasWindows(const Dispatch& application) {
-    const std::int32_t explorers = application.Object("Explorers").Long("Count");
-    const std::int32_t inspectors = application.Object("Inspectors").Long("Count");
+    const std::int32_t explorers = application.Object(Members::Outlook::Explorers).Long(Members::Collection::Count);
+    const std::int32_t inspectors = application.Object(Members::Outlook::Inspectors).Long(Members::Collection::Count);
     return explorers != 0 || inspectors != 0;
 }
 
 // The name under which the host knows the add-in; its own where the host does not tell.
 std::string ProgIdOf(const Dispatch& addInInst) {
-    const std::string progId = addInInst.Text("ProgId");
+    const std::string progId = addInInst.Text(Members::AddIn::ProgId);
     return progId.empty() ? Names::ProgId : progId;
 }
 

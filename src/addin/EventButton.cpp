@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "addin/Members.h"
 #include "addin/Names.h"
 #include "platform/Err.h"
 
@@ -13,8 +14,8 @@ bool IsSameControl(const Dispatch& own, const Dispatch& clicked) {
     const platform::Identity identity = platform::Compare(own, clicked);
     if (identity == platform::Identity::Same) return true;
     const platform::ErrorScope unasked;  // a host without InstanceId is no failure of the click
-    const std::int32_t ownId = own.Long("InstanceId");
-    const std::int32_t clickedId = clicked.Long("InstanceId");
+    const std::int32_t ownId = own.Long(Members::Control::InstanceId);
+    const std::int32_t clickedId = clicked.Long(Members::Control::InstanceId);
     if (ownId != 0 && clickedId != 0) return ownId == clickedId;
     return identity == platform::Identity::Unknown;
 }
@@ -40,5 +41,5 @@ void EventButton::Release() noexcept {
 void EventButton::Delete() {
     const Dispatch button = button_;
     Release();
-    button.Call("Delete");
+    button.Call(Members::Control::Delete);
 }

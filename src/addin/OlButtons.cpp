@@ -2,7 +2,9 @@
 
 #include <string>
 
+#include "addin/Members.h"
 #include "addin/Names.h"
+#include "bridge/OlVersion.h"
 #include "bridge/RegEdit.h"
 #include "platform/Err.h"
 #include "platform/Text.h"
@@ -34,24 +36,26 @@ bool PlacementFlag(std::int32_t number, const char* word, bool preset) {
 }
 
 Dispatch BarFor(const Dispatch& owner, std::int32_t number) {
-    const Dispatch bars = owner.Object("CommandBars");
+    const Dispatch bars = owner.Object(Members::Window::CommandBars);
     const std::string name = Placement(number, "Bar");
     Dispatch bar;
-    if (!name.empty()) bar = bars.Object("Item", name);
-    return bar ? bar : bars.Object("Item", "Standard");
+    if (!name.empty()) bar = bars.Object(Members::Bars::Item, name);
+    return bar ? bar : bars.Object(Members::Bars::Item, "Standard");
 }
 
 void DeleteStaleCopies(const Dispatch& controls, const std::string& tag, const std::string& onAction) {
-    for (std::int32_t place = controls.Long("Count"); place >= 1; --place) {  // backwards: deleting moves the rest
-        const Dispatch control = controls.Object("Item", place);
-        if (!control || control.Flag("BuiltIn")) continue;
-        if (control.Text("Tag") == tag && control.Text("OnAction") == onAction) control.Call("Delete");
+    for (std::int32_t place = controls.Long(Members::Controls::Count); place >= 1;
+         --place) {  // backwards: deleting moves the rest
+        const Dispatch control = controls.Object(Members::Controls::Item, place);
+        if (!control || control.Flag(Members::Control::BuiltIn)) continue;
+        if (control.Text(Members::Control::Tag) == tag && control.Text(Members::Control::OnAction) == onAction)
+            control.Call(Members::Control::Delete);
     }
 }
 
 Dispatch AddButton(const Dispatch& controls, std::int32_t position) {
-    if (position < 1) return controls.Object("Add", buttonControl, Missing, Missing, Missing, true);
-    return controls.Object("Add", buttonControl, Missing, Missing, position, true);
+    if (position < 1) return controls.Object(Members::Controls::Add, buttonControl, Missing, Missing, Missing, true);
+    return controls.Object(Members::Controls::Add, buttonControl, Missing, Missing, position, true);
 }
 
 platform::ColorMapping FaceColors(platform::SystemColor background) {
@@ -64,11 +68,17 @@ bool PutFaceOnClipboard(std::int32_t number, platform::SystemColor background) {
 }
 
 void SetPictureAndMask(const Dispatch& button, std::int32_t number) {
-    button.Put("Picture", OlButtons::BitmapToPicture(platform::LoadBitmapResource(number), {}));
-    button.Put("Mask", OlButtons::BitmapToPicture(platform::LoadBitmapResource(number + maskOffset), {}));
+    button.Put(Members::Button::Picture, OlButtons::BitmapToPicture(platform::LoadBitmapResource(number), {}));
+    button.Put(Members::Button::Mask,
+               OlButtons::BitmapToPicture(platform::LoadBitmapResource(number + maskOffset), {}));
 }
 
-bool TakesPictures(const Dispatch& application) { return platform::Val(application.Text("Version")) >= outlook2003; }
+// Earlier versions take only what is pasted. The version is that of the owner's application, which told it at
+// connection.
+bool TakesPictures(const Dispatch& owner) {
+    if (OlVersion != 0) return OlVersion >= outlook2003;
+    return platform::Val(owner.Object("Application").Text(Members::Outlook::Version)) >= outlook2003;
+}
 
 }  // namespace
 
@@ -77,49 +87,49 @@ Dispatch OlButtons::AddCommandBarButton(const Dispatch& owner, std::int32_t numb
                                         std::int32_t defaultStyle, std::int32_t defaultPosition) {
     const std::string tag = platform::Decimal(number);
     const std::string onAction = Names::OnAction(progId);
-    const Dispatch controls = BarFor(owner, number).Object("Controls");
+    const Dispatch controls = BarFor(owner, number).Object(Members::Bar::Controls);
     DeleteStaleCopies(controls, tag, onAction);
 
     Dispatch button = AddButton(controls, PlacementNumber(number, "Pos", defaultPosition));
-    button.Put("Parameter", parameter);
-    button.Put("Caption", caption);
-    button.Put("OLEUsage", bothOleUsages);
-    button.Put("Style", PlacementNumber(number, "Style", defaultStyle));
-    button.Put("BeginGroup", PlacementFlag(number, "Sep", defaultSeparator));
-    button.Put("OnAction", onAction);
-    button.Put("FaceId", 0);
+    button.Put(Members::Control::Parameter, parameter);
+    button.Put(Members::Control::Caption, caption);
+    button.Put(Members::Control::OLEUsage, bothOleUsages);
+    button.Put(Members::Button::Style, PlacementNumber(number, "Style", defaultStyle));
+    button.Put(Members::Control::BeginGroup, PlacementFlag(number, "Sep", defaultSeparator));
+    button.Put(Members::Control::OnAction, onAction);
+    button.Put(Members::Button::FaceId, 0);
 
     platform::Err().Clear();
     platform::ClearClipboard();
-    if (TakesPictures(owner.Object("Application"))) {
+    if (TakesPictures(owner)) {
         SetPictureAndMask(button, number);
     } else if (PutFaceOnClipboard(number, platform::SystemColor::Menu)) {
-        button.Call("PasteFace");
+        button.Call(Members::Button::PasteFace);
     }
-    button.Put("Visible", true);
-    button.Put("Tag", tag);
+    button.Put(Members::Control::Visible, true);
+    button.Put(Members::Control::Tag, tag);
     return button;
 }
 
 Dispatch OlButtons::AddMenuItem(const Dispatch& popup, std::string_view, std::string_view progId,
                                 std::string_view caption, std::int16_t faceId, std::string_view parameter,
                                 std::int32_t pictureNumber, bool beginGroup) {
-    Dispatch entry = popup.Object("Controls").Object("Add", Missing, Missing, Missing, Missing, true);
-    entry.Put("Parameter", parameter);
-    entry.Put("Caption", caption);
-    entry.Put("OLEUsage", bothOleUsages);
-    entry.Put("Style", iconAndCaption);
-    entry.Put("BeginGroup", beginGroup);
-    entry.Put("OnAction", Names::OnAction(progId));
-    if (faceId >= 0) entry.Put("FaceId", std::int32_t{faceId});
+    Dispatch entry = popup.Object(Members::Controls::Add, Missing, Missing, Missing, Missing, true);
+    entry.Put(Members::Control::Parameter, parameter);
+    entry.Put(Members::Control::Caption, caption);
+    entry.Put(Members::Control::OLEUsage, bothOleUsages);
+    entry.Put(Members::Button::Style, iconAndCaption);
+    entry.Put(Members::Control::BeginGroup, beginGroup);
+    entry.Put(Members::Control::OnAction, Names::OnAction(progId));
+    if (faceId >= 0) entry.Put(Members::Button::FaceId, std::int32_t{faceId});
     if (pictureNumber == 0) return entry;
 
     platform::ClearClipboard();
-    if (TakesPictures(popup.Object("Application"))) {
+    if (TakesPictures(entry)) {
         SetPictureAndMask(entry, pictureNumber);
-        entry.Call("PasteFace");  // the clipboard is empty: the host refuses, and the picture stays
+        entry.Call(Members::Button::PasteFace);  // the clipboard is empty: the host refuses, and the picture stays
     } else if (PutFaceOnClipboard(pictureNumber, platform::SystemColor::ScrollBar)) {
-        entry.Call("PasteFace");
+        entry.Call(Members::Button::PasteFace);
     }
     return entry;
 }

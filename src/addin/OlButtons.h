@@ -22,7 +22,8 @@ namespace OlButtons {
                                                      std::string_view parameter, bool defaultSeparator,
                                                      std::int32_t defaultStyle, std::int32_t defaultPosition);
 
-// A new temporary entry at the end of a popup. `key` has no effect; `faceId` below 0 and `pictureNumber` 0 mean none.
+// A new temporary entry at the end of a popup, whose Controls are given: they are read once for all entries. `key` has
+// no effect; `faceId` below 0 and `pictureNumber` 0 mean none.
 [[nodiscard]] platform::Dispatch AddMenuItem(const platform::Dispatch& popup, std::string_view key,
                                              std::string_view progId, std::string_view caption, std::int16_t faceId,
                                              std::string_view parameter, std::int32_t pictureNumber, bool beginGroup);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "addin/Members.h"
 #include "addin/Names.h"
 #include "addin/OlButtons.h"
 #include "bridge/CVOutlAddIn.h"
@@ -58,40 +59,45 @@ std::string WithoutMarks(std::string_view caption) { return platform::Replaced(c
 
 std::string OwnText(const char* key) { return Language::GetLanguageString(Names::LanguageSection, key); }
 
-bool IsExplorer(const Dispatch& object) { return object.Long("Class") == explorerClass; }
+bool IsExplorer(const Dispatch& object) { return object.Long(Members::Class) == explorerClass; }
+
+Dispatch ActiveExplorerOf(const Dispatch& application) { return application.Object(Members::Outlook::ActiveExplorer); }
 
 // The Explorer that a target names: itself, or the active one of the application; empty for an empty target.
 Dispatch ExplorerOf(const Dispatch& target) {
     if (!target || IsExplorer(target)) return target;
-    return target.Text("Name") == "Outlook" ? target.Object("ActiveExplorer") : Dispatch();
+    return target.Text(Members::Outlook::Name) == "Outlook" ? ActiveExplorerOf(target) : Dispatch();
 }
 
-Dispatch BarNamed(const Dispatch& explorer, const char* name) {
-    return explorer.Object("CommandBars").Object("Item", name);
+// The controls of the bar of that name.
+Dispatch ControlsOf(const Dispatch& explorer, const char* bar) {
+    const Dispatch bars = explorer.Object(Members::Window::CommandBars);
+    return bars.Object(Members::Bars::Item, bar).Object(Members::Bar::Controls);
 }
 
 bool IsOwnPopup(const Dispatch& control) {
-    return control && WithoutMarks(control.Text("Caption")) == WithoutMarks(popupCaption);
+    return control && WithoutMarks(control.Text(Members::Control::Caption)) == WithoutMarks(popupCaption);
 }
 
-// Calls `visit` with every control of a bar, last first, so that it may delete the one it is given.
+// Calls `visit` with every one of the controls, last first, so that it may delete the one it is given.
 template <class Visit>
-void ForEachControl(const Dispatch& bar, Visit visit) {
-    const Dispatch controls = bar.Object("Controls");
-    for (std::int32_t place = controls.Long("Count"); place >= 1; --place) {
-        if (const Dispatch control = controls.Object("Item", place)) visit(control);
+void ForEach(const Dispatch& controls, Visit visit) {
+    for (std::int32_t place = controls.Long(Members::Controls::Count); place >= 1; --place) {
+        if (const Dispatch control = controls.Object(Members::Controls::Item, place)) visit(control);
     }
 }
 
 void DeletePopups(const Dispatch& menuBar) {
-    ForEachControl(menuBar, [](const Dispatch& control) {
-        if (IsOwnPopup(control)) control.Call("Delete");
+    ForEach(menuBar, [](const Dispatch& control) {
+        if (IsOwnPopup(control)) control.Call(Members::Control::Delete);
     });
 }
 
 bool HoldsEntries(const Dispatch& popup) {
     bool found = false;
-    ForEachControl(popup, [&](const Dispatch& entry) { found = found || entry.Text("Parameter").ends_with(".Main"); });
+    ForEach(popup.Object(Members::Popup::Controls), [&](const Dispatch& entry) {
+        found = found || entry.Text(Members::Control::Parameter).ends_with(".Main");
+    });
     return found;
 }
 
@@ -123,11 +129,11 @@ void cOlExplorer::OpenItemOl20(const Dispatch& explorer, const std::string& prog
 
 void cOlExplorer::SetMenus(const Dispatch& Application_) {
     const Debug::Trace trace("SetMenus");
-    const Dispatch target = Application_ ? Application_ : window_.Object("Application");
-    const Dispatch explorer = ExplorerOf(target);
+    const Dispatch explorer =
+        Application_ ? ExplorerOf(Application_) : ActiveExplorerOf(window_.Object(Members::Application));
     if (!explorer) return;
 
-    const Dispatch menuBar = BarNamed(explorer, "Menu Bar");
+    const Dispatch menuBar = ControlsOf(explorer, "Menu Bar");
     DeletePopups(menuBar);
     bool entriesExist = false;
     std::int16_t count = 0;
@@ -140,7 +146,7 @@ void cOlExplorer::SetMenus(const Dispatch& Application_) {
 // Counts the controls of the menu bar; a popup of ours that could not be deleted is kept in use.
 Dispatch cOlExplorer::AdoptPopup(const Dispatch& menuBar, bool& entriesExist, std::int16_t& count) const {
     Dispatch popup;
-    ForEachControl(menuBar, [&](const Dispatch& control) {
+    ForEach(menuBar, [&](const Dispatch& control) {
         ++count;
         if (!IsOwnPopup(control)) return;
         popup = control;
@@ -150,21 +156,22 @@ Dispatch cOlExplorer::AdoptPopup(const Dispatch& menuBar, bool& entriesExist, st
 }
 
 Dispatch cOlExplorer::AddPopup(const Dispatch& menuBar, std::int16_t before) const {
-    Dispatch popup =
-        menuBar.Object("Controls").Object("Add", popupControl, Missing, Missing, std::int32_t{before}, true);
-    popup.Put("Caption", popupCaption);
-    popup.Object("CommandBar").Put("Name", platform::Replaced(WithoutMarks(popupCaption), " ", ""));
+    Dispatch popup = menuBar.Object(Members::Controls::Add, popupControl, Missing, Missing, std::int32_t{before}, true);
+    popup.Put(Members::Control::Caption, popupCaption);
+    popup.Object(Members::Popup::CommandBar)
+        .Put(Members::Bar::Name, platform::Replaced(WithoutMarks(popupCaption), " ", ""));
     return popup;
 }
 
 void cOlExplorer::AddEntries(const Dispatch& popup) {
+    const Dispatch controls = popup.Object(Members::Popup::Controls);
     IniFile::IniInit(false);  // the captions come from what the files say now
     for (std::size_t number = 0; number < entryCount; ++number) {
         const MenuEntry& entry = MenuEntries()[number];
         std::string caption = OwnText(entry.languageKey);
         if (caption.empty()) caption = entry.defaultCaption;
         const Dispatch control =
-            OlButtons::AddMenuItem(popup, std::string(entry.keyWord) + ".Main", progId_, caption, entry.faceId,
+            OlButtons::AddMenuItem(controls, std::string(entry.keyWord) + ".Main", progId_, caption, entry.faceId,
                                    Names::Identification, entry.picture, entry.beginsGroup);
         entries_[number].Bind(control, shared_from_this(), entry.click);
     }
@@ -180,14 +187,14 @@ void cOlExplorer::AddSynchroniseButton(const Dispatch& explorer) {
 void cOlExplorer::RemoveMenus(const Dispatch& obj) {
     const Debug::Trace trace("RemoveMenus");
     const Dispatch explorer = ExplorerOf(obj);
-    DeletePopups(BarNamed(explorer, "Menu Bar"));
+    DeletePopups(ControlsOf(explorer, "Menu Bar"));
     // Buttons of ours carry another OnAction text, so this finds none of them: the synchronise button goes with
     // its window, or when it is made anew.
     const std::string caption = OwnText("Buttonsync");
-    ForEachControl(BarNamed(explorer, "Standard"), [&](const Dispatch& control) {
-        if (!control.Flag("BuiltIn") && control.Text("Caption") == caption &&
-            control.Text("OnAction") == "MainSyncBoth")
-            control.Call("Delete");
+    ForEach(ControlsOf(explorer, "Standard"), [&](const Dispatch& control) {
+        if (!control.Flag(Members::Control::BuiltIn) && control.Text(Members::Control::Caption) == caption &&
+            control.Text(Members::Control::OnAction) == "MainSyncBoth")
+            control.Call(Members::Control::Delete);
     });
 }
 
@@ -205,7 +212,7 @@ void cOlExplorer::objExplorer_Activate() {
 void cOlExplorer::objExplorer_FolderSwitch() {
     const Debug::Trace trace("objExplorer_FolderSwitch");
     const Dispatch explorer = objExplorer_.Object();
-    if (explorer.Object("CurrentFolder").Long("DefaultItemType") == contactItems) {
+    if (explorer.Object(Members::Window::CurrentFolder).Long(Members::Folder::DefaultItemType) == contactItems) {
         if (!sendToPhone_) AddSendToPhoneButton();
     } else {
         sendToPhone_.Delete();
@@ -231,8 +238,11 @@ void cOlExplorer::objExplorer_Close() {
 
 void cOlExplorer::objExplorer_SelectionChange() {
     if (!sendToPhone_) return;
-    const std::int32_t selected = objExplorer_.Object().Object("Selection").Long("Count");
-    sendToPhone_.Object().Put("Enabled", selected != 0);
+    const std::int32_t selected =
+        objExplorer_.Object().Object(Members::Window::Selection).Long(Members::Collection::Count);
+    sendToPhone_.Object().Put(Members::Control::Enabled, selected != 0);
 }
 
-bool cOlExplorer::IsOwn(const Dispatch& clicked) const { return clicked.Text("OnAction") == Names::OnAction(progId_); }
+bool cOlExplorer::IsOwn(const Dispatch& clicked) const {
+    return clicked.Text(Members::Control::OnAction) == Names::OnAction(progId_);
+}

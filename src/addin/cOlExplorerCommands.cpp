@@ -1,5 +1,6 @@
 // What a click on each menu entry and toolbar button of an Explorer does. Office calls every handler whose control
 // has the clicked one's id and tag, so each first looks whether the clicked control carries the add-in's own mark.
+#include "addin/Members.h"
 #include "addin/Names.h"
 #include "addin/cOlExplorer.h"
 #include "bridge/CVOutlAddIn.h"
@@ -88,10 +89,10 @@ void cOlExplorer::ButtonInfo_Click(const Dispatch& control) {
 // Every selected item in turn; the timer is armed once, with the last.
 void cOlExplorer::SendToPhone_Click(const Dispatch& control) {
     if (!IsOwn(control)) return;
-    const Dispatch selection = window_.Object("Selection");
-    const std::int32_t count = selection.Long("Count");
+    const Dispatch selection = window_.Object(Members::Window::Selection);
+    const std::int32_t count = selection.Long(Members::Collection::Count);
     for (std::int32_t number = 1; number <= count; ++number) {
-        const Dispatch item = selection.Object("Item", number);
-        CVOutlAddIn::AddChangedItem(item.Text("EntryID"), 'C', true, number == count);
+        const Dispatch item = selection.Object(Members::Collection::Item, number);
+        CVOutlAddIn::AddChangedItem(item.Text(Members::Item::EntryID), 'C', true, number == count);
     }
 }

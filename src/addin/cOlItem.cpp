@@ -1,5 +1,6 @@
 #include "addin/cOlItem.h"
 
+#include "addin/Members.h"
 #include "addin/Names.h"
 #include "addin/OlButtons.h"
 #include "bridge/CVOutlAddIn.h"
@@ -15,7 +16,7 @@ constexpr std::int32_t saveOnClose = 0;
 constexpr std::int32_t outlook2002 = 10;
 
 std::int32_t ButtonNumber(const Dispatch& inspector) {
-    const std::string version = inspector.Object("Application").Text("Version");
+    const std::string version = inspector.Object(Members::Application).Text(Members::Outlook::Version);
     return platform::Val(version) > outlook2002 ? 102 : 101;
 }
 
@@ -56,9 +57,9 @@ void cOlItem::SaveAndSendToPhone_Click(const Dispatch&) {
     const Debug::Trace trace("SaveAndSendToPhone_Click");
     const Dispatch inspector = inspector_;
     // The window may have gone on to another item since it was opened.
-    Dispatch item = inspector.Object("CurrentItem");
+    Dispatch item = inspector.Object(Members::Window::CurrentItem);
     if (!item) item = item_;
-    item.Call("Close", saveOnClose);
-    CVOutlAddIn::AddChangedItem(item.Text("EntryID"), typeLetter_, true, true);
+    item.Call(Members::Item::Close, saveOnClose);
+    CVOutlAddIn::AddChangedItem(item.Text(Members::Item::EntryID), typeLetter_, true, true);
     WindowClosed();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "addin/Members.h"
 #include "addin/Names.h"
 #include "addin/Slots.h"
 #include "bridge/OlVersion.h"
@@ -34,7 +35,7 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
     static constexpr platform::EventHandler<cOutlookAddIn> applicationEvents[] = {
         {Events::Quit, &cOutlookAddIn::OnQuit}};
 
-    OlVersion = platform::ValLong(application.Text("Version").substr(0, 2));
+    OlVersion = platform::ValLong(application.Text(Members::Outlook::Version).substr(0, 2));
     myolapp_.Attach(application, Events::Application, shared_from_this(), applicationEvents);
     if (!myolapp_.Connected()) myolapp_.Release();
     platform::Err().Clear();
@@ -71,8 +72,10 @@ void cOutlookAddIn::OpenFirstExplorer() {
 
 // The active one for Outlook 2000, else the first; each stands in for the other where the host refuses it.
 Dispatch cOutlookAddIn::FirstExplorer() const {
-    const auto active = [this] { return application_.Object("ActiveExplorer"); };
-    const auto first = [this] { return application_.Object("Explorers").Object("Item", 1); };
+    const auto active = [this] { return application_.Object(Members::Outlook::ActiveExplorer); };
+    const auto first = [this] {
+        return application_.Object(Members::Outlook::Explorers).Object(Members::Collection::Item, 1);
+    };
     const bool outlook2000 = !myolapp_.Object();
     Dispatch explorer = outlook2000 ? active() : first();
     if (explorer) return explorer;
@@ -84,23 +87,27 @@ void cOutlookAddIn::AttachCollections(const Dispatch& application) {
         {Events::NewExplorer, &cOutlookAddIn::OnNewExplorer}};
     static constexpr platform::EventHandler<cOutlookAddIn> inspectorsEvents[] = {
         {Events::NewInspector, &cOutlookAddIn::OnNewInspector}};
-    colExpl_.Attach(application.Object("Explorers"), Events::Explorers, shared_from_this(), explorersEvents);
-    colInsp_.Attach(application.Object("Inspectors"), Events::Inspectors, shared_from_this(), inspectorsEvents);
+    colExpl_.Attach(application.Object(Members::Outlook::Explorers), Events::Explorers, shared_from_this(),
+                    explorersEvents);
+    colInsp_.Attach(application.Object(Members::Outlook::Inspectors), Events::Inspectors, shared_from_this(),
+                    inspectorsEvents);
 }
 
 // Windows that were open before the add-in was loaded, the first Explorer excepted, bring no event of their own.
 void cOutlookAddIn::WrapOpenWindows() {
-    const Dispatch explorers = application_.Object("Explorers");
+    const Dispatch explorers = application_.Object(Members::Outlook::Explorers);
     if (myolapp_.Object()) {
-        const std::int32_t count = explorers.Long("Count");
+        const std::int32_t count = explorers.Long(Members::Collection::Count);
         for (std::int32_t number = 2; number <= count; ++number) {
-            if (const Dispatch explorer = explorers.Object("Item", number)) colExpl_NewExplorer(explorer);
+            if (const Dispatch explorer = explorers.Object(Members::Collection::Item, number))
+                colExpl_NewExplorer(explorer);
         }
     }
-    const Dispatch inspectors = application_.Object("Inspectors");
-    const std::int32_t count = inspectors.Long("Count");
+    const Dispatch inspectors = application_.Object(Members::Outlook::Inspectors);
+    const std::int32_t count = inspectors.Long(Members::Collection::Count);
     for (std::int32_t number = 1; number <= count; ++number) {
-        if (const Dispatch inspector = inspectors.Object("Item", number)) colInsp_NewInspector(inspector);
+        if (const Dispatch inspector = inspectors.Object(Members::Collection::Item, number))
+            colInsp_NewInspector(inspector);
     }
 }
 
@@ -123,8 +130,8 @@ void cOutlookAddIn::colExpl_NewExplorer(const Dispatch& explorer) {
 
 void cOutlookAddIn::colInsp_NewInspector(const Dispatch& inspector) {
     const Debug::Trace trace("colInsp_NewInspector");
-    const Dispatch item = inspector.Object("CurrentItem");
-    const std::int32_t itemClass = item.Long("Class");
+    const Dispatch item = inspector.Object(Members::Window::CurrentItem);
+    const std::int32_t itemClass = item.Long(Members::Class);
     const std::shared_ptr<cOlItem> wrapper = WrapperFor(itemClass);
     if (!Watch(inspector, std::make_shared<WatchedWindow>(itemClass, wrapper)) || !wrapper) return;
     Slots::FirstFree(WrappersOf(itemClass), IsFreeItem) = wrapper;
@@ -189,13 +196,13 @@ void cOutlookAddIn::WindowClosed(const std::shared_ptr<WatchedWindow>& window) {
 
 void cOutlookAddIn::WatchUnknownWindows() {
     const auto watchAll = [this](const Dispatch& windows, const auto& makeWatched) {
-        for (std::int32_t number = windows.Long("Count"); number >= 1; --number) {
-            static_cast<void>(Watch(windows.Object("Item", number), makeWatched()));
+        for (std::int32_t number = windows.Long(Members::Collection::Count); number >= 1; --number) {
+            static_cast<void>(Watch(windows.Object(Members::Collection::Item, number), makeWatched()));
         }
     };
-    watchAll(application_.Object("Explorers"),
+    watchAll(application_.Object(Members::Outlook::Explorers),
              [] { return std::make_shared<WatchedWindow>(std::weak_ptr<cOlExplorer>()); });
-    watchAll(application_.Object("Inspectors"),
+    watchAll(application_.Object(Members::Outlook::Inspectors),
              [] { return std::make_shared<WatchedWindow>(0, std::weak_ptr<cOlItem>()); });
 }
 
@@ -217,12 +224,13 @@ bool cOutlookAddIn::ServesAnyWindow() const {
 // of item in it than the closing one's means that it is another window; one of the same kind would be served by a
 // wrapper.
 bool cOutlookAddIn::WasLast(const WatchedWindow& window) const {
-    const std::int32_t explorers = application_.Object("Explorers").Long("Count");
-    const Dispatch inspectors = application_.Object("Inspectors");
-    const std::int32_t count = inspectors.Long("Count");
+    const std::int32_t explorers = application_.Object(Members::Outlook::Explorers).Long(Members::Collection::Count);
+    const Dispatch inspectors = application_.Object(Members::Outlook::Inspectors);
+    const std::int32_t count = inspectors.Long(Members::Collection::Count);
     if (window.IsExplorer()) return explorers <= 1 && count == 0;
     if (explorers != 0 || count > 1) return false;
     if (count == 0) return true;
-    const std::int32_t left = inspectors.Object("Item", 1).Object("CurrentItem").Long("Class");
+    const std::int32_t left =
+        inspectors.Object(Members::Collection::Item, 1).Object(Members::Window::CurrentItem).Long(Members::Class);
     return left == 0 || window.ItemClass() == 0 || left == window.ItemClass();
 }

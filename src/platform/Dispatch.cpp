@@ -61,20 +61,23 @@ void Fill(VARIANTARG& target, const Argument& argument) {
     }
 }
 
+// False, with the pending error set, when the object has no member of that name.
+bool FindId(IDispatch* object, const Member& member, DISPID& id) {
+    std::wstring name = Widened(member.Name());
+    LPOLESTR names = name.data();
+    const HRESULT status = object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+    if (FAILED(status)) RecordFailure(member.Name(), status);
+    return SUCCEEDED(status);
+}
+
 // The one place that knows how a late-bound call is made: arguments in reverse order, the name that a
 // property's new value bears, and the host's error information. True when the host answered a success.
-bool Invoke(IDispatch* object, const char* member, WORD kind, std::initializer_list<Argument> arguments,
+bool Invoke(IDispatch* object, const Member& member, WORD kind, std::initializer_list<Argument> arguments,
             VARIANT* result) {
     // The object may let go of itself during the call.
     const ComPtr<IDispatch> kept = ComPtr<IDispatch>::Copy(object);
-    std::wstring wideName = Widened(member);
-    LPOLESTR name = wideName.data();
-    DISPID id = DISPID_UNKNOWN;
-    HRESULT status = object->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
-    if (FAILED(status)) {
-        RecordFailure(member, status);
-        return false;
-    }
+    DISPID id = member.Id();
+    if (id == DISPID_UNKNOWN && !FindId(object, member, id)) return false;
     const std::unique_ptr<Variant[]> values(arguments.size() ? new Variant[arguments.size()] : nullptr);
     std::size_t slot = arguments.size();
     for (const Argument& argument : arguments) Fill(values[--slot], argument);
@@ -87,23 +90,30 @@ bool Invoke(IDispatch* object, const char* member, WORD kind, std::initializer_l
     }
     ExceptionInfo thrown;
     UINT badArgument = 0;
-    status = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, result, &thrown, &badArgument);
+    const auto invoke = [&] {
+        return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, result, &thrown, &badArgument);
+    };
+    HRESULT status = invoke();
+    if (status == DISP_E_MEMBERNOTFOUND && member.Id() != DISPID_UNKNOWN) {
+        if (!FindId(object, member, id)) return false;
+        status = invoke();
+    }
     if (SUCCEEDED(status)) return true;
-    RecordFailure(member, status, &thrown);
+    RecordFailure(member.Name(), status, &thrown);
     return false;
 }
 
 constexpr WORD readOrCall = DISPATCH_PROPERTYGET | DISPATCH_METHOD;
 
 // The answer of a member as the type asked for; `answer` is VT_EMPTY where there is none.
-bool Read(IDispatch* object, const char* member, std::initializer_list<Argument> arguments, VARTYPE type,
+bool Read(IDispatch* object, const Member& member, std::initializer_list<Argument> arguments, VARTYPE type,
           Variant& answer) {
     Variant raw;
     if (!Invoke(object, member, readOrCall, arguments, &raw)) return false;
     if (raw.vt == VT_EMPTY || raw.vt == VT_NULL) return false;
     const HRESULT status = VariantChangeType(&answer, &raw, 0, type);
     if (SUCCEEDED(status)) return true;
-    RecordFailure(member, status == DISP_E_TYPEMISMATCH ? static_cast<HRESULT>(TypeMismatch) : status);
+    RecordFailure(member.Name(), status == DISP_E_TYPEMISMATCH ? static_cast<HRESULT>(TypeMismatch) : status);
     return false;
 }
 
@@ -128,7 +138,7 @@ void Dispatch::Reset() noexcept {
     if (IDispatch* object = std::exchange(object_, nullptr)) object->Release();
 }
 
-Dispatch Dispatch::GetObjectMember(const char* member, ArgumentList arguments) const {
+Dispatch Dispatch::GetObjectMember(const Member& member, ArgumentList arguments) const {
     Variant answer;
     if (!Invoke(object_, member, readOrCall, arguments, &answer)) return {};
     if (answer.vt == VT_DISPATCH) return Copy(answer.pdispVal);
@@ -136,31 +146,31 @@ Dispatch Dispatch::GetObjectMember(const char* member, ArgumentList arguments) c
         const ComPtr<IUnknown> object = ComPtr<IUnknown>::Copy(answer.punkVal);
         if (ComPtr<IDispatch> dispatch = object.As<IDispatch>(IID_IDispatch)) return Attach(dispatch.Detach());
     }
-    Err().Set(ObjectRequired, std::string(member) + ": Object required");
+    Err().Set(ObjectRequired, std::string(member.Name()) + ": Object required");
     return {};
 }
 
-std::string Dispatch::GetTextMember(const char* member, ArgumentList arguments) const {
+std::string Dispatch::GetTextMember(const Member& member, ArgumentList arguments) const {
     Variant answer;
     return Read(object_, member, arguments, VT_BSTR, answer) ? TextOf(answer.bstrVal) : std::string();
 }
 
-std::int32_t Dispatch::GetLongMember(const char* member, ArgumentList arguments) const {
+std::int32_t Dispatch::GetLongMember(const Member& member, ArgumentList arguments) const {
     Variant answer;
     return Read(object_, member, arguments, VT_I4, answer) ? answer.lVal : 0;
 }
 
-bool Dispatch::GetFlagMember(const char* member, ArgumentList arguments) const {
+bool Dispatch::GetFlagMember(const Member& member, ArgumentList arguments) const {
     Variant answer;
     return Read(object_, member, arguments, VT_BOOL, answer) && answer.boolVal != VARIANT_FALSE;
 }
 
-bool Dispatch::CallMember(const char* member, ArgumentList arguments) const {
+bool Dispatch::CallMember(const Member& member, ArgumentList arguments) const {
     Variant answer;
     return Invoke(object_, member, DISPATCH_METHOD, arguments, &answer);
 }
 
-bool Dispatch::Put(const char* member, const Argument& value) const {
+bool Dispatch::Put(const Member& member, const Argument& value) const {
     return object_ && Invoke(object_, member, DISPATCH_PROPERTYPUT, {value}, nullptr);
 }
 

@@ -1,6 +1,7 @@
 // platform/Dispatch.h: a late-bound object of the host, which may be empty and never throws for it.
 //
-// Shapes  Members are called by name; text is ANSI; arguments stand in their declared order, Missing for one
+// Shapes  Members are called by name, or by the id that a Member knows; text is ANSI; arguments stand in their declared
+// order, Missing for one
 //         left out. Numbers are 32-bit. What the host answers is converted where Windows can convert it.
 // Errors  A call on an empty object does nothing and sets nothing. A failing call sets the pending error
 //         (its number: the HRESULT, or what the host's own error information says; its description begins
@@ -19,6 +20,21 @@
 struct IDispatch;
 
 namespace platform {
+
+// A member of the host's objects: its name, and the id by which every version of the host has it, where that is known.
+// By a known id it costs the host one call instead of two; an object that has it by another id is asked for that.
+class Member {
+  public:
+    static constexpr std::int32_t unknownId = -1;
+    constexpr Member(const char* name, std::int32_t id = unknownId) noexcept : name_(name), id_(id) {}
+
+    [[nodiscard]] constexpr const char* Name() const noexcept { return name_; }
+    [[nodiscard]] constexpr std::int32_t Id() const noexcept { return id_; }
+
+  private:
+    const char* name_;
+    std::int32_t id_;
+};
 
 class Argument;
 struct MissingArgument {};
@@ -40,27 +56,27 @@ class Dispatch {
 
     // A property or the result of a method.
     template <class... Arguments>
-    [[nodiscard]] Dispatch Object(const char* member, Arguments&&... arguments) const;
+    [[nodiscard]] Dispatch Object(const Member& member, Arguments&&... arguments) const;
     template <class... Arguments>
-    [[nodiscard]] std::string Text(const char* member, Arguments&&... arguments) const;
+    [[nodiscard]] std::string Text(const Member& member, Arguments&&... arguments) const;
     template <class... Arguments>
-    [[nodiscard]] std::int32_t Long(const char* member, Arguments&&... arguments) const;
+    [[nodiscard]] std::int32_t Long(const Member& member, Arguments&&... arguments) const;
     template <class... Arguments>
-    [[nodiscard]] bool Flag(const char* member, Arguments&&... arguments) const;
+    [[nodiscard]] bool Flag(const Member& member, Arguments&&... arguments) const;
 
     // True when the host did it.
     template <class... Arguments>
-    bool Call(const char* member, Arguments&&... arguments) const;
-    bool Put(const char* member, const Argument& value) const;
+    bool Call(const Member& member, Arguments&&... arguments) const;
+    bool Put(const Member& member, const Argument& value) const;
 
   private:
     using ArgumentList = std::initializer_list<Argument>;
     explicit Dispatch(IDispatch* object) noexcept : object_(object) {}
-    [[nodiscard]] Dispatch GetObjectMember(const char* member, ArgumentList arguments) const;
-    [[nodiscard]] std::string GetTextMember(const char* member, ArgumentList arguments) const;
-    [[nodiscard]] std::int32_t GetLongMember(const char* member, ArgumentList arguments) const;
-    [[nodiscard]] bool GetFlagMember(const char* member, ArgumentList arguments) const;
-    bool CallMember(const char* member, ArgumentList arguments) const;
+    [[nodiscard]] Dispatch GetObjectMember(const Member& member, ArgumentList arguments) const;
+    [[nodiscard]] std::string GetTextMember(const Member& member, ArgumentList arguments) const;
+    [[nodiscard]] std::int32_t GetLongMember(const Member& member, ArgumentList arguments) const;
+    [[nodiscard]] bool GetFlagMember(const Member& member, ArgumentList arguments) const;
+    bool CallMember(const Member& member, ArgumentList arguments) const;
 
     IDispatch* object_ = nullptr;
 };
@@ -99,23 +115,23 @@ class Argument {
 };
 
 template <class... Arguments>
-Dispatch Dispatch::Object(const char* member, Arguments&&... arguments) const {
+Dispatch Dispatch::Object(const Member& member, Arguments&&... arguments) const {
     return object_ ? GetObjectMember(member, {Argument(std::forward<Arguments>(arguments))...}) : Dispatch();
 }
 template <class... Arguments>
-std::string Dispatch::Text(const char* member, Arguments&&... arguments) const {
+std::string Dispatch::Text(const Member& member, Arguments&&... arguments) const {
     return object_ ? GetTextMember(member, {Argument(std::forward<Arguments>(arguments))...}) : std::string();
 }
 template <class... Arguments>
-std::int32_t Dispatch::Long(const char* member, Arguments&&... arguments) const {
+std::int32_t Dispatch::Long(const Member& member, Arguments&&... arguments) const {
     return object_ ? GetLongMember(member, {Argument(std::forward<Arguments>(arguments))...}) : 0;
 }
 template <class... Arguments>
-bool Dispatch::Flag(const char* member, Arguments&&... arguments) const {
+bool Dispatch::Flag(const Member& member, Arguments&&... arguments) const {
     return object_ && GetFlagMember(member, {Argument(std::forward<Arguments>(arguments))...});
 }
 template <class... Arguments>
-bool Dispatch::Call(const char* member, Arguments&&... arguments) const {
+bool Dispatch::Call(const Member& member, Arguments&&... arguments) const {
     return object_ && CallMember(member, {Argument(std::forward<Arguments>(arguments))...});
 }
 

@@ -71,6 +71,11 @@ std::string ResultText(const Gate& gate, const VARIANT* result) {
 
 bool IsPutFlag(WORD flags) { return (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0; }
 
+// `window.CommandBars("Menu Bar")`: arguments for a property that has none are meant for the collection in it.
+bool IsShorthand(const Member& member, const DISPPARAMS& parameters) {
+    return member.kinds == DISPATCH_PROPERTYGET && *member.parameters == '\0' && parameters.cArgs != 0;
+}
+
 HRESULT WINAPI FillLate(EXCEPINFO* exception) {
     const HRESULT scode = exception->scode;
     *exception = EXCEPINFO{};
@@ -259,12 +264,26 @@ HRESULT Object::Carry(DISPID id, WORD flags, const DISPPARAMS& parameters, VARIA
         if (over != S_OK) Refuse(over);
         const Member* member = Type().Find(id, flags, Version());
         if (!member) Refuse(DISP_E_MEMBERNOTFOUND);
+        if (IsShorthand(*member, parameters))
+            return CarryOn(*member, flags, parameters, result, exception, badArgument);
         Call call(*member, flags, parameters, result);
         member->handler(*this, call);
         return S_OK;
     } catch (const Failure& failure) {
         return Answer(failure, exception, badArgument);
     }
+}
+
+// Read as `window.CommandBars.Item("Menu Bar")`, as Windows' own dispatching reads it.
+HRESULT Object::CarryOn(const Member& member, WORD flags, const DISPPARAMS& parameters, VARIANT* result,
+                        EXCEPINFO* exception, UINT* badArgument) {
+    Value collection;
+    Call call(member, flags, DISPPARAMS{}, &collection);
+    member.handler(*this, call);
+    if (collection.vt != VT_DISPATCH || !collection.pdispVal) Refuse(DISP_E_BADPARAMCOUNT);
+    DISPPARAMS arguments = parameters;
+    return collection.pdispVal->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, flags, &arguments, result,
+                                       exception, badArgument);
 }
 
 HRESULT Object::Answer(const Failure& failure, EXCEPINFO* exception, UINT* badArgument) const {

@@ -69,6 +69,8 @@ class Object : public Counted, public IDispatch, public IConnectionPointContaine
   private:
     HRESULT Carry(DISPID id, WORD flags, const DISPPARAMS& parameters, VARIANT* result, EXCEPINFO* exception,
                   UINT* badArgument);
+    HRESULT CarryOn(const Member& member, WORD flags, const DISPPARAMS& parameters, VARIANT* result,
+                    EXCEPINFO* exception, UINT* badArgument);
     HRESULT Answer(const Failure& failure, EXCEPINFO* exception, UINT* badArgument) const;
     HRESULT LookUp(LPOLESTR* names, UINT count, DISPID* ids);
     HRESULT QueryContainer(void** out);

@@ -2,7 +2,8 @@
 //
 // Shapes  Times are nanoseconds a call; a result is the median of several rounds. Where there is a baseline, its
 //         rounds and the measured ones take turns within the same run, and the ratio is that of the medians.
-//         The CSV has one line a result: name,value,unit,ratio,target,met - empty where there is none.
+//         The CSV has one line a result: name,value,unit,ratio,target,met - empty where there is none, the name in
+//         quotation marks.
 // Use     Each program prints its table, adds its CSV lines to the file that is its first argument, and ends with 1
 //         when a target was missed. Run them through scripts/bench.sh: it pins program and wineserver to one processor,
 //         without which every registry or file call is timed with a hand-over between two of them.
@@ -77,16 +78,16 @@ class Report {
         lines_.push_back({name, medians.measured, medians.Ratio(), target, met});
     }
 
-    // A number of calls or of bytes, not a time.
-    void AddCount(const std::string& name, int count) {
-        lines_.push_back({name, double(count), none, none, true, "count"});
+    // A number of calls or of bytes, not a time. The target, where there is one, is the highest count allowed.
+    void AddCount(const std::string& name, int count, double target = none) {
+        lines_.push_back({name, double(count), none, target, target == none || count <= target, "count"});
     }
 
     // The program's exit code.
     [[nodiscard]] int Finish(int argc, char** argv) const {
-        std::printf("%-52s %12s %8s %8s %s\n", "", "ns or count", "ratio", "target", "met");
+        std::printf("%-66s %12s %8s %8s %s\n", "", "ns or count", "ratio", "target", "met");
         for (const Line& line : lines_) {
-            std::printf("%-52s %12s %8s %8s %s\n", line.name.c_str(), Number(line.value).c_str(),
+            std::printf("%-66s %12s %8s %8s %s\n", line.name.c_str(), Number(line.value).c_str(),
                         Number(line.ratio).c_str(), Number(line.target).c_str(), Met(line));
         }
         if (argc > 1 && !AddCsv(argv[1])) return 2;
@@ -115,7 +116,7 @@ class Report {
         std::FILE* file = std::fopen(path, "a");
         if (file == nullptr) return false;
         for (const Line& line : lines_) {
-            std::fprintf(file, "%s,%s,%s,%s,%s,%s\n", line.name.c_str(), Number(line.value).c_str(), line.unit,
+            std::fprintf(file, "\"%s\",%s,%s,%s,%s,%s\n", line.name.c_str(), Number(line.value).c_str(), line.unit,
                          Number(line.ratio).c_str(), Number(line.target).c_str(), Met(line));
         }
         return std::fclose(file) == 0;

@@ -43,6 +43,15 @@ void Write(const std::string& list) {
     RegCloseKey(key);
 }
 
+std::size_t StoredSize() {
+    HKEY key = nullptr;
+    DWORD size = 0;
+    RegOpenKeyA(HKEY_CURRENT_USER, subkey, &key);
+    RegQueryValueExA(key, listName, nullptr, nullptr, nullptr, &size);
+    RegCloseKey(key);
+    return size;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -79,6 +88,7 @@ int main(int argc, char** argv) {
                                 [&] { CVOutlAddIn::AddChangedItem(ids[next++], 'C', true, true); }),
                target);
     DestroyWindow(window);
+    if (StoredSize() < lists.back().size()) return 2;  // nothing was listed, and nothing measured
     FormOlAddInTimer::Unload();
     return report.Finish(argc, argv);
 }

@@ -3,71 +3,18 @@
 
     registration_test.py ProgID library
 
-It works on a copy of the prefix's registry, in a prefix that shares everything else, so that no other test writes
-into it. What is compared are the Software branches of the user and of the machine as Wine stores them, but for what
-Wine itself keeps there.
+It works in a prefix of its own. What is compared are the Software branches of the user and of the machine.
 """
 import os
 import pathlib
 import re
-import shutil
-import subprocess
 import sys
 import tempfile
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+from wine import ROOT, Prefix, added, windows_path  # noqa: E402
+
 IDL = ROOT / "src" / "resources" / "CVOutlookAddIn.idl"
-BRANCHES = {"user.reg": "HKEY_CURRENT_USER", "system.reg": "HKEY_LOCAL_MACHINE"}
-OF_OTHERS = ("\\Software\\Wine",)
-
-
-def windows_path(path):
-    return "Z:" + str(path).replace("/", "\\")
-
-
-class Prefix:
-    """A prefix with a registry of its own."""
-
-    def __init__(self, folder):
-        # The usual environment, made ready by the script that every program starts with.
-        told = subprocess.run(["bash", "-c", f". '{ROOT}/scripts/wine-env.sh' && env -0"], capture_output=True, text=True,
-                              check=True).stdout
-        self.environment = dict(line.split("=", 1) for line in told.split("\0") if line)
-        shared = pathlib.Path(self.environment["WINEPREFIX"])
-        self.folder = pathlib.Path(folder) / "prefix"
-        self.folder.mkdir()
-        for name in ("drive_c", "dosdevices"):
-            (self.folder / name).symlink_to(shared / name)
-        for name in ("system.reg", "user.reg", "userdef.reg", ".update-timestamp"):
-            shutil.copy(shared / name, self.folder)
-        self.environment["WINEPREFIX"] = str(self.folder)
-
-    def run(self, *command):
-        return subprocess.run(command, env=self.environment, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL).returncode
-
-    def regsvr32(self, library, *options):
-        return self.run("wine", "C:\\windows\\syswow64\\regsvr32.exe", *options, "/s", windows_path(library))
-
-    def registry(self):
-        """{key: its lines of values}, once everything is written."""
-        self.run("wineserver", "-k")
-        self.run("wineserver", "-w")
-        keys = {}
-        for file, branch in BRANCHES.items():
-            lines = []
-            for line in (self.folder / file).read_text("latin-1").splitlines():
-                if line.startswith("["):
-                    key = line[1:line.rindex("]")].replace("\\\\", "\\")
-                    lines = keys.setdefault(f"{branch}\\{key}", [])
-                elif line and not line.startswith("#"):
-                    lines.append(line)
-        return {key: lines for key, lines in keys.items()
-                if "\\Software\\" in key and not any(other in key for other in OF_OTHERS)}
-
-
-def added(before, after):
-    return {key: lines for key, lines in after.items() if before.get(key) != lines}
 
 
 def main():

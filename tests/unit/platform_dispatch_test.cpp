@@ -1,5 +1,6 @@
 #include <doctest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -24,11 +25,13 @@ class FakeObject final : public IDispatch, public IConnectionPointContainer, pub
         std::vector<std::string> texts;
         UINT named = 0;
         DISPID newValue = 0;
+        DISPID id = DISPID_UNKNOWN;
     };
     HRESULT answer = S_OK;
     std::function<void(VARIANT&)> result = [](VARIANT&) {};
     std::function<void(EXCEPINFO&)> explain = [](EXCEPINFO&) {};
     bool knowsNames = true;
+    std::vector<DISPID> unknownIds = {};
     bool takesSinks = true;
     std::vector<Asked> asked;
     ULONG references = 1;
@@ -54,16 +57,19 @@ class FakeObject final : public IDispatch, public IConnectionPointContainer, pub
         *id = knowsNames ? 77 : DISPID_UNKNOWN;
         return knowsNames ? S_OK : DISP_E_UNKNOWNNAME;
     }
-    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD kind, DISPPARAMS* given, VARIANT* into, EXCEPINFO* thrown,
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS* given, VARIANT* into, EXCEPINFO* thrown,
                         UINT*) override {
+        if (asked.empty() || asked.back().kind != 0) asked.push_back({.member = {}, .types = {}, .texts = {}});
         Asked& call = asked.back();
         call.kind = kind;
+        call.id = id;
         call.named = given->cNamedArgs;
         if (given->cNamedArgs) call.newValue = given->rgdispidNamedArgs[0];
         for (UINT i = 0; i < given->cArgs; ++i) {
             call.types.push_back(given->rgvarg[i].vt);
             call.texts.push_back(given->rgvarg[i].vt == VT_BSTR ? TextOf(given->rgvarg[i].bstrVal) : std::string());
         }
+        if (std::find(unknownIds.begin(), unknownIds.end(), id) != unknownIds.end()) return DISP_E_MEMBERNOTFOUND;
         if (SUCCEEDED(answer) && into) result(*into);
         if (FAILED(answer) && thrown) explain(*thrown);
         return answer;
@@ -143,6 +149,42 @@ class Listener {
 constexpr EventHandler<Listener> handlers[] = {{1, &Listener::OnFirst}, {2, &Listener::OnSecond}};
 
 }  // namespace
+
+TEST_CASE("a member whose id is known is called without its name being asked for") {
+    Fixture fixture;
+    fixture.object.result = [](VARIANT& into) { Text(into, "11.0"); };
+    CHECK(fixture.object.AsDispatch().Text(Member{"Version", 0x116}) == "11.0");
+    REQUIRE(fixture.object.asked.size() == 1);
+    CHECK(fixture.object.asked[0].id == 0x116);
+    CHECK(fixture.object.asked[0].member.empty());
+    fixture.object.AsDispatch().Put(Member{"Caption", 0x60040003}, "new");
+    CHECK(fixture.object.asked.back().newValue == DISPID_PROPERTYPUT);
+    CHECK(Err().Number() == 0);
+}
+
+TEST_CASE("an object that has a member by another id than the known one is asked by name") {
+    Fixture fixture;
+    fixture.object.unknownIds = {0x116};
+    fixture.object.result = [](VARIANT& into) { Text(into, "11.0"); };
+    CHECK(fixture.object.AsDispatch().Text(Member{"Version", 0x116}) == "11.0");
+    REQUIRE(fixture.object.asked.size() == 2);
+    CHECK(fixture.object.asked[1].member == "Version");
+    CHECK(fixture.object.asked[1].id == 77);
+    CHECK(Err().Number() == 0);
+
+    fixture.object.knowsNames = false;
+    CHECK(fixture.object.AsDispatch().Text(Member{"Version", 0x116}).empty());
+    CHECK(Err().Number() == DISP_E_UNKNOWNNAME);
+}
+
+TEST_CASE("a refused call of a known id is not made again") {
+    Fixture fixture;
+    fixture.object.answer = E_ACCESSDENIED;
+    CHECK_FALSE(fixture.object.AsDispatch().Call(Member{"Delete", 0x60040007}));
+    CHECK(fixture.object.asked.size() == 1);
+    CHECK(Err().Number() == E_ACCESSDENIED);
+    CHECK(Err().Description().starts_with("Delete: "));
+}
 
 TEST_CASE("a call on an empty object does nothing and sets nothing") {
     Err().Set(9, "earlier");

@@ -92,6 +92,16 @@ TEST_CASE("too many arguments and missing ones are told apart") {
     CHECK(Call(explorers, "Item", {"not a number"}).code == DISP_E_TYPEMISMATCH);
 }
 
+TEST_CASE("arguments for a property that has none are meant for the collection in it, as scripts write it") {
+    const Host host;
+    const Answer bar = Get(host.Explorer(), "CommandBars", {"Standard"});
+    REQUIRE(bar.code == S_OK);
+    CHECK(Get(bar.AsObject(), "Name").AsText() == "Standard");
+    CHECK(Get(Get(bar.AsObject(), "Controls", {1}).AsObject(), "Index").AsNumber() == 1);
+    CHECK(Get(host.Explorer(), "CommandBars", {"No such bar"}).code == E_INVALIDARG);
+    CHECK(Get(host.application, "Version", {1}).code == DISP_E_BADPARAMCOUNT);
+}
+
 TEST_CASE("arguments can be given by name, in any order") {
     const Host host;
     const Object controls = host.Controls("Menu Bar");

@@ -22,6 +22,7 @@ class Program : public Pane, public standin::Watcher {
     [[nodiscard]] standin::Outlook& Host() { return outlook_; }
     [[nodiscard]] HostFrame* FrameOf(standin::Window window) const;  // null when it has none
     [[nodiscard]] bool Over() const;
+    [[nodiscard]] bool ShowsLog() const { return IsWindowVisible(log_->Handle()) != FALSE; }
     void ShowAddIns();
     // Dispatches one message of the thread, with what the keyboard does in frames.
     void Dispatch(MSG& message);

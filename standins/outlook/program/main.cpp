@@ -1,7 +1,11 @@
-// OutlookStandIn.exe [/version 2000|2002|2003|2007] [/play scenario]
+// OutlookStandIn.exe [/version 2000|2002|2003|2007] [/play scenario] [/report]
+// OutlookStandIn.exe /regserver | /unregserver
 //
-// Without /play it runs until its last window is closed. With it the scenario is played and the session ended.
-// Exit code 0; 1 when a Check of the scenario was wrong; 2 for a scenario or version that is not known.
+// Without /play it runs until its last window is closed or a client quits it; meanwhile clients in other processes
+// reach it (ClassServer.h), once the class has been registered with /regserver. With /play the scenario is played and
+// the session ended. /report writes to the standard output "ready" when clients can reach it, and at the end what they
+// and the add-ins left behind. Exit code 0; 1 when a Check of the scenario was wrong, or Windows refused; 2 for
+// arguments that are not known.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -11,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "outlook/program/ClassServer.h"
 #include "outlook/program/Stage.h"
 
 namespace {
@@ -27,6 +32,8 @@ constexpr KnownVersion versions[] = {{"2000", 9}, {"2002", 10}, {"2003", 11}, {"
 struct Arguments {
     int version = 11;
     std::string scenario;
+    bool report = false;
+    bool registerServer = false, unregisterServer = false;
 };
 
 std::vector<std::string> Words() {
@@ -42,20 +49,34 @@ std::vector<std::string> Words() {
     return words;
 }
 
+bool ReadVersion(const std::string& name, int& number) {
+    for (const KnownVersion& version : versions) {
+        if (name != version.name) continue;
+        number = version.number;
+        return true;
+    }
+    return false;
+}
+
 std::optional<Arguments> ReadArguments() {
     Arguments arguments;
     const std::vector<std::string> words = Words();
-    for (std::size_t i = 0; i < words.size(); i += 2) {
-        if (i + 1 == words.size()) return std::nullopt;
-        const std::string& value = words[i + 1];
-        bool known = words[i] == "/play" && FindScenario(value);
-        if (known) arguments.scenario = value;
-        for (const KnownVersion& version : versions) {
-            if (words[i] != "/version" || value != version.name) continue;
-            arguments.version = version.number;
-            known = true;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string value = i + 1 < words.size() ? words[i + 1] : "";
+        if (words[i] == "/report") {
+            arguments.report = true;
+        } else if (words[i] == "/regserver") {
+            arguments.registerServer = true;
+        } else if (words[i] == "/unregserver") {
+            arguments.unregisterServer = true;
+        } else if (words[i] == "/version" && ReadVersion(value, arguments.version)) {
+            ++i;
+        } else if (words[i] == "/play" && FindScenario(value)) {
+            arguments.scenario = value;
+            ++i;
+        } else {
+            return std::nullopt;
         }
-        if (!known) return std::nullopt;
     }
     return arguments;
 }
@@ -95,22 +116,68 @@ void RunLoop(Program& program) {
     while (GetMessageA(&message, nullptr, 0, 0) > 0) program.Dispatch(message);
 }
 
+// A session without windows stays as long as somebody holds an object of it (Ending::StaysInMemory), and a person has
+// not closed the log. One that has ended gives the client that ended it the time to get its answer and to let go.
+void AwaitRelease(Program& program, const Stage& stage) {
+    constexpr DWORD longest = 2000;
+    const DWORD start = GetTickCount();
+    const auto waiting = [&] {
+        if (program.Host().LookAgain() == standin::Ending::StaysInMemory) return program.ShowsLog();
+        return program.Host().References() != 0 && GetTickCount() - start < longest;
+    };
+    do stage.Pump(50);
+    while (waiting());
+}
+
+const char* InWords(standin::Ending ending) {
+    switch (ending) {
+        case standin::Ending::AddInsTold: return "the add-ins were told";
+        case standin::Ending::AddInsNotTold: return "the add-ins were not told";
+        case standin::Ending::StaysInMemory: return "it stays in memory";
+        case standin::Ending::StillRunning: break;
+    }
+    return "it still runs";
+}
+
+void Report(const standin::Outlook& outlook, const Stage& stage) {
+    stage.Say(std::string("ended: ") + InWords(outlook.HowItEnded()));
+    stage.Say("references: " + std::to_string(outlook.References()));
+    for (const std::string& line : outlook.ReferenceList()) stage.Say("held: " + line);
+    stage.Say("sinks: " + std::to_string(outlook.Advises()));
+    for (const std::string& line : outlook.Complaints()) stage.Say("complaint: " + line);
+}
+
+void Serve(Program& program, const Arguments& arguments) {
+    const Stage stage(program);
+    {
+        const ClassServer server(program.Host());
+        if (arguments.report && server.Offered()) stage.Say("ready");
+        RunLoop(program);
+    }
+    AwaitRelease(program, stage);
+    if (arguments.report) Report(program.Host(), stage);
+}
+
+int Play(Program& program, const std::string& scenario) {
+    const Stage stage(program);
+    FindScenario(scenario)->play(stage);
+    if (!program.Over()) program.Host().Quit();
+    stage.Pump(100);
+    return stage.AllRight() ? 0 : 1;
+}
+
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     const std::optional<Arguments> arguments = ReadArguments();
     if (!arguments) return 2;
+    if (arguments->registerServer) return RegisterServer() ? 0 : 1;
+    if (arguments->unregisterServer) return UnregisterServer() ? 0 : 1;
     InitCommonControls();
     Program program({.version = arguments->version});
     FillMailbox(program.Host());
     program.Start();
-    if (arguments->scenario.empty()) {
-        RunLoop(program);
-        return 0;
-    }
-    const Stage stage(program);
-    FindScenario(arguments->scenario)->play(stage);
-    if (!program.Over()) program.Host().Quit();
-    stage.Pump(100);
-    return stage.AllRight() ? 0 : 1;
+    if (!arguments->scenario.empty()) return Play(program, arguments->scenario);
+    Serve(program, *arguments);
+    return 0;
 }

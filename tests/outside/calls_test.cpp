@@ -1,0 +1,102 @@
+// What the add-in costs the host: every call that crosses into it is counted at the stand-in's gate, QueryInterface for
+// connection points included, and told apart by its line in the transcript.
+#include <doctest.h>
+
+#include <algorithm>
+
+#include "addin/Members.h"
+#include "e2e/Session.h"
+#include "support/HostCalls.h"
+
+using platform::Dispatch;
+
+namespace {
+
+int CallsOfSwitch(e2e::Session& session, standin::Window window, standin::FolderKind folder) {
+    session->ResetCalls();
+    session->SwitchFolder(window, folder);
+    return session->Calls();
+}
+
+void CheckIds(const Dispatch& object, std::initializer_list<platform::Member> members) {
+    REQUIRE(object);
+    for (const platform::Member& member : members) {
+        CAPTURE(member.Name());
+        wchar_t name[32] = L"";
+        MultiByteToWideChar(CP_ACP, 0, member.Name(), -1, name, 32);
+        LPOLESTR names = name;
+        DISPID id = DISPID_UNKNOWN;
+        CHECK(object.Get()->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id) == S_OK);
+        CHECK(id == member.Id());
+    }
+}
+
+}  // namespace
+
+TEST_CASE("a menu costs at most 60 calls of the host beyond writing its controls and walking over those there are") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        e2e::Session session({.version = version});
+        const HostCalls::MenuBuild build = HostCalls::OfMenu(session.Host());
+        CHECK(session.Popups(session->Windows().back()).front().entries.size() == 9);
+        CHECK(build.entryWrites > 9 * 6);
+        CHECK(build.rest > 9 * 4);  // each entry is added, and its clicks connected in three calls
+        CHECK(build.rest <= 60);
+        const HostCalls::Lines all = session->Transcript();
+        CHECK(std::count_if(all.begin(), all.end(), HostCalls::IsCall) == session->Calls());  // each has its line
+    }
+}
+
+TEST_CASE("a folder switch that changes no button costs at most 3 calls of the host") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        e2e::Session session({.version = version});
+        session->Start();
+        const standin::Window second = session->OpenExplorer(standin::FolderKind::Inbox);  // sunk by every version
+        const int calls = CallsOfSwitch(session, second, standin::FolderKind::Tasks);
+        CHECK(calls > 0);
+        CHECK(calls <= 3);
+        CHECK(CallsOfSwitch(session, second, standin::FolderKind::OutlookToday) <= 3);
+        CHECK(CallsOfSwitch(session, session.FirstWindow(), standin::FolderKind::Calendar) <= 3);
+        CHECK(CallsOfSwitch(session, second, standin::FolderKind::Contacts) > 3);  // it gets its button
+        CHECK(session.OwnControls(second, "107").size() == 1);
+    }
+}
+
+TEST_CASE("a known id is the one by which the host has the member of that name, in every version") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        e2e::Session session({.version = version});
+        session->AddItem(standin::FolderKind::Inbox);
+        session->Start();
+        session.OpenNew(standin::ItemClass::Task);
+        using namespace Members;
+        const Dispatch outlook = Dispatch::Attach(session->Application());
+        CheckIds(outlook, {Application, Class, Outlook::Name, Outlook::Version, Outlook::ActiveExplorer,
+                           Outlook::Explorers, Outlook::Inspectors});
+        const Dispatch explorers = outlook.Object("Explorers");
+        CheckIds(explorers, {Collection::Count, Collection::Item});
+        CheckIds(outlook.Object("Inspectors"), {Collection::Count, Collection::Item});
+        const Dispatch explorer = explorers.Object("Item", 1);
+        CheckIds(explorer, {Application, Class, Window::CommandBars, Window::CurrentFolder, Window::Selection});
+        CheckIds(explorer.Object("Selection"), {Collection::Count, Collection::Item});
+        CheckIds(explorer.Object("CurrentFolder"), {Folder::DefaultItemType});
+        const Dispatch inspector = outlook.Object("ActiveInspector");
+        CheckIds(inspector, {Application, Window::CommandBars, Window::CurrentItem});
+        CheckIds(inspector.Object("CurrentItem"), {Class, Item::EntryID, Item::Close});
+        CheckIds(outlook.Object("COMAddIns").Object("Item", 1), {AddIn::ProgId});
+        const Dispatch bars = explorer.Object("CommandBars");
+        CheckIds(bars, {Bars::Item});
+        const Dispatch bar = bars.Object("Item", "Menu Bar");
+        CheckIds(bar, {Bar::Controls, Bar::Name});
+        const Dispatch controls = bar.Object("Controls");
+        CheckIds(controls, {Controls::Add, Controls::Count, Controls::Item});
+        const Dispatch popup = controls.Object("Item", "Corvella");
+        CheckIds(popup, {Control::BeginGroup, Control::BuiltIn, Control::Caption, Control::Delete, Control::Enabled,
+                         Control::InstanceId, Control::OLEUsage, Control::OnAction, Control::Parameter, Control::Tag,
+                         Control::Visible, Popup::CommandBar, Popup::Controls});
+        const Dispatch entry = popup.Object("Controls").Object("Item", 1);
+        CheckIds(entry, {Control::BeginGroup, Control::Caption, Button::FaceId, Button::PasteFace, Button::Style});
+        if (version >= 10) CheckIds(entry, {Button::Picture, Button::Mask});
+    }
+}
