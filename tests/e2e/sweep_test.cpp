@@ -295,7 +295,7 @@ void Sweep(const Scenario (&played)[count], int version) {
         const std::string name = scenario.name;
         CAPTURE(name);
         const Played undisturbed = Undisturbed(scenario, version);
-        REQUIRE(undisturbed.failing.last - undisturbed.failing.first >= 20);
+        REQUIRE(undisturbed.failing.last - undisturbed.failing.first >= 10);
         MESSAGE(name << ": calls " << undisturbed.failing.first << " to " << undisturbed.failing.last);
         for (const Fault& fault : faults) {
             CAPTURE(static_cast<int>(fault.kind));
