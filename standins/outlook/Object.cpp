@@ -17,7 +17,7 @@ std::string TypeDescription::PlainName() const { return interfaceName[0] == '_' 
 const Member* TypeDescription::Find(std::string_view name, int version) const {
     for (const Members table : tables)
         for (const Member& member : table)
-            if (member.since <= version && SameText(Wide(member.name), Wide(name))) return &member;
+            if (member.since <= version && SameName(member.name, name)) return &member;
     return nullptr;
 }
 
@@ -219,7 +219,7 @@ DISPID Object::NumberOfParameter(DISPID id, const std::string& name) const {
             for (std::size_t number = 0; number < names.size(); ++number) {
                 std::string plain = names[number];
                 if (plain.back() == '?') plain.pop_back();
-                if (SameText(Wide(plain), Wide(name))) return static_cast<DISPID>(number);
+                if (SameName(plain, name)) return static_cast<DISPID>(number);
             }
         }
     }

@@ -1,5 +1,6 @@
 #include "outlook/Words.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace standin {
@@ -23,6 +24,12 @@ std::string Ansi(std::wstring_view wide) {
 bool SameText(std::wstring_view left, std::wstring_view right) {
     return CompareStringW(LOCALE_INVARIANT, NORM_IGNORECASE, left.data(), static_cast<int>(left.size()), right.data(),
                           static_cast<int>(right.size())) == CSTR_EQUAL;
+}
+
+bool SameName(std::string_view left, std::string_view right) {
+    const auto lowered = [](char letter) { return letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter; };
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [&](char one, char other) { return lowered(one) == lowered(other); });
 }
 
 std::wstring Readable(std::wstring_view caption) {

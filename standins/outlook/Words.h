@@ -12,6 +12,7 @@ namespace standin {
 [[nodiscard]] std::wstring Wide(std::string_view ansi);
 [[nodiscard]] std::string Ansi(std::wstring_view wide);
 [[nodiscard]] bool SameText(std::wstring_view left, std::wstring_view right);  // letters of any case
+[[nodiscard]] bool SameName(std::string_view left, std::string_view right);    // the same, of plain English ones
 
 // A caption without its access key: "&" goes, "&&" is one "&".
 [[nodiscard]] std::wstring Readable(std::wstring_view caption);

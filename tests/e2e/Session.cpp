@@ -51,13 +51,27 @@ void WriteValue(const std::string& key, const std::string& name, const std::stri
 
 void Pump(DWORD milliseconds) {
     const DWORD start = GetTickCount();
-    for (DWORD passed = 0; passed < milliseconds; passed = GetTickCount() - start) {
+    DWORD passed = 0;
+    do {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds - passed, QS_ALLINPUT);
         for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) {
             TranslateMessage(&message);
             DispatchMessageA(&message);
         }
-    }
+        passed = GetTickCount() - start;
+    } while (passed < milliseconds);
+}
+
+bool UnloadLibrary() {
+    for (int i = 0; i < 3 && GetModuleHandleA("CVOutlookAddIn.dll"); ++i) CoFreeUnusedLibrariesEx(0, 0);
+    return GetModuleHandleA("CVOutlookAddIn.dll") == nullptr;
+}
+
+std::string AddInFolder() {
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const std::string program = path;
+    return program.substr(0, program.rfind('\\') + 1) + "addin\\";
 }
 
 std::string OwnOnAction() { return std::string("<!") + progId + ">"; }
@@ -93,6 +107,11 @@ std::vector<standin::ControlView> Session::Popups(standin::Window window) {
         if (control.caption == "C&orvella") found.push_back(control);
     }
     return found;
+}
+
+std::vector<standin::ControlView> Session::Entries(standin::Window window) {
+    const std::vector<standin::ControlView> popups = Popups(window);
+    return popups.size() == 1 ? popups.front().entries : std::vector<standin::ControlView>();
 }
 
 standin::ControlView Session::SendButton(standin::Window window) {

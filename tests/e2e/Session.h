@@ -26,6 +26,13 @@ void WriteValue(const std::string& key, const std::string& name, const std::stri
 // Lets the thread's messages and timers run for that long.
 void Pump(DWORD milliseconds);
 
+// The library leaves the process, as it does with a process of the host's own: what it learnt from files and registry
+// is forgotten. False where something still holds it.
+[[nodiscard]] bool UnloadLibrary();
+
+// The folder of the library, with a backslash at its end.
+[[nodiscard]] std::string AddInFolder();
+
 // The OnAction text of every control of the add-in.
 [[nodiscard]] std::string OwnOnAction();
 
@@ -45,6 +52,8 @@ class Session {
     // The controls of a window that carry the add-in's mark, in all bars and popups; with that tag, where one is given.
     [[nodiscard]] std::vector<standin::ControlView> OwnControls(standin::Window window, const std::string& tag = {});
     [[nodiscard]] std::vector<standin::ControlView> Popups(standin::Window window);
+    // The entries of its one popup; none where it has no popup, or more than one.
+    [[nodiscard]] std::vector<standin::ControlView> Entries(standin::Window window);
     // The save-and-send button of an item window, whatever its number.
     [[nodiscard]] standin::ControlView SendButton(standin::Window window);
 

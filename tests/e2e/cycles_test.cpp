@@ -65,3 +65,41 @@ TEST_CASE("a thousand item windows leave no more held than the tenth") {
         CheckNotMore(HeldNow(session), before);
     }
 }
+TEST_CASE("two hundred Explorers, opened and closed with their menus and buttons, leave no more held than the tenth") {
+    constexpr int explorers = 200;
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        const standin::Item ann = session->AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
+        Held before;
+        for (int round = 1; round <= explorers; ++round) {
+            const standin::Window window = session->OpenExplorer();
+            REQUIRE(session.Entries(window).size() == (version < 10 ? 0 : 9));
+            session->SwitchFolder(window, standin::FolderKind::Contacts);
+            session->Select(window, {ann});
+            REQUIRE(session.OwnControls(window, "107").size() == 1);
+            session->CloseWindow(window);
+            if (round == settled) before = HeldNow(session);
+        }
+        CheckNotMore(HeldNow(session), before);
+        CHECK(session.Entries(session.FirstWindow()).size() == 9);
+    }
+}
+TEST_CASE("fifty Explorers open at once have a menu each, and closing them leaves what was held before") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        session->CloseWindow(session->OpenExplorer());
+        const Held before = HeldNow(session);
+        std::vector<standin::Window> windows;
+        for (int number = 0; number < 50; ++number) windows.push_back(session->OpenExplorer());
+        for (const standin::Window window : windows) {
+            CHECK(session.Popups(window).size() == (version < 10 ? 0 : 1));
+            CHECK(session.OwnControls(window, "103").size() == (version < 10 ? 0 : 1));
+        }
+        for (const standin::Window window : windows) session->CloseWindow(window);
+        CheckNotMore(HeldNow(session), before);
+    }
+}

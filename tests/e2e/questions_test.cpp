@@ -6,81 +6,14 @@
 #include <vector>
 
 #include "e2e/Session.h"
+#include "e2e/User.h"
 
 using e2e::Session;
+using e2e::User;
 
 namespace {
 
-std::string TextOf(HWND window) {
-    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-    return text;
-}
-
-std::string ClassOf(HWND window) {
-    char name[64] = "";
-    GetClassNameA(window, name, sizeof name);
-    return name;
-}
-
-// A person who presses one button of every box that comes, with the mouse, or Escape, and remembers what was read.
-class User {
-  public:
-    explicit User(std::string button) : button_(std::move(button)) {
-        user = this;
-        timer_ = SetTimer(nullptr, 0, 20, &User::Look);
-    }
-    ~User() {
-        KillTimer(nullptr, timer_);
-        user = nullptr;
-    }
-    User(const User&) = delete;
-    User& operator=(const User&) = delete;
-
-    std::vector<std::string> read;
-    HWND owner = nullptr;  // of the last box
-    bool ownerWaits = false;
-
-  private:
-    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
-        if (user) EnumThreadWindows(GetCurrentThreadId(), &User::Answer, 0);
-    }
-    static BOOL CALLBACK Answer(HWND box, LPARAM) {
-        if (ClassOf(box) != "#32770" || !IsWindowVisible(box) || box == user->answered_) return TRUE;
-        user->answered_ = box;
-        user->owner = GetWindow(box, GW_OWNER);
-        user->ownerWaits = user->owner && !IsWindowEnabled(user->owner);
-        std::string longest;
-        HWND button = nullptr;
-        for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-            if (!IsWindowVisible(child)) continue;
-            const std::string text = TextOf(child);
-            if (ClassOf(child) == "Static" && text.size() > longest.size()) longest = text;
-            if (ClassOf(child) == "Button" && text == user->button_) button = child;
-        }
-        user->read.push_back(longest);
-        if (user->button_ == "Escape") {
-            PostMessageA(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1);
-        } else {
-            REQUIRE(button);
-            PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-            PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
-        }
-        return FALSE;
-    }
-
-    inline static User* user = nullptr;
-    std::string button_;
-    HWND answered_ = nullptr;
-    UINT_PTR timer_ = 0;
-};
-
-std::string LogFile() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\') + 1) + "addin\\CorvellaAddIn.dbg.xml";
-}
+std::string LogFile() { return e2e::AddInFolder() + "CorvellaAddIn.dbg.xml"; }
 
 std::string ReadLog() {
     std::string text(1 << 20, '\0');
@@ -108,8 +41,7 @@ class Start {
     }
     ~Start() {
         session_.reset();
-        for (int i = 0; i < 3 && GetModuleHandleA("CVOutlookAddIn.dll"); ++i) CoFreeUnusedLibrariesEx(0, 0);
-        CHECK(GetModuleHandleA("CVOutlookAddIn.dll") == nullptr);
+        CHECK(e2e::UnloadLibrary());
         DeleteFileA(LogFile().c_str());
     }
     Start(const Start&) = delete;
@@ -119,10 +51,14 @@ class Start {
     std::vector<std::string> With(const std::string& button) {
         User user(button);
         (*session_)->Start();
-        owner = user.owner;
-        ownerWaited = user.ownerWaits;
         CHECK(e2e::ReadValue(e2e::addInKey, "Active") == "1");
-        return user.read;
+        std::vector<std::string> read;
+        for (const User::Box& box : user.boxes) {
+            read.push_back(box.text);
+            owner = box.owner;
+            ownerWaited = box.ownerWaits;
+        }
+        return read;
     }
     Session& Host() { return *session_; }
 

@@ -1,0 +1,502 @@
+// What each entry and button of an Explorer window does, observed where it arrives: at the started program, in the
+// registry, on the screen.
+#include <doctest.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "e2e/Session.h"
+#include "e2e/User.h"
+#include "support/ImportPatch.h"
+#include "support/Pump.h"
+#include "support/Recorder.h"
+#include "support/TempFolder.h"
+#include "unit/standin_client.h"
+
+using e2e::Session;
+using e2e::User;
+using standin::ClickedControl;
+using standin::ControlView;
+using standin::FolderKind;
+using standin::Window;
+
+namespace {
+
+constexpr const char* productKey = "Software\\Quillmark\\Corvella";
+constexpr std::size_t editor = 0, synchronise = 1, contacts = 2, calendar = 3, newSms = 4, settings = 5, options = 6,
+                      logFile = 7, info = 8;
+constexpr const char* arguments[] = {"", "syncdlg ol", "sync 0 ol", "sync 1 ol", "smsnew", "settings"};
+
+// Corvella's place is taken by a program that records its starts.
+class Corvella {
+  public:
+    Corvella() : recorder_(folder_, "Corvella.exe") {}
+
+    // The session's registry names the folder.
+    void Install() const { e2e::WriteValue(productKey, "Path", folder_.Path()); }
+    // As they are recorded: minimised and active, then the command line.
+    [[nodiscard]] std::string Line(const std::string& argument) const {
+        return "2 \"" + folder_.Path("Corvella.exe") + "\" " + argument;
+    }
+    // The starts since the last question, once there are `count`.
+    [[nodiscard]] std::vector<std::string> Starts(std::size_t count) { return Later(recorder_.Starts(known_ + count)); }
+    // Those within a time in which another one could come.
+    [[nodiscard]] std::vector<std::string> StartsLater() { return Later(recorder_.StartsAfter(400)); }
+
+  private:
+    std::vector<std::string> Later(const std::vector<std::string>& all) {
+        const std::size_t from = std::exchange(known_, all.size());
+        return {all.begin() + static_cast<std::ptrdiff_t>(from), all.end()};
+    }
+
+    TempFolder folder_;
+    Recorder recorder_;
+    std::size_t known_ = 0;
+};
+
+using Lines = std::vector<std::string>;
+
+ControlView Button(Session& session, Window window, const char* tag) {
+    const std::vector<ControlView> found = session.OwnControls(window, tag);
+    REQUIRE(found.size() == 1);
+    return found.front();
+}
+
+ControlView EntryOf(Session& session, Window window, std::size_t number) {
+    const std::vector<ControlView> entries = session.Entries(window);
+    REQUIRE(entries.size() == 9);
+    return entries[number];
+}
+
+// The windows that have a menu: in Outlook 2000 the first one alone.
+std::vector<Window> WindowsWithMenu(Session& session) {
+    std::vector<Window> windows = session->Windows();
+    if (session->Version() < 10) windows.resize(1);
+    return windows;
+}
+
+// A window whose send-to-phone button comes and goes: in Outlook 2000 only later ones have it.
+Window WindowForSending(Session& session) {
+    return session->Version() < 10 ? session->OpenExplorer() : session.FirstWindow();
+}
+
+// The controls of a bar as the host's own object model gives them.
+client::Object ControlsOf(Session& session, int explorer, const char* bar) {
+    const client::Object application(session->Application());
+    const client::Object explorers = client::Get(application, "Explorers").AsObject();
+    const client::Object window = client::Call(explorers, "Item", {explorer}).AsObject();
+    const client::Object bars = client::Get(window, "CommandBars").AsObject();
+    return client::Get(client::Get(bars, "Item", {bar}).AsObject(), "Controls").AsObject();
+}
+
+client::Object EntryObject(Session& session, std::size_t number) {
+    const client::Object controls = ControlsOf(session, 1, "Menu Bar");
+    const int popup = session.Popups(session.FirstWindow()).front().index;
+    const client::Object inside = client::Get(client::Get(controls, "Item", {popup}).AsObject(), "Controls").AsObject();
+    return client::Get(inside, "Item", {static_cast<int>(number) + 1}).AsObject();
+}
+
+const char* const infoText[] = {"Corvella AddIn for Outlook 2000/02(XP)/03/2007 beta 2",
+                                "(c) 2026 the Corvella developers", "Version 2.0.0"};
+
+BOOL CALLBACK AddDialog(HWND window, LPARAM dialogs) {
+    char name[64] = "";
+    GetClassNameA(window, name, sizeof name);
+    if (std::string(name) == "#32770" && IsWindowVisible(window))
+        reinterpret_cast<std::vector<HWND>*>(dialogs)->push_back(window);
+    return TRUE;
+}
+
+std::vector<HWND> ShownDialogs() {
+    std::vector<HWND> dialogs;
+    EnumThreadWindows(GetCurrentThreadId(), &AddDialog, reinterpret_cast<LPARAM>(&dialogs));
+    return dialogs;
+}
+
+// What stands between line ends of any kind.
+Lines LinesOf(const std::string& text) {
+    Lines lines;
+    std::string line;
+    for (const char letter : text + "\n") {
+        if (letter != '\r' && letter != '\n') {
+            line += letter;
+        } else if (!line.empty()) {
+            lines.push_back(std::exchange(line, {}));
+        }
+    }
+    return lines;
+}
+
+// --- what the library asks of Windows, noted where it goes out
+
+UINT timersArmed = 0;
+UINT lastInterval = 0;
+UINT_PTR WINAPI NoteTimer(HWND window, UINT_PTR id, UINT interval, TIMERPROC procedure) {
+    ++timersArmed;
+    lastInterval = interval;
+    return SetTimer(window, id, interval, procedure);
+}
+
+std::vector<std::string> shownByWindows;
+int WINAPI NoteBox(HWND, LPCSTR text, LPCSTR, UINT) {
+    shownByWindows.emplace_back(text);
+    return IDOK;
+}
+
+std::vector<std::string> keysSent;
+void WINAPI NoteKey(BYTE key, BYTE, DWORD flags, ULONG_PTR) {
+    const char* name = key == VK_CONTROL ? "Ctrl" : key == VK_END ? "End" : "?";
+    keysSent.push_back(std::string(name) + ((flags & KEYEVENTF_KEYUP) != 0 ? " up" : " down"));
+}
+
+// Replaces one import of the library, which is in the process already.
+class Noted {
+  public:
+    Noted(const char* name, void* instead) {
+        const ImportPatch::Import import[] = {{"USER32.dll", name, instead}};
+        REQUIRE(patch_.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), import) == 1);
+    }
+
+  private:
+    ImportPatch patch_;
+};
+
+// The library's own folder holds a log of Corvella's, or none.
+class LogFile {
+  public:
+    explicit LogFile(bool exists) {
+        if (!exists) return;
+        std::FILE* file = std::fopen(Path().c_str(), "wb");
+        REQUIRE(file);
+        for (int line = 0; line < 500; ++line) std::fputs("a line of the log\r\n", file);
+        std::fclose(file);
+    }
+    ~LogFile() { DeleteFileA(Path().c_str()); }
+    LogFile(const LogFile&) = delete;
+    LogFile& operator=(const LogFile&) = delete;
+    static std::string Path() { return e2e::AddInFolder() + "Corvella.log"; }
+};
+
+// Programs in this folder are found before those of Windows.
+class CurrentFolder {
+  public:
+    explicit CurrentFolder(const TempFolder& folder) {
+        GetCurrentDirectoryA(sizeof former_, former_);
+        SetCurrentDirectoryA(folder.Path().c_str());
+    }
+    ~CurrentFolder() { SetCurrentDirectoryA(former_); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+  private:
+    char former_[MAX_PATH] = "";
+};
+
+}  // namespace
+
+TEST_CASE("a click on any entry or button starts Corvella once, with its own argument, whichever window it is in") {
+    for (const ClickedControl clicked : {ClickedControl::AnotherObject, ClickedControl::AdvisedObject}) {
+        for (const int version : e2e::allVersions) {
+            CAPTURE(version);
+            CAPTURE(static_cast<int>(clicked));
+            Corvella corvella;
+            Session session({.version = version, .clicked = clicked});
+            corvella.Install();
+            session->Start();
+            session->OpenExplorer();
+            for (const Window window : WindowsWithMenu(session)) {
+                for (std::size_t number = 0; number < std::size(arguments); ++number) {
+                    CHECK(session->Click(EntryOf(session, window, number)).sinks > 0);
+                    CHECK(corvella.Starts(1) == Lines{corvella.Line(arguments[number])});
+                }
+                CHECK(session->Click(Button(session, window, "103")).sinks > 0);
+                CHECK(corvella.Starts(1) == Lines{corvella.Line("syncdlg ol")});
+            }
+            CHECK(corvella.StartsLater().empty());
+        }
+    }
+}
+TEST_CASE("NoDlg of 1 synchronises at once; 0, no number and no value show Corvella's dialog first") {
+    const std::pair<const char*, const char*> values[] = {
+        {"1", "sync ol"}, {"2", "sync ol"}, {"0", "syncdlg ol"}, {"no", "syncdlg ol"}, {nullptr, "syncdlg ol"}};
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Corvella corvella;
+        Session session({.version = version});
+        corvella.Install();
+        session->Start();
+        const Window window = session.FirstWindow();
+        for (const auto& [value, argument] : values) {
+            CAPTURE(argument);
+            if (value) {
+                e2e::WriteValue(e2e::outlookKey, "NoDlg", value);
+            } else {
+                HKEY key = nullptr;
+                RegOpenKeyA(HKEY_CURRENT_USER, e2e::outlookKey, &key);
+                RegDeleteValueA(key, "NoDlg");
+                RegCloseKey(key);
+            }
+            session->Click(EntryOf(session, window, synchronise));
+            CHECK(corvella.Starts(1) == Lines{corvella.Line(argument)});
+            session->Click(Button(session, window, "103"));
+            CHECK(corvella.Starts(1) == Lines{corvella.Line(argument)});
+        }
+    }
+}
+TEST_CASE("three selected contacts are three entry ids in the list, one armed timer and one start") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Corvella corvella;
+        Session session({.version = version});
+        corvella.Install();
+        session->Start();
+        const Window window = WindowForSending(session);
+        std::vector<standin::Item> items;
+        std::string expected;
+        for (const char* name : {"Ann", "Bob", "Cec"}) {
+            items.push_back(session->AddItem(FolderKind::Contacts, {{"FullName", name}}));
+            expected += ";" + session->EntryId(items.back());
+        }
+        session->SwitchFolder(window, FolderKind::Contacts);
+        session->Select(window, items);
+        {
+            const Noted noted("SetTimer", reinterpret_cast<void*>(&NoteTimer));
+            timersArmed = 0;
+            session->Click(Button(session, window, "107"));
+            CHECK(timersArmed == 1);
+            CHECK(lastInterval == 300);
+        }
+        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") == expected);
+        Lines starts = corvella.Starts(1);
+        for (const std::string& more : corvella.StartsLater()) starts.push_back(more);
+        REQUIRE(starts.size() == 1);
+        CHECK(starts.front().ends_with("\\Corvella.exe\" update"));
+    }
+}
+TEST_CASE("a click on send-to-phone with nothing selected lists nothing and starts nothing") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Corvella corvella;
+        Session session({.version = version});
+        corvella.Install();
+        session->Start();
+        const Window window = WindowForSending(session);
+        session->SwitchFolder(window, FolderKind::Contacts);
+        session->Click(Button(session, window, "107"));
+        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").empty());
+        CHECK(corvella.StartsLater().empty());
+    }
+}
+TEST_CASE("an entry whose mark is not the add-in's does nothing when it is clicked, and works with it again") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        const LogFile log(true);
+        TempFolder folder;
+        const Recorder notepad(folder, "notepad.exe");
+        const CurrentFolder current(folder);
+        Corvella corvella;
+        Session session({.version = version});
+        corvella.Install();
+        session->Start();
+        User user("Escape");  // should a window come after all
+        for (const std::size_t number :
+             {editor, synchronise, contacts, calendar, newSms, settings, options, logFile, info}) {
+            CAPTURE(number);
+            const client::Object entry = EntryObject(session, number);
+            for (const char* mark : {"", "<!Other.AddIn>", "!<CVOutlookAddIn.Connect>", "<!cvoutlookaddin.connect>"}) {
+                REQUIRE_FALSE(client::Put(entry, "OnAction", mark).Failed());
+                CHECK(session->Click(EntryOf(session, session.FirstWindow(), number)).sinks > 0);
+            }
+        }
+        CHECK(user.boxes.empty());
+        CHECK(corvella.StartsLater().empty());
+        CHECK(notepad.StartsAfter(0).empty());
+        REQUIRE_FALSE(client::Put(EntryObject(session, contacts), "OnAction", e2e::OwnOnAction()).Failed());
+        session->Click(EntryOf(session, session.FirstWindow(), contacts));
+        CHECK(corvella.Starts(1) == Lines{corvella.Line("sync 0 ol")});
+    }
+}
+TEST_CASE("a toolbar button whose mark is not the add-in's does nothing when it is clicked") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Corvella corvella;
+        Session session({.version = version});
+        corvella.Install();
+        session->Start();
+        const Window window = WindowForSending(session);
+        const standin::Item ann = session->AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
+        session->SwitchFolder(window, FolderKind::Contacts);
+        session->Select(window, {ann});
+        const ControlView send = Button(session, window, "107");
+        const ControlView sync = Button(session, session.FirstWindow(), "103");
+        const int place = version < 10 ? 2 : 1;  // of the window among the Explorers
+        const auto mark = [&](int explorer, const ControlView& button) {
+            const client::Object control =
+                client::Get(ControlsOf(session, explorer, "Standard"), "Item", {button.index}).AsObject();
+            REQUIRE_FALSE(client::Put(control, "OnAction", "<!Other.AddIn>").Failed());
+        };
+        mark(place, send);
+        mark(1, sync);
+        CHECK(session->Click(send).sinks > 0);
+        CHECK(session->Click(sync).sinks > 0);
+        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").empty());
+        CHECK(corvella.StartsLater().empty());
+    }
+}
+TEST_CASE("a button of another add-in with the same tag and mark runs nothing of ours") {
+    Corvella corvella;
+    Session session({.version = 11});
+    corvella.Install();
+    session->Start();
+    const ControlView stranger =
+        session->AddCustomButton(session.FirstWindow(), "Standard", "Theirs", "103", e2e::OwnOnAction());
+    CHECK(session->Click(stranger).sinks == 1);
+    CHECK(corvella.StartsLater().empty());
+}
+TEST_CASE("the info box has three lines: the product, the maker's notice, and the version") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        User user("OK");
+        session->Click(EntryOf(session, session.FirstWindow(), info));
+        REQUIRE(user.boxes.size() == 1);
+        const User::Box& box = user.boxes.front();
+        CHECK(box.ofWindows == (version < 10));  // else the add-in's own question box
+        CHECK(box.buttons == Lines{"OK"});
+        CHECK(LinesOf(box.text) == Lines(std::begin(infoText), std::end(infoText)));
+    }
+}
+TEST_CASE("with two windows open the info box and the options dialog come once for each click") {
+    for (const ClickedControl clicked : {ClickedControl::AnotherObject, ClickedControl::AdvisedObject}) {
+        for (const int version : e2e::allVersions) {
+            CAPTURE(version);
+            CAPTURE(static_cast<int>(clicked));
+            Session session({.version = version, .clicked = clicked});
+            session->Start();
+            session->OpenExplorer();
+            for (const Window window : WindowsWithMenu(session)) {
+                for (const auto& [entry, button] : {std::pair(info, "OK"), std::pair(options, "Cancel")}) {
+                    User user(button);
+                    session->Click(EntryOf(session, window, entry));
+                    e2e::Pump(60);
+                    CHECK(user.boxes.size() == 1);
+                }
+            }
+        }
+    }
+}
+TEST_CASE("of two windows with a send-to-phone button the one that is clicked hands over its own selection") {
+    for (const ClickedControl clicked : {ClickedControl::AnotherObject, ClickedControl::AdvisedObject}) {
+        for (const int version : e2e::allVersions) {
+            CAPTURE(version);
+            CAPTURE(static_cast<int>(clicked));
+            Session session({.version = version, .clicked = clicked});
+            session->Start();
+            const standin::Item ann = session->AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
+            const standin::Item bob = session->AddItem(FolderKind::Contacts, {{"FullName", "Bob"}});
+            const Window first = WindowForSending(session);
+            const Window second = session->OpenExplorer();
+            for (const auto& [window, item] : {std::pair(first, ann), std::pair(second, bob)}) {
+                session->SwitchFolder(window, FolderKind::Contacts);
+                session->Select(window, {item});
+            }
+            CHECK(session->Click(Button(session, first, "107")).sinks == 2);
+            CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") == ";" + session->EntryId(ann));
+            CHECK(session->Click(Button(session, second, "107")).sinks == 2);
+            CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") ==
+                  ";" + session->EntryId(ann) + ";" + session->EntryId(bob));
+        }
+    }
+}
+TEST_CASE("the lines of the info box are separated by one carriage return each") {
+    Session session({.version = 9});
+    session->Start();
+    const Noted noted("MessageBoxA", reinterpret_cast<void*>(&NoteBox));
+    shownByWindows.clear();
+    session->Click(EntryOf(session, session.FirstWindow(), info));
+    const std::string text = std::string(infoText[0]) + "\r" + infoText[1] + "\r" + infoText[2];
+    CHECK(shownByWindows == Lines{text});
+}
+TEST_CASE("the options entry opens one dialog in front of all windows, and a second click the same one") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Session session({.version = version});
+        session->Start();
+        User user("Cancel");
+        user.beforeAnswer = [&](const User::Box& box) {
+            // Another click while it is open comes back at once, and no second dialog is there.
+            session->Click(EntryOf(session, session.FirstWindow(), options));
+            CHECK(ShownDialogs() == std::vector<HWND>{box.window});
+        };
+        for (int round = 0; round < 2; ++round) session->Click(EntryOf(session, session.FirstWindow(), options));
+        REQUIRE(user.boxes.size() == 2);
+        for (const User::Box& box : user.boxes) {
+            CHECK(box.title == "Corvella Add-In Options");
+            CHECK(box.topmost);
+        }
+    }
+}
+TEST_CASE("the log file entry opens Corvella's log in Notepad") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        const LogFile log(true);
+        TempFolder folder;
+        const Recorder notepad(folder, "notepad.exe");
+        const CurrentFolder current(folder);
+        Session session({.version = version});
+        session->Start();
+        session->OpenExplorer();  // whose entries hear the click too
+        session->Click(EntryOf(session, session.FirstWindow(), logFile));
+        CHECK(notepad.Starts(1) == Lines{"1 notepad " + LogFile::Path()});
+        CHECK(notepad.StartsAfter(200).size() == 1);
+    }
+}
+TEST_CASE("without a log file its entry starts nothing") {
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        const LogFile log(false);
+        TempFolder folder;
+        const Recorder notepad(folder, "notepad.exe");
+        const CurrentFolder current(folder);
+        Session session({.version = version});
+        session->Start();
+        User user("Escape");
+        session->Click(EntryOf(session, session.FirstWindow(), logFile));
+        CHECK(notepad.StartsAfter(300).empty());
+        CHECK(user.boxes.empty());
+    }
+}
+TEST_CASE("a program that is not in front gets no keys, and neither does the host") {
+    const LogFile log(true);
+    TempFolder folder;
+    const Recorder notepad(folder, "notepad.exe");  // which shows no window
+    const CurrentFolder current(folder);
+    Session session({.version = 11});
+    session->Start();
+    const Noted noted("keybd_event", reinterpret_cast<void*>(&NoteKey));
+    keysSent.clear();
+    session->Click(EntryOf(session, session.FirstWindow(), logFile));
+    CHECK(keysSent.empty());
+}
+TEST_CASE("Notepad shows the end of the log") {
+    const LogFile log(true);
+    Session session({.version = 11});
+    session->Start();
+    session->Click(EntryOf(session, session.FirstWindow(), logFile));
+    HWND window = nullptr;
+    REQUIRE(PumpUntil(5000, [&] { return (window = FindWindowA("Notepad", nullptr)) != nullptr; }));
+    const HWND text = FindWindowExA(window, nullptr, nullptr, nullptr);
+    const LRESULT length = SendMessageA(text, WM_GETTEXTLENGTH, 0, 0);
+    CHECK(length > 500);
+    const bool atEnd = PumpUntil(5000, [&] {
+        const LRESULT selection = SendMessageA(text, EM_GETSEL, 0, 0);
+        return LOWORD(selection) == length && HIWORD(selection) == length;
+    });
+    CHECK(atEnd);
+    PostMessageA(window, WM_CLOSE, 0, 0);
+    CHECK(PumpUntil(5000, [&] { return !IsWindow(window); }));
+}
