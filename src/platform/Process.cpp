@@ -51,11 +51,12 @@ bool StartProcessForInput(const std::string& commandLine, Show show) {
     const Started started = Start(commandLine, show);
     if (!started.process) return false;
     bool ready = WaitForInputIdle(started.process, longest) == 0;
+    // Ready comes a moment before the window does; a program that has ended brings none.
+    for (DWORD waited = 0; ready && !IsInFront(started.id) && waited < longest; waited += 50) {
+        ready = WaitForSingleObject(started.process, 50) == WAIT_TIMEOUT;
+    }
     CloseHandle(started.process);
-    // Ready comes a moment before the window does.
-    for (DWORD waited = 0; ready && !IsInFront(started.id) && waited < longest; waited += 50) Sleep(50);
-    ready = ready && IsInFront(started.id);
-    return ready;
+    return ready && IsInFront(started.id);
 }
 
 bool StartDocument(const std::string& file, const std::string& arguments, Show show) {
