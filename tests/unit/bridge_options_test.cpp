@@ -17,6 +17,7 @@
 #include "support/FormDriver.h"
 #include "support/PrivateRegistry.h"
 #include "support/Recorder.h"
+#include "support/ScreenReader.h"
 #include "support/TempFolder.h"
 
 using platform::Control;
@@ -286,6 +287,15 @@ TEST_CASE_FIXTURE(Fixture, "every field is reached by the access key of its labe
          AccessKey('p'), [] { CHECK(Focus() == "ComboProfiles"); }, AccessKey('i'),
          [] { CHECK(The("OptionSync").Value()); }, AccessKey('d'), [] { CHECK(The("OptionDlg").Value()); },
          Press(VK_ESCAPE)});
+}
+TEST_CASE_FIXTURE(Fixture, "a screen reader names every field by its label") {
+    std::string delay, remain;
+    Look([&] {
+        delay = NameAsRead(At("TextDelay"));
+        remain = NameAsRead(At("TextRemain"));
+    });
+    CHECK(delay == "Start Corvella after:");
+    CHECK(remain == "Keep Corvella open for:");
 }
 TEST_CASE_FIXTURE(Fixture, "typing replaces what a field holds when it has got the focus") {
     Put("Delay", "5");

@@ -1,6 +1,7 @@
 #include <doctest.h>
 #include <windows.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "support/BoxAnswerer.h"
 #include "support/FormDriver.h"
 #include "support/Prompt.h"
+#include "support/ScreenReader.h"
 #include "support/WholeForm.h"
 #include "support/WindowsMiscMetrics.h"
 
@@ -752,6 +754,36 @@ TEST_CASE("an input is masked with bit 23 alone") {
         } else {
             CHECK(sign == 0);
         }
+    }
+}
+TEST_CASE("a screen reader names every control that Tab comes to, an input by the question") {
+    const House house;
+    std::map<std::string, std::string> names;
+    const FormDriver::Step listen = [&names] {
+        for (const platform::Control& control : Shown()->Controls()) {
+            const HWND window = Shown()->Window(control);
+            const bool tabComesTo = window && (GetWindowLongA(window, GWL_STYLE) & WS_TABSTOP) != 0;
+            if (tabComesTo && IsWindowVisible(window)) names[std::string(control.Name())] = NameAsRead(window);
+        }
+    };
+    Question input;
+    input.id = -2;
+    input.buttons = 1;
+    input.prompt = "How long?";
+    input.defaultText = "five";
+    input.Ask({listen, pressEscape});
+    CHECK(names == std::map<std::string, std::string>{
+                       {"ButtonCancel", "Cancel"}, {"ButtonOKYes", "OK"}, {"TextInput", "How long?"}});
+
+    names.clear();
+    Question question;
+    question.id = 0x10000010;
+    question.buttons = 3;
+    question.Ask({listen, pressEscape});
+    CHECK(names.size() >= 4);  // three buttons and Check1
+    for (const auto& [control, name] : names) {
+        CAPTURE(control);
+        CHECK_FALSE(name.empty());
     }
 }
 TEST_CASE("in message modes the inputs stay hidden") {
