@@ -123,6 +123,11 @@ def check_report(version, report, expect):
 
 def work(prefix, version, program, library, folder, expect):
     expect("the add-in registers itself", prefix.regsvr32(library) == 0)
+    # The script host registers things of its own when it first runs.
+    with tempfile.NamedTemporaryFile("w", suffix=".vbs") as script:
+        script.write("Set shell = CreateObject(\"WScript.Shell\")\nSet pattern = New RegExp\n")
+        script.flush()
+        expect("the script host runs", prefix.run(SYSTEM32 + "cscript.exe", "//nologo", windows_path(script.name)) == 0)
     before = prefix.registry()
     expect("the stand-in registers its class", prefix.run(program, "/regserver") == 0)
     expect("under its own name", prefix.run("reg", "query", "HKCR\\" + PROG_ID) == 0)
@@ -135,7 +140,9 @@ def work(prefix, version, program, library, folder, expect):
     expect("Corvella has ended", wait_until(lambda: not programs_in(folder)))
     expect("the stand-in unregisters its class", prefix.run(program, "/unregserver") == 0)
     left = prefix.registry()
-    expect('"Active" is gone', not any(line.startswith('"Active"') for lines in left.values() for line in lines))
+    own = [line for key, lines in left.items() if key.startswith("HKEY_CURRENT_USER" + PRODUCT) for line in lines]
+    expect("the add-in's values are where this looks for them", any(line.startswith('"Path"') for line in own))
+    expect('"Active" is gone', not any(line.startswith('"Active"') for line in own))
     changed = {key for key in {**added(before, left), **added(left, before)} if PRODUCT not in key}
     expect(f"nothing stays registered: {sorted(changed)}", not changed)
 
