@@ -8,7 +8,8 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 SYSTEM32 = "C:\\windows\\syswow64\\"  # of 32-bit programs
 BRANCHES = {"user.reg": "HKEY_CURRENT_USER", "system.reg": "HKEY_LOCAL_MACHINE"}
-OF_WINE = "\\Software\\Wine"
+# What Wine itself keeps, and what other tests may just have had in the registry that is copied.
+OF_OTHERS = ("\\Software\\Wine", "\\Software\\Corvella Tests")
 
 
 def windows_path(path):
@@ -78,8 +79,8 @@ class Prefix:
         return self.run(SYSTEM32 + "regsvr32.exe", *options, "/s", windows_path(library))
 
     def registry(self):
-        """{key: its lines of values} of the Software branches as Wine stores them, but for what Wine itself keeps
-        there. Every program of this prefix is ended for it."""
+        """{key: its lines of values} of the Software branches as Wine stores them, but for what is of others.
+        Every program of this prefix is ended for it."""
         for option in ("-k", "-w"):
             subprocess.run(["wineserver", option], env=self.environment, stdout=subprocess.DEVNULL,
                            stderr=subprocess.DEVNULL)
@@ -92,7 +93,8 @@ class Prefix:
                     lines = keys.setdefault(f"{branch}\\{key}", [])
                 elif line and not line.startswith("#"):
                     lines.append(line)
-        return {key: lines for key, lines in keys.items() if "\\Software\\" in key and OF_WINE not in key}
+        return {key: lines for key, lines in keys.items()
+                if "\\Software\\" in key and not any(other in key for other in OF_OTHERS)}
 
 
 def lines_of(output):
