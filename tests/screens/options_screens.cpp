@@ -3,13 +3,12 @@
 #include <doctest.h>
 #include <windows.h>
 
-#include <cstdlib>
-#include <sstream>
 #include <string>
 
 #include "bridge/FormOlAddInOptions.h"
 #include "bridge/OlVersion.h"
 #include "config/InifileCV.h"
+#include "screens/Surroundings.h"
 #include "support/AddInHouse.h"
 #include "support/FormDriver.h"
 #include "support/WholeForm.h"
@@ -17,11 +16,6 @@
 #include "support/Windows2000Colors.h"
 
 namespace {
-
-std::string Setting(const char* name, const char* otherwise) {
-    const char* const value = std::getenv(name);
-    return value ? value : otherwise;
-}
 
 void PutExamples(const AddInHouse& house) {
     const char* const key = "Software\\Quillmark\\Corvella\\Outlook";
@@ -49,18 +43,12 @@ void ShowAndSave(const std::string& file) {
 }  // namespace
 
 TEST_CASE("pictures of the options dialog") {
-    if (const auto aware = GetProcAddress(GetModuleHandleA("user32.dll"), "SetProcessDPIAware")) {
-        reinterpret_cast<BOOL(WINAPI*)()>(aware)();
-    }
+    const std::string dots = DotsAnInch();
     const Windows2000Colors theirs;
-    const HDC screen = GetDC(nullptr);
-    const std::string dots = std::to_string(GetDeviceCaps(screen, LOGPIXELSY));
-    ReleaseDC(nullptr, screen);
     OlVersion = 11;
-    std::istringstream languages(Setting("CV_LANGUAGES", "English"));
-    for (std::string language; languages >> language;) {
+    for (const std::string& language : Languages()) {
         const AddInHouse house(language);
         PutExamples(house);
-        ShowAndSave(Setting("CV_PICTURES", ".") + "/options-" + language + "-" + dots + ".bmp");
+        ShowAndSave(PictureFile("options", language, dots));
     }
 }

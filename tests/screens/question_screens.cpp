@@ -3,13 +3,12 @@
 #include <doctest.h>
 #include <windows.h>
 
-#include <cstdlib>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "platform/Text.h"
 #include "question/QuestionBox.h"
+#include "screens/Surroundings.h"
 #include "support/AddInHouse.h"
 #include "support/FormDriver.h"
 #include "support/WholeForm.h"
@@ -17,11 +16,6 @@
 #include "support/Windows2000Colors.h"
 
 namespace {
-
-std::string Setting(const char* name, const char* otherwise) {
-    const char* const value = std::getenv(name);
-    return value ? value : otherwise;
-}
 
 // What the boxes say, in the code page of the language.
 struct Texts {
@@ -114,20 +108,13 @@ void ShowAndSave(const Box& box, const std::string& file) {
 }  // namespace
 
 TEST_CASE("pictures of the question box") {
-    if (const auto aware = GetProcAddress(GetModuleHandleA("user32.dll"), "SetProcessDPIAware")) {
-        reinterpret_cast<BOOL(WINAPI*)()>(aware)();
-    }
+    const std::string dots = DotsAnInch();
     const Windows2000Colors theirs;
-    const HDC screen = GetDC(nullptr);
-    const std::string dots = std::to_string(GetDeviceCaps(screen, LOGPIXELSY));
-    ReleaseDC(nullptr, screen);
-    std::istringstream languages(Setting("CV_LANGUAGES", "English"));
-    for (std::string language; languages >> language;) {
+    for (const std::string& language : Languages()) {
         const AddInHouse house(language);
         for (const Box& box : BoxesIn(language)) {
             QuestionBox::memory = {};
-            ShowAndSave(box,
-                        Setting("CV_PICTURES", ".") + "/question-" + box.name + "-" + language + "-" + dots + ".bmp");
+            ShowAndSave(box, PictureFile(std::string("question-") + box.name, language, dots));
         }
     }
 }
