@@ -44,8 +44,8 @@ Dispatch BarFor(const Dispatch& owner, std::int32_t number) {
 }
 
 void DeleteStaleCopies(const Dispatch& controls, const std::string& tag, const std::string& onAction) {
-    for (std::int32_t place = controls.Long(Members::Controls::Count); place >= 1;
-         --place) {  // backwards: deleting moves the rest
+    // Backwards: deleting moves the rest.
+    for (std::int32_t place = controls.Long(Members::Controls::Count); place >= 1; --place) {
         const Dispatch control = controls.Object(Members::Controls::Item, place);
         if (!control || control.Flag(Members::Control::BuiltIn)) continue;
         if (control.Text(Members::Control::Tag) == tag && control.Text(Members::Control::OnAction) == onAction)
@@ -111,10 +111,10 @@ Dispatch OlButtons::AddCommandBarButton(const Dispatch& owner, std::int32_t numb
     return button;
 }
 
-Dispatch OlButtons::AddMenuItem(const Dispatch& popup, std::string_view, std::string_view progId,
+Dispatch OlButtons::AddMenuItem(const Dispatch& controls, std::string_view, std::string_view progId,
                                 std::string_view caption, std::int16_t faceId, std::string_view parameter,
                                 std::int32_t pictureNumber, bool beginGroup) {
-    Dispatch entry = popup.Object(Members::Controls::Add, Missing, Missing, Missing, Missing, true);
+    Dispatch entry = controls.Object(Members::Controls::Add, Missing, Missing, Missing, Missing, true);
     entry.Put(Members::Control::Parameter, parameter);
     entry.Put(Members::Control::Caption, caption);
     entry.Put(Members::Control::OLEUsage, bothOleUsages);

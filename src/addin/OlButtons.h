@@ -22,9 +22,9 @@ namespace OlButtons {
                                                      std::string_view parameter, bool defaultSeparator,
                                                      std::int32_t defaultStyle, std::int32_t defaultPosition);
 
-// A new temporary entry at the end of a popup, whose Controls are given: they are read once for all entries. `key` has
+// A new temporary entry at the end of the controls of a popup, which are read once for all entries. `key` has
 // no effect; `faceId` below 0 and `pictureNumber` 0 mean none.
-[[nodiscard]] platform::Dispatch AddMenuItem(const platform::Dispatch& popup, std::string_view key,
+[[nodiscard]] platform::Dispatch AddMenuItem(const platform::Dispatch& controls, std::string_view key,
                                              std::string_view progId, std::string_view caption, std::int16_t faceId,
                                              std::string_view parameter, std::int32_t pictureNumber, bool beginGroup);
 
