@@ -4,6 +4,6 @@
 function(cv_addin_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} SHARED ${arg_SOURCES}
-        ${PROJECT_SOURCE_DIR}/src/platform/Runtime.cpp ${PROJECT_SOURCE_DIR}/src/platform/Exports.def)
+        ${PROJECT_SOURCE_DIR}/src/platform/com/Runtime.cpp ${PROJECT_SOURCE_DIR}/src/platform/com/Exports.def)
     target_link_libraries(${name} PRIVATE ${arg_LINK} platform_server cv_addin_resources cv_warnings)
 endfunction()

@@ -1,10 +1,10 @@
 #include "addin/Connect.h"
 
+#include "addin/DebugSetup.h"
 #include "addin/Members.h"
 #include "addin/Names.h"
-#include "bridge/RegEdit.h"
 #include "support/Debug.h"
-#include "support/DebugSetup.h"
+#include "support/RegEdit.h"
 
 using Debug::WriteDebug;
 using platform::Dispatch;

@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "addin/cOutlookAddIn.h"
-#include "platform/ComServer.h"
+#include "platform/com/ComServer.h"
 
 class Connect final : public platform::AddinInstance {
   public:

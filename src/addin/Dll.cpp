@@ -2,15 +2,15 @@
 #include <memory>
 
 #include "addin/Connect.h"
+#include "addin/DebugSetup.h"
 #include "addin/Names.h"
 #include "config/InifileCV.h"
+#include "config/Paths.h"
 #include "language/Language.h"
-#include "platform/ComServer.h"
+#include "platform/com/ComServer.h"
 #include "question/QuestionBox.h"
-#include "support/DebugSetup.h"
-#include "support/Paths.h"
-#include "support/WindowsMiscHelp.h"
-#include "support/WindowsMiscLaunch.h"
+#include "shell/WindowsMiscHelp.h"
+#include "shell/WindowsMiscLaunch.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include <functional>
 #include <memory>
 
-#include "platform/Dispatch.h"
-#include "platform/Sink.h"
+#include "platform/com/Dispatch.h"
+#include "platform/com/Sink.h"
 
 class EventButton {
   public:

@@ -6,8 +6,8 @@
 #include <memory>
 #include <utility>
 
-#include "platform/Dispatch.h"
-#include "platform/Sink.h"
+#include "platform/com/Dispatch.h"
+#include "platform/com/Sink.h"
 
 class EventSource {
   public:

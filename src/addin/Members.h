@@ -1,7 +1,7 @@
 // addin/Members.h: what this add-in calls of Outlook and Office, by name and by the id that all versions from 2000 on
 // have. The same name may have another id in another kind of object, so there is a list a kind.
 #pragma once
-#include "platform/Dispatch.h"
+#include "platform/com/Dispatch.h"
 
 namespace Members {
 

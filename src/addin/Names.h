@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Sink.h"
+#include "platform/com/Sink.h"
 
 namespace Names {
 

@@ -5,9 +5,9 @@
 #include "addin/Members.h"
 #include "addin/Names.h"
 #include "bridge/OlVersion.h"
-#include "bridge/RegEdit.h"
 #include "platform/Err.h"
 #include "platform/Text.h"
+#include "support/RegEdit.h"
 
 using platform::Dispatch;
 using platform::Missing;

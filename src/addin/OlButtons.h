@@ -10,8 +10,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/Dispatch.h"
-#include "platform/Picture.h"
+#include "platform/com/Dispatch.h"
+#include "platform/com/Picture.h"
 
 namespace OlButtons {
 

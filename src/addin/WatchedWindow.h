@@ -11,7 +11,7 @@
 #include <memory>
 
 #include "addin/EventSource.h"
-#include "platform/Dispatch.h"
+#include "platform/com/Dispatch.h"
 
 class cOlExplorer;
 class cOlItem;

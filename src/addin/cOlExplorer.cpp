@@ -7,11 +7,11 @@
 #include "addin/OlButtons.h"
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/OlVersion.h"
-#include "bridge/RegEdit.h"
 #include "config/IniFile.h"
 #include "language/Language.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
+#include "support/RegEdit.h"
 
 using platform::Dispatch;
 using platform::Missing;

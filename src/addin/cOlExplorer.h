@@ -12,7 +12,7 @@
 
 #include "addin/EventButton.h"
 #include "addin/EventSource.h"
-#include "platform/Dispatch.h"
+#include "platform/com/Dispatch.h"
 
 class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
   public:

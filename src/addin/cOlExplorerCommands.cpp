@@ -6,14 +6,14 @@
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/FormOlAddInOptions.h"
 #include "bridge/OlVersion.h"
-#include "bridge/RegEdit.h"
-#include "platform/Keyboard.h"
 #include "platform/MessageBox.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
+#include "platform/forms/Keyboard.h"
 #include "support/Debug.h"
 #include "support/Files.h"
 #include "support/Prompt.h"
+#include "support/RegEdit.h"
 
 using platform::Dispatch;
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "addin/EventButton.h"
-#include "platform/Dispatch.h"
+#include "platform/com/Dispatch.h"
 
 class cOlItem : public std::enable_shared_from_this<cOlItem> {
   public:

@@ -7,11 +7,11 @@
 #include "addin/Names.h"
 #include "addin/Slots.h"
 #include "bridge/OlVersion.h"
-#include "bridge/RegEdit.h"
 #include "platform/Err.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/Files.h"
+#include "support/RegEdit.h"
 
 using platform::Dispatch;
 

@@ -14,7 +14,7 @@
 #include "addin/WatchedWindow.h"
 #include "addin/cOlExplorer.h"
 #include "addin/cOlItem.h"
-#include "platform/Dispatch.h"
+#include "platform/com/Dispatch.h"
 
 class cOutlookAddIn final : public WindowListener, public std::enable_shared_from_this<cOutlookAddIn> {
   public:

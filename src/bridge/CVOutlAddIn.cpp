@@ -5,7 +5,6 @@
 #include "bridge/ChangedItems.h"
 #include "bridge/FormOlAddInTimer.h"
 #include "bridge/MainAppCommand.h"
-#include "bridge/RegEdit.h"
 #include "language/Language.h"
 #include "platform/Err.h"
 #include "platform/MessageBox.h"
@@ -14,6 +13,7 @@
 #include "support/Debug.h"
 #include "support/Files.h"
 #include "support/Prompt.h"
+#include "support/RegEdit.h"
 
 using platform::Root;
 

@@ -8,14 +8,14 @@
 #include "bridge/OlVersion.h"
 #include "bridge/OptionsLayout.h"
 #include "bridge/Profiles.h"
-#include "bridge/RegEdit.h"
 #include "language/Language.h"
 #include "language/LanguageForms.h"
 #include "platform/Desktop.h"
-#include "platform/Picture.h"
 #include "platform/Text.h"
+#include "platform/com/Picture.h"
+#include "shell/WindowsMiscHelp.h"
 #include "support/Debug.h"
-#include "support/WindowsMiscHelp.h"
+#include "support/RegEdit.h"
 
 using platform::Control;
 using platform::ControlKind;

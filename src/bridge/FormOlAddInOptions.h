@@ -9,7 +9,7 @@
 // Effects the registry; the help. Modal: pumps messages until it is closed, since the host's own message loop would not
 //         let Tab, Enter, Escape and F1 reach a dialog of ours.
 #pragma once
-#include "platform/Form.h"
+#include "platform/forms/Form.h"
 
 class FormOlAddInOptions : public platform::Form {
   public:

@@ -5,9 +5,9 @@
 
 #include "bridge/ChangedItems.h"
 #include "bridge/MainAppCommand.h"
-#include "bridge/RegEdit.h"
 #include "platform/Err.h"
 #include "platform/Process.h"
+#include "support/RegEdit.h"
 
 using platform::Root;
 

@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/Control.h"
+#include "platform/forms/Control.h"
 
 namespace OptionsLayout {
 

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "bridge/RegEdit.h"
 #include "config/IniCache.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
+#include "support/RegEdit.h"
 
 using IniText::Comparison;
 using RegEdit::Root;

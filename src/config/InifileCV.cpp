@@ -2,15 +2,15 @@
 
 #include <utility>
 
-#include "bridge/RegEdit.h"
 #include "config/IniFile.h"
+#include "config/Paths.h"
 #include "platform/Err.h"
 #include "platform/File.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/Files.h"
-#include "support/Paths.h"
 #include "support/Prompt.h"
+#include "support/RegEdit.h"
 
 using Debug::WriteDebug;
 using Files::FileExists;

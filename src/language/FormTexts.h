@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/FormView.h"
+#include "platform/forms/FormView.h"
 
 namespace FormTexts {
 

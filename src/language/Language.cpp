@@ -2,7 +2,6 @@
 
 #include <optional>
 
-#include "bridge/RegEdit.h"
 #include "config/IniFile.h"
 #include "config/InifileCV.h"
 #include "language/LanguageText.h"
@@ -12,6 +11,7 @@
 #include "support/Debug.h"
 #include "support/Files.h"
 #include "support/Prompt.h"
+#include "support/RegEdit.h"
 
 namespace Language {
 

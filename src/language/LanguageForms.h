@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/FormView.h"
+#include "platform/forms/FormView.h"
 
 namespace Language {
 

@@ -9,7 +9,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/Control.h"
+#include "platform/Geometry.h"
 
 struct HWND__;
 

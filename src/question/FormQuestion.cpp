@@ -6,8 +6,8 @@
 #include "language/LanguageForms.h"
 #include "platform/Locale.h"
 #include "question/QuestionRules.h"
+#include "shell/WindowsMiscMetrics.h"
 #include "support/Debug.h"
-#include "support/WindowsMiscMetrics.h"
 
 namespace QuestionBox {
 namespace {

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Form.h"
+#include "platform/forms/Form.h"
 #include "question/QuestionLayout.h"
 
 namespace QuestionBox {

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/Control.h"
+#include "platform/forms/Control.h"
 
 namespace QuestionLayout {
 

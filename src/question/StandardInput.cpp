@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Form.h"
+#include "platform/forms/Form.h"
 
 namespace QuestionBox {
 namespace {

@@ -10,8 +10,8 @@
 #include "platform/Module.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
-#include "platform/Unicode.h"
 #include "platform/WholeFile.h"
+#include "platform/com/Unicode.h"
 #include "support/Debug.h"
 #include "support/Prompt.h"
 

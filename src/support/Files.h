@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Dispatch.h"
+#include "platform/com/Dispatch.h"
 #include "support/ByteOrderMark.h"
 #include "support/FilePaths.h"
 

@@ -16,7 +16,7 @@
 #include "language/Language.h"
 #include "outlook/Outlook.h"
 #include "support/Files.h"
-#include "support/HostCalls.h"
+#include "testing/HostCalls.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "support/Debug.h"
 #ifdef _WIN32
 #include "bench/PrivateKey.h"
-#include "bridge/RegEdit.h"
+#include "support/RegEdit.h"
 #endif
 
 namespace {

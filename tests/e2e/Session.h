@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "outlook/Outlook.h"
-#include "support/PrivateRegistry.h"
+#include "testing/PrivateRegistry.h"
 
 namespace e2e {
 

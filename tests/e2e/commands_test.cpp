@@ -10,11 +10,11 @@
 
 #include "e2e/Session.h"
 #include "e2e/User.h"
-#include "support/ImportPatch.h"
-#include "support/Pump.h"
-#include "support/Recorder.h"
-#include "support/TempFolder.h"
-#include "unit/standin_client.h"
+#include "testing/ImportPatch.h"
+#include "testing/Pump.h"
+#include "testing/Recorder.h"
+#include "testing/TempFolder.h"
+#include "unit/standins/outlook/client.h"
 
 using e2e::Session;
 using e2e::User;

@@ -2,7 +2,7 @@
 #include <doctest.h>
 
 #include "e2e/Session.h"
-#include "support/HandleCount.h"
+#include "testing/HandleCount.h"
 
 using e2e::Session;
 

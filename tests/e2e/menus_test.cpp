@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "e2e/Session.h"
-#include "support/TempFolder.h"
-#include "unit/standin_client.h"
+#include "testing/TempFolder.h"
+#include "unit/standins/outlook/client.h"
 
 using e2e::Session;
 using standin::ControlView;

@@ -17,9 +17,9 @@
 
 #include "e2e/Session.h"
 #include "e2e/User.h"
-#include "support/ImportPatch.h"
-#include "support/MemoryClipboard.h"
-#include "support/MemoryRegistry.h"
+#include "testing/ImportPatch.h"
+#include "testing/MemoryClipboard.h"
+#include "testing/MemoryRegistry.h"
 
 using e2e::Session;
 using standin::Fault;

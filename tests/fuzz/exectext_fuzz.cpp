@@ -3,7 +3,7 @@
 #include <map>
 
 #include "Fuzz.h"
-#include "support/ExecText.h"
+#include "shell/ExecText.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "addin/Members.h"
 #include "e2e/Session.h"
-#include "support/HostCalls.h"
+#include "testing/HostCalls.h"
 
 using platform::Dispatch;
 

@@ -9,11 +9,11 @@
 #include "bridge/OlVersion.h"
 #include "config/InifileCV.h"
 #include "screens/Surroundings.h"
-#include "support/AddInHouse.h"
-#include "support/FormDriver.h"
-#include "support/WholeForm.h"
-#include "support/WindowPicture.h"
-#include "support/Windows2000Colors.h"
+#include "testing/AddInHouse.h"
+#include "testing/FormDriver.h"
+#include "testing/WholeForm.h"
+#include "testing/WindowPicture.h"
+#include "testing/Windows2000Colors.h"
 
 namespace {
 

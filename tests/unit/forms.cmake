@@ -1,26 +1,26 @@
 # Forms and the question box.
 cv_test(platform_form_test
     WINDOWS
-        platform_form_test.cpp
+        platform/forms/form_test.cpp
     LINK platform
     LABELS unit
 )
 cv_test(question_rules_test
     PURE
-        question_layout_test.cpp
-        question_rules_test.cpp
+        question/layout_test.cpp
+        question/rules_test.cpp
     LINK question_rules
     LABELS unit
 )
 cv_test(support_metrics_test
     WINDOWS
-        support_metrics_test.cpp
-    LINK support_metrics
+        shell/metrics_test.cpp
+    LINK shell_metrics
     LABELS unit
 )
 cv_test(question_box_test
     WINDOWS
-        question_box_test.cpp
+        question/box_test.cpp
     LINK question
     LABELS unit
 )

@@ -1,15 +1,15 @@
 # The tests of starting other programs, help, profiles and the options dialog.
 cv_test(support_exectext_test
     PURE
-        support_exectext_test.cpp
-        support_helpwindow_test.cpp
-    LINK support_exectext
+        shell/exec_text_test.cpp
+        shell/help_window_test.cpp
+    LINK shell_exectext
     LABELS unit
 )
 cv_test(support_launch_test
     WINDOWS
-        support_launch_test.cpp
-    LINK support_launch
+        shell/launch_test.cpp
+    LINK shell_launch
     LABELS unit
     LOCKS focus
 )
@@ -18,8 +18,8 @@ if(WIN32)
 endif()
 cv_test(support_help_test
     WINDOWS
-        support_help_test.cpp
-    LINK support_help
+        shell/help_test.cpp
+    LINK shell_help
     LABELS unit
     LOCKS focus
 )
@@ -28,25 +28,25 @@ if(WIN32)
 endif()
 cv_test(bridge_profilenames_test
     PURE
-        bridge_profilenames_test.cpp
+        bridge/profile_names_test.cpp
     LINK bridge_profilenames
     LABELS unit
 )
 cv_test(bridge_profiles_test
     WINDOWS
-        bridge_profiles_test.cpp
+        bridge/profiles_test.cpp
     LINK bridge_profiles
     LABELS unit
 )
 cv_test(bridge_optionslayout_test
     PURE
-        bridge_optionslayout_test.cpp
+        bridge/options_layout_test.cpp
     LINK bridge_optionslayout
     LABELS unit
 )
 cv_test(bridge_options_test
     WINDOWS
-        bridge_options_test.cpp
+        bridge/options_test.cpp
     LINK bridge_options
     LABELS unit
     LOCKS focus

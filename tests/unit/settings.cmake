@@ -1,35 +1,35 @@
 # The tests of the file helpers, the ini engine and the place of the settings.
 cv_test(config_initext_test
     PURE
-        config_initext_test.cpp
+        config/initext_test.cpp
     LINK config_initext
     LABELS unit
 )
 cv_test(support_byteordermark_test
     PURE
-        support_byteordermark_test.cpp
+        support/byte_order_mark_test.cpp
     LINK support_mark
     LABELS unit
 )
 cv_test(support_pathrules_test
     PURE
-        support_pathrules_test.cpp
-    LINK support_paths
+        config/path_rules_test.cpp
+    LINK config_paths
     LABELS unit
 )
 cv_test(support_files_test
     WINDOWS
-        support_files_test.cpp
+        support/files_test.cpp
     LINK support_files
     LABELS unit
 )
 if(WIN32)
-    add_executable(settings_helper ../support/settings_helper.cpp)
+    add_executable(settings_helper ../testing/settings_helper.cpp)
     target_link_libraries(settings_helper PRIVATE config_inifile cv_warnings)
 endif()
 cv_test(config_inifile_test
     WINDOWS
-        config_inifile_test.cpp
+        config/inifile_test.cpp
     LINK config_inifile
     LABELS unit
 )
@@ -38,13 +38,13 @@ if(WIN32)
 endif()
 cv_test(config_inifilecv_test
     WINDOWS
-        config_inifilecv_test.cpp
+        config/inifilecv_test.cpp
     LINK config_inifilecv
     LABELS unit
 )
 cv_test(config_profile_difference_test
     WINDOWS
-        config_profile_difference_test.cpp
+        config/profile_difference_test.cpp
     LINK config_inifile
     LABELS unit
 )

@@ -1,0 +1,115 @@
+// platform/forms/FormWindow.h: the window of one control. Only for platform/: needs windows.h.
+//
+// Owns    The window, its font, its background brush and its picture, until Destroy or its end.
+// Errors  What cannot be made or loaded is left out; the pending error says why.
+#pragma once
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/forms/Control.h"
+
+namespace platform {
+
+// A font, brush or other object that DeleteObject ends.
+template <class Handle>
+class Drawn {
+  public:
+    Drawn() = default;
+    explicit Drawn(Handle handle) : handle_(handle) {}
+    Drawn(Drawn&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+    Drawn& operator=(Drawn&& other) noexcept {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+    ~Drawn() {
+        if (handle_) DeleteObject(handle_);
+    }
+    [[nodiscard]] Handle Get() const { return handle_; }
+
+  private:
+    Handle handle_ = nullptr;
+};
+
+// A picture of a file or one of Windows' own: "*error", "*question", "*warning", "*information",
+// "*application" and "*grip".
+class DrawnPicture {
+  public:
+    DrawnPicture();
+    ~DrawnPicture();
+    void Load(const std::string& name);
+    void Draw(HDC device, const RECT& area) const;
+
+  private:
+    struct Content;
+    std::unique_ptr<Content> content_;
+};
+
+[[nodiscard]] bool SystemTakesUnicode();  // Windows 98 does not
+[[nodiscard]] COLORREF ColorOf(std::uint32_t color);
+[[nodiscard]] std::string WithLineBreaks(std::string_view text);  // every line ends with CR LF
+// Shows text of a font's character set, which may be another than the system's.
+void SetWindowCaption(HWND window, std::string_view text, BYTE charSet);
+// Adds the tool to the window of the tool tips with such a text, in place of the earlier one; empty: none.
+void SetToolTipText(HWND toolTips, HWND dialog, HWND tool, std::string_view text, BYTE charSet);
+[[nodiscard]] LOGFONTA FontOf(const FontStyle& control, const FontStyle& form, std::int32_t dotsAnInch);
+
+class ControlWindow {
+  public:
+    ControlWindow(Control& control, std::int32_t id) : control_(&control), id_(id) {}
+    ControlWindow(const ControlWindow&) = delete;
+    ControlWindow& operator=(const ControlWindow&) = delete;
+    ~ControlWindow() { Destroy(); }
+
+    bool Create(HWND dialog, bool startsGroup);
+    void Destroy();
+    // The control whose window, or whose window's own child, `window` is; null: another window.
+    static ControlWindow* Of(HWND window);
+
+    [[nodiscard]] HWND Handle() const { return handle_; }
+    [[nodiscard]] platform::Control& Control() const { return *control_; }
+    [[nodiscard]] std::int32_t Id() const { return id_; }
+
+    void SetFont(const LOGFONTA& font);
+    void Show(Property changed);
+    void ShowValue(bool value) const;
+    [[nodiscard]] std::string FetchText() const;
+    [[nodiscard]] std::int32_t FetchNumber(Property asked) const;
+
+    void HandleCommand(WORD notification);  // what a child tells its parent with WM_COMMAND
+    void Draw(const DRAWITEMSTRUCT& item, std::uint32_t backColor);
+    HBRUSH Colors(HDC device, std::uint32_t backColor);  // sets those of the text, answers the background's
+    // What `text` needs in this control's font.
+    [[nodiscard]] Size TextSize(std::string_view text, std::int32_t width) const;
+    [[nodiscard]] std::string FontFace() const;
+    [[nodiscard]] BYTE CharSet() const { return charSet_; }
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    bool HandleMouse(UINT message, WPARAM wParam, LPARAM lParam);
+    [[nodiscard]] UINT TextFormat() const;
+    [[nodiscard]] bool PaintedByUs() const;
+    void ShowCaption() const;
+    void ShowTimer() const;
+    void ShowPosition() const;
+    void ShowText() const;
+    void ShowListIndex() const;
+    void ShowList() const;
+    void ShowTabs() const;
+
+    platform::Control* control_;
+    std::int32_t id_;
+    HWND handle_ = nullptr, dialog_ = nullptr;
+    WNDPROC original_ = nullptr;
+    Drawn<HFONT> font_;
+    BYTE charSet_ = DEFAULT_CHARSET;
+    Drawn<HBRUSH> brush_;
+    COLORREF brushColor_ = 0;
+    DrawnPicture picture_;
+    bool choosing_ = false;  // while the user chooses from a list, whose text is not yet that of the line
+};
+
+}  // namespace platform

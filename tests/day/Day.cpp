@@ -1,0 +1,97 @@
+#include "day/Day.h"
+
+#include "outlook/Scenarios.h"
+
+namespace program {
+namespace day {
+namespace {
+
+constexpr const char* mark = "<!CVOutlookAddIn.Connect>";
+constexpr int minimised = 2;       // the show state of Windows
+constexpr DWORD settleTime = 900;  // after it no further start is expected: three times the add-in's own delay
+
+void Collect(const std::vector<standin::ControlView>& controls, std::vector<int>& own) {
+    for (const standin::ControlView& control : controls) {
+        if (control.onAction == mark) own.push_back(control.instance);
+        Collect(control.entries, own);
+    }
+}
+
+}  // namespace
+
+standin::Window FirstWindow(const Stage& stage) { return stage.Outlook().Windows().at(0); }
+
+standin::ControlView Menu(const Stage& stage, standin::Window window) {
+    for (const standin::ControlView& control : stage.Outlook().Controls(window, "Menu Bar"))
+        if (!control.builtIn && control.menuName == "Corvella") return control;
+    return {};
+}
+
+standin::ControlView OwnButton(const Stage& stage, standin::Window window, const std::string& tag) {
+    const standin::ControlView found = stage.Outlook().FindTag(window, tag);
+    return found.onAction == mark ? found : standin::ControlView{};
+}
+
+std::vector<int> OwnControls(const Stage& stage, standin::Window window) {
+    std::vector<int> own;
+    for (const standin::BarView& bar : stage.Outlook().Bars(window)) Collect(bar.controls, own);
+    return own;
+}
+
+void Choose(const Stage& stage, standin::Window window, Entry entry) {
+    const standin::ControlView menu = Menu(stage, window);
+    const bool there = menu.entries.size() > static_cast<std::size_t>(entry);
+    const bool chosen = there && stage.Choose(window, menu, menu.entries[static_cast<std::size_t>(entry)].instance);
+    if (!chosen) stage.Check("entry " + std::to_string(entry + 1) + " of the menu can be chosen", false);
+}
+
+CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
+                          const std::function<void()>& action) {
+    const std::size_t before = StartsOfCorvella().size();
+    const DWORD begun = GetTickCount();
+    action();
+    const bool started = WaitUntil(stage, [&] { return StartsOfCorvella().size() > before; }).has_value();
+    const DWORD waited = GetTickCount() - begun;
+    if (started) stage.Pump(settleTime);
+    const std::vector<CorvellaStart> starts = StartsOfCorvella();
+    stage.Check(by + " started Corvella once", starts.size() == before + 1);
+    if (starts.size() <= before) return {};
+    const CorvellaStart& start = starts[before];
+    stage.Say("         " + start.commandLine + "   (after " + std::to_string(waited) + " ms, show state " +
+              std::to_string(start.show) + ")");
+    stage.Check("with the arguments \"" + arguments + "\", minimised",
+                start.commandLine == "\"" + Folder() + "\\Corvella.exe\" " + arguments && start.show == minimised);
+    return start;
+}
+
+void ExpectNoStart(const Stage& stage, const std::string& by, const std::function<void()>& action) {
+    const std::size_t before = StartsOfCorvella().size();
+    action();
+    stage.Pump(settleTime);
+    stage.Check(by + " started nothing", StartsOfCorvella().size() == before);
+}
+
+}  // namespace day
+
+void PlayDemo(const Stage& stage) {
+    using Station = void (*)(const Stage&);
+    constexpr Station stations[] = {day::Connection,
+                                    day::Bars,
+                                    day::ContactsFolder,
+                                    day::SeveralContacts,
+                                    day::OneContact,
+                                    day::TaskAndAppointment,
+                                    day::SynchroniseWithDialog,
+                                    day::ChangeOptions,
+                                    day::SynchroniseAtOnce,
+                                    day::LeaveAndClearOptions,
+                                    day::OtherCommands,
+                                    day::Log,
+                                    day::InfoBox,
+                                    day::SecondExplorer,
+                                    day::Quit};
+    stage.Pump(500);  // the windows come to rest
+    for (const Station station : stations) station(stage);
+}
+
+}  // namespace program

@@ -1,0 +1,54 @@
+// day/Day.h: a working day in Outlook with the add-in, as stations in the order in which they are played.
+//
+// Every line that a station prints was observed just then: in the host, in the registry, in the windows of this and of
+// other programs, or in the record that the started Corvella wrote. Captions are compared with what Windows' own ini
+// functions read in the language file, so that the day is the same in every language.
+#pragma once
+#include "day/Observed.h"
+#include "outlook/program/Stage.h"
+
+namespace program::day {
+
+using standin::FolderKind;
+using standin::ItemClass;
+
+// --- what stations share ---
+
+inline constexpr int outlook2000 = 9, outlook2002 = 10, outlook2003 = 11;
+
+// The places of the entries in the add-in's menu.
+enum Entry { Editor, Synchronise, Contacts, Calendar, NewSms, Settings, Options, LogFile, Info, entryCount };
+
+[[nodiscard]] standin::Window FirstWindow(const Stage& stage);
+[[nodiscard]] standin::ControlView Menu(const Stage& stage, standin::Window window);  // the add-in's popup, or none
+[[nodiscard]] standin::ControlView OwnButton(const Stage& stage, standin::Window window, const std::string& tag);
+// Those that carry the add-in's mark, by instance.
+[[nodiscard]] std::vector<int> OwnControls(const Stage& stage, standin::Window window);
+// Chooses an entry of the add-in's menu with the mouse; the station is wrong where it is not to be seen.
+void Choose(const Stage& stage, standin::Window window, Entry entry);
+
+// Does something that is to start Corvella once with these arguments, minimised; what Corvella recorded of it.
+CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
+                          const std::function<void()>& action);
+// Does something that is to start nothing.
+void ExpectNoStart(const Stage& stage, const std::string& by, const std::function<void()>& action);
+
+// --- the stations ---
+
+void Connection(const Stage& stage);
+void Bars(const Stage& stage);
+void ContactsFolder(const Stage& stage);
+void SeveralContacts(const Stage& stage);
+void OneContact(const Stage& stage);
+void TaskAndAppointment(const Stage& stage);
+void SynchroniseWithDialog(const Stage& stage);
+void ChangeOptions(const Stage& stage);
+void SynchroniseAtOnce(const Stage& stage);
+void LeaveAndClearOptions(const Stage& stage);
+void OtherCommands(const Stage& stage);
+void Log(const Stage& stage);
+void InfoBox(const Stage& stage);
+void SecondExplorer(const Stage& stage);
+void Quit(const Stage& stage);
+
+}  // namespace program::day

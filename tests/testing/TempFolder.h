@@ -1,0 +1,101 @@
+// testing/TempFolder.h: a folder of its own, empty, for the life of one test. Folders that an earlier run left behind
+// are removed.
+#pragma once
+#include <doctest.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+class TempFolder {
+  public:
+    TempFolder() : path_(Parent() + std::to_string(GetCurrentProcessId()) + "." + std::to_string(++made) + "\\") {
+        SweepStaleFolders();
+        RemoveTree(path_);
+        REQUIRE(CreateDirectoryA(path_.c_str(), nullptr));
+    }
+    ~TempFolder() { RemoveTree(path_); }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    // With a backslash at its end.
+    [[nodiscard]] const std::string& Path() const { return path_; }
+    [[nodiscard]] std::string Path(const std::string& name) const { return path_ + name; }
+
+    void Write(const std::string& name, const std::string& bytes) const {
+        std::FILE* file = std::fopen(Path(name).c_str(), "wb");
+        REQUIRE(file != nullptr);
+        const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), file);
+        std::fclose(file);
+        REQUIRE(written == bytes.size());
+    }
+
+    // The whole file, byte for byte; empty where there is none.
+    [[nodiscard]] std::string Read(const std::string& name) const {
+        std::string bytes;
+        if (std::FILE* file = std::fopen(Path(name).c_str(), "rb")) {
+            char block[4096];
+            for (std::size_t count; (count = std::fread(block, 1, sizeof block, file)) > 0;) bytes.append(block, count);
+            std::fclose(file);
+        }
+        return bytes;
+    }
+
+    [[nodiscard]] bool Exists(const std::string& name) const {
+        return GetFileAttributesA(Path(name).c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
+
+  private:
+    static std::string Parent() {
+        char temp[MAX_PATH];
+        GetTempPathA(sizeof temp, temp);
+        const std::string parent = std::string(temp) + "Corvella Tests\\";
+        CreateDirectoryA(parent.c_str(), nullptr);
+        return parent;
+    }
+
+    static void RemoveTree(const std::string& folder) {
+        WIN32_FIND_DATAA found;
+        const HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
+        if (search == INVALID_HANDLE_VALUE) return;
+        do {
+            const std::string name = found.cFileName;
+            if (name == "." || name == "..") continue;
+            const std::string path = folder + name;
+            SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+                RemoveTree(path + "\\");
+            } else {
+                DeleteFileA(path.c_str());
+            }
+        } while (FindNextFileA(search, &found));
+        FindClose(search);
+        RemoveDirectoryA(folder.c_str());
+    }
+
+    static bool IsRunning(DWORD processId) {
+        const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, processId);
+        if (process == nullptr) return false;
+        const bool running = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+        CloseHandle(process);
+        return running;
+    }
+
+    static void SweepStaleFolders() {
+        const std::string parent = Parent();
+        WIN32_FIND_DATAA found;
+        const HANDLE search = FindFirstFileA((parent + "*").c_str(), &found);
+        if (search == INVALID_HANDLE_VALUE) return;
+        do {
+            const DWORD processId = std::strtoul(found.cFileName, nullptr, 10);
+            if (processId != 0 && processId != GetCurrentProcessId() && !IsRunning(processId)) {
+                RemoveTree(parent + found.cFileName + "\\");
+            }
+        } while (FindNextFileA(search, &found));
+        FindClose(search);
+    }
+
+    static inline int made = 0;
+    std::string path_;
+};

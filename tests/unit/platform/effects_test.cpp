@@ -1,0 +1,314 @@
+#include <doctest.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include "platform/Clock.h"
+#include "platform/Err.h"
+#include "platform/File.h"
+#include "platform/Instance.h"
+#include "platform/LastError.h"
+#include "platform/Locale.h"
+#include "platform/MessageBox.h"
+#include "platform/Module.h"
+#include "platform/Process.h"
+#include "platform/Timer.h"
+#include "testing/BoxAnswerer.h"
+#include "testing/Pump.h"
+#include "testing/Recorder.h"
+#include "testing/TempFolder.h"
+
+using namespace platform;
+
+namespace {
+
+// The highest number among many new handles: it rises by what stays open, as new handles fill the gaps first.
+std::uintptr_t HighestHandle() {
+    HANDLE events[64];
+    std::uintptr_t highest = 0;
+    for (HANDLE& event : events) {
+        event = CreateEventA(nullptr, FALSE, FALSE, nullptr);
+        highest = std::max(highest, reinterpret_cast<std::uintptr_t>(event));
+    }
+    for (const HANDLE event : events) CloseHandle(event);
+    return highest;
+}
+
+UINT lastBoxStyle = 0;
+
+int WINAPI RecordBox(HWND owner, LPCSTR text, LPCSTR title, UINT style) {
+    lastBoxStyle = style;
+    using Function = decltype(&MessageBoxA);
+    const auto show = reinterpret_cast<Function>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "MessageBoxA")));
+    return show(owner, text, title, style);
+}
+
+bool TimerClassExists() {
+    WNDCLASSA found;
+    return GetClassInfoA(ModuleHandle(), "CorvellaTimer", &found) != 0;
+}
+
+}  // namespace
+
+// The name under which calls of the imported function are linked; this one comes before the import library's.
+extern "C" {
+extern decltype(&RecordBox) importMessageBox __asm__("__imp__MessageBoxA@16");
+decltype(&RecordBox) importMessageBox = RecordBox;
+}
+
+TEST_CASE("a program gets its command line as it stands and its show state") {
+    const TempFolder folder;
+    const Recorder recorder(folder, "a program.exe");
+    const std::string line = "\"" + folder.Path("a program.exe") + "\" \"two words\" x ";
+    CHECK(StartProcess(line, Show::Minimised));
+    CHECK(recorder.Starts(1) == std::vector<std::string>{"2 " + line});
+    CHECK(StartProcess(line, Show::Normal));
+    CHECK(recorder.Starts(2).at(1) == "1 " + line);
+}
+TEST_CASE("a program that is not there answers false, with the error pending") {
+    Err().Clear();
+    CHECK_FALSE(StartProcess("\"C:\\no such folder\\x.exe\"", Show::Normal));
+    CHECK(Err().Number() != 0);
+    CHECK_FALSE(Err().Description().empty());
+    Err().Clear();
+}
+TEST_CASE("no handle is held of a program that was started") {
+    const TempFolder folder;
+    const Recorder recorder(folder, "x.exe");
+    StartProcess(folder.Path("x.exe"), Show::Normal);  // whatever is made once is made now
+    REQUIRE(recorder.Starts(1).size() == 1);
+    const std::uintptr_t before = HighestHandle();
+    for (int i = 0; i < 3; ++i) StartProcess(folder.Path("x.exe"), Show::Normal);
+    REQUIRE(recorder.Starts(4).size() == 4);
+    CHECK(HighestHandle() <= before);
+}
+
+TEST_CASE("a file is there, has a size and can be removed") {
+    const TempFolder folder;
+    folder.Write("x", "12345");
+    CHECK(PathExists(folder.Path("x")));
+    CHECK(FileSize(folder.Path("x")) == 5u);
+    CHECK(RemoveFile(folder.Path("x")));
+    CHECK_FALSE(PathExists(folder.Path("x")));
+}
+TEST_CASE("a file that is not there has no size, and asking for it is no error") {
+    const TempFolder folder;
+    Err().Clear();
+    CHECK_FALSE(PathExists(folder.Path("none")));
+    CHECK_FALSE(FileSize(folder.Path("none")).has_value());
+    CHECK_FALSE(FileSize(folder.Path()).has_value());
+    CHECK(PathExists(folder.Path()));
+    CHECK(Err().Number() == 0);
+    CHECK_FALSE(RemoveFile(folder.Path("none")));
+    CHECK(Err().Number() == ERROR_FILE_NOT_FOUND);
+    Err().Clear();
+}
+TEST_CASE("what is appended stands behind what was there, and a missing file is made") {
+    const TempFolder folder;
+    CHECK(AppendToFile(folder.Path("x"), "one\r\n"));
+    CHECK(AppendToFile(folder.Path("x"), "two\r\n"));
+    CHECK(folder.Read("x") == "one\r\ntwo\r\n");
+}
+TEST_CASE("a file can be appended to while another has it open") {
+    const TempFolder folder;
+    folder.Write("x", "one");
+    const HANDLE other = CreateFileA(folder.Path("x").c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
+    REQUIRE(other != INVALID_HANDLE_VALUE);
+    CHECK(AppendToFile(folder.Path("x"), "two"));
+    CloseHandle(other);
+    CHECK(folder.Read("x") == "onetwo");
+}
+TEST_CASE("a file that cannot be opened answers false, with the error pending") {
+    const TempFolder folder;
+    Err().Clear();
+    CHECK_FALSE(AppendToFile(folder.Path("no\\such"), "x"));
+    CHECK(Err().Number() == ERROR_PATH_NOT_FOUND);
+    CHECK_FALSE(AppendToFile("", "x"));
+    Err().Clear();
+}
+
+TEST_CASE("the clock tells the local time of day and date") {
+    SYSTEMTIME before;
+    GetLocalTime(&before);
+    const float seconds = SecondsSinceMidnight();
+    const Date today = Today();
+    SYSTEMTIME after;
+    GetLocalTime(&after);
+    if (before.wDay == after.wDay) {
+        CHECK(seconds >= static_cast<float>((before.wHour * 60 + before.wMinute) * 60 + before.wSecond));
+        CHECK(seconds <= static_cast<float>((after.wHour * 60 + after.wMinute) * 60 + after.wSecond + 1));
+        CHECK(today.year == before.wYear);
+        CHECK(today.month == before.wMonth);
+        CHECK(today.day == before.wDay);
+    }
+}
+TEST_CASE("a pause lasts as long as it was asked to") {
+    const DWORD start = GetTickCount();
+    Pause(60);
+    CHECK(GetTickCount() - start + 16 >= 50);  // the tick counts in steps of up to 16 ms
+}
+TEST_CASE("the decimal separator is the one of the user's settings") {
+    REQUIRE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, ","));
+    CHECK(DecimalSeparator() == ",");
+    REQUIRE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, "."));
+    CHECK(DecimalSeparator() == ".");
+}
+TEST_CASE("the last error of a thread outlives the scope that keeps it") {
+    SetLastError(1234);
+    {
+        const LastErrorScope scope;
+        SetLastError(5);
+    }
+    CHECK(GetLastError() == 1234);
+}
+
+TEST_CASE("a second process of the same program is another instance, one of another program is not") {
+    const TempFolder folder;
+    const Recorder recorder(folder, "other.exe");
+    CHECK_FALSE(AnotherInstanceRuns());
+    CHECK(HostCommandLine() == GetCommandLineA());
+
+    char own[MAX_PATH];
+    GetModuleFileNameA(nullptr, own, sizeof own);
+    const std::string name = std::string(own).substr(std::string(own).rfind('\\') + 1);
+    for (const std::string& program : {std::string("other.exe"), name}) {
+        const Recorder copy(folder, program);
+        STARTUPINFOA startup{};
+        startup.cb = sizeof startup;
+        PROCESS_INFORMATION started{};
+        std::string line = "\"" + folder.Path(program) + "\" wait";
+        REQUIRE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started));
+        CHECK(AnotherInstanceRuns() == (program == name));
+        TerminateProcess(started.hProcess, 0);
+        WaitForSingleObject(started.hProcess, 10000);
+        CloseHandle(started.hThread);
+        CloseHandle(started.hProcess);
+    }
+    CHECK(PumpUntil(5000, [] { return !AnotherInstanceRuns(); }));
+}
+
+TEST_CASE("the standard box shows text, title, icon and buttons, and answers the button's number") {
+    const BoxAnswerer user(IDNO);
+    CHECK(ShowMessageBox("Really?", MB_YESNO | MB_ICONQUESTION, "Title") == IDNO);
+    REQUIRE(user.Seen().size() == 1);
+    CHECK(user.Seen()[0].title == "Title");
+    CHECK(user.Seen()[0].text == "Really?");
+    CHECK(user.Seen()[0].icon);
+    CHECK(user.Seen()[0].buttons == std::vector<int>{IDYES, IDNO});
+}
+TEST_CASE("a box without a title names the add-in") {
+    const BoxAnswerer user(IDOK);
+    CHECK(ShowMessageBox("Text", 0) == IDOK);
+    REQUIRE(user.Seen().size() == 1);
+    CHECK(user.Seen()[0].title == "Corvella Outlook AddIn");
+    CHECK_FALSE(user.Seen()[0].icon);
+}
+TEST_CASE("style bits that Windows refuses are left out, the others kept") {
+    // Wine shows a box whatever the bits are, so it is looked at what arrives.
+    constexpr UINT modality = MB_TASKMODAL | MB_SETFOREGROUND;
+    const BoxAnswerer user(IDOK);
+    CHECK(ShowMessageBox("Text", static_cast<std::int32_t>(0xD0000040)) == IDOK);
+    CHECK((lastBoxStyle & ~modality) == MB_ICONINFORMATION);
+    CHECK(ShowMessageBox("Text", 0xC00000 | 0x80 | MB_OKCANCEL) == IDOK);
+    CHECK((lastBoxStyle & ~modality) == MB_OKCANCEL);
+    ShowMessageBox("Text", MB_RETRYCANCEL | MB_ICONERROR | MB_DEFBUTTON2);
+    CHECK((lastBoxStyle & ~modality) == (MB_RETRYCANCEL | MB_ICONERROR | MB_DEFBUTTON2));
+    CHECK(user.Seen().size() == 3);
+}
+
+TEST_CASE("a timer fires again and again until it is stopped") {
+    int events = 0;
+    Timer timer([&] { ++events; });
+    CHECK_FALSE(timer.Running());
+    REQUIRE(timer.Start(20));
+    CHECK(timer.Running());
+    CHECK(PumpUntil(3000, [&] { return events >= 3; }));
+    timer.Stop();
+    const int stopped = events;
+    PumpFor(100);
+    CHECK(events == stopped);
+    CHECK_FALSE(timer.Running());
+}
+TEST_CASE("starting a running timer begins its countdown anew") {
+    int events = 0;
+    Timer timer([&] { ++events; });
+    timer.Start(300);
+    PumpFor(200);
+    timer.Start(300);
+    PumpFor(200);
+    CHECK(events == 0);
+    CHECK(PumpUntil(2000, [&] { return events == 1; }));
+}
+TEST_CASE("a timer that was stopped after its time had passed does not fire") {
+    int events = 0;
+    Timer timer([&] { ++events; });
+    timer.Start(20);
+    Pause(100);
+    timer.Stop();
+    PumpFor(60);
+    CHECK(events == 0);
+    timer.Start(1000);
+    PumpFor(100);
+    CHECK(events == 0);
+}
+TEST_CASE("a message of an earlier arming is not the timer's event") {
+    int events = 0;
+    Timer timer([&] { ++events; });
+    timer.Start(1000);
+    timer.Fire(0);
+    CHECK(events == 0);
+    timer.Stop();
+    timer.Fire(1);
+    CHECK(events == 0);
+}
+TEST_CASE("a timer may end itself in its own event") {
+    std::unique_ptr<Timer> timer;
+    int events = 0;
+    timer = std::make_unique<Timer>([&] {
+        const std::string held(100, 'x');
+        timer.reset();
+        if (held == std::string(100, 'x')) ++events;
+    });
+    timer->Start(20);
+    CHECK(PumpUntil(3000, [&] { return events == 1; }));
+    CHECK(timer == nullptr);
+    PumpFor(100);
+    CHECK(events == 1);
+    CHECK_FALSE(TimerClassExists());
+}
+TEST_CASE("an exception in a timer's event goes no further and is the pending error") {
+    Timer timer([]() -> void { throw 1; });
+    timer.Start(20);
+    CHECK(PumpUntil(3000, [] { return Err().Number() == InvalidProcedureCall; }));
+    Err().Clear();
+}
+TEST_CASE("the library stays loaded, and the window class registered, as long as a timer lives") {
+    CHECK_FALSE(IsKeptLoaded());
+    {
+        Timer one([] {});
+        {
+            Timer two([] {});
+            CHECK(TimerClassExists());
+        }
+        CHECK(TimerClassExists());
+        CHECK(IsKeptLoaded());
+    }
+    CHECK_FALSE(TimerClassExists());
+    CHECK_FALSE(IsKeptLoaded());
+}
+TEST_CASE("a window class that an earlier load of the library left behind is replaced") {
+    WNDCLASSA left{};
+    left.lpfnWndProc = DefWindowProcA;
+    left.hInstance = ModuleHandle();
+    left.lpszClassName = "CorvellaTimer";
+    REQUIRE(RegisterClassA(&left) != 0);
+    int events = 0;
+    Timer timer([&] { ++events; });
+    timer.Start(20);
+    CHECK(PumpUntil(3000, [&] { return events > 0; }));
+}

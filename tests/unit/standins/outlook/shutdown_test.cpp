@@ -1,0 +1,225 @@
+#include <doctest.h>
+
+#include <algorithm>
+
+#include "unit/standins/outlook/client.h"
+
+using namespace client;
+using standin::Ending;
+
+namespace {
+
+using Told = std::vector<std::string>;
+
+// A host with one add-in that holds the Application when it is told to, and notes what it hears at the end.
+struct Ended {
+    explicit Ended(standin::Options options, bool hold, bool letGoInQuit = false) : outlook(options) {
+        addIn.onConnection = [this, hold, letGoInQuit](IDispatch* application, IDispatch*) {
+            if (!hold) return S_OK;
+            application->AddRef();
+            held = Object(application);
+            if (!letGoInQuit) return S_OK;
+            onApplication = std::make_unique<Sink>(held, applicationEvents, [this](DISPID id, DISPPARAMS&) {
+                if (id != 0xF007) return;
+                quit = true;
+                onApplication->Cut();
+                held = {};
+            });
+            return S_OK;
+        };
+        outlook.IgnoreRegistry();
+        outlook.UseAddIn("Some.AddIn", &addIn);
+        outlook.Start();
+        addIn.told.clear();
+    }
+    ~Ended() { held = {}; }
+    AddIn addIn;
+    Object held;
+    std::unique_ptr<Sink> onApplication;
+    bool quit = false;
+    standin::Outlook outlook;
+};
+
+const Told shutDown = {"OnBeginShutdown", "OnDisconnection 0"};
+
+}  // namespace
+
+TEST_CASE("with nothing held every version tells its add-ins of the end") {
+    for (int version = 9; version <= 12; ++version) {
+        Ended host({.version = version}, false);
+        CHECK(host.outlook.Quit() == Ending::AddInsTold);
+        CHECK(host.addIn.told == shutDown);
+        CHECK(host.outlook.References() == 0);
+    }
+}
+
+TEST_CASE("a reference keeps 2000 to 2003 in memory and no add-in is told, 2007 ends all the same") {
+    for (int version = 9; version <= 12; ++version) {
+        CAPTURE(version);
+        Ended host({.version = version}, true);
+        CHECK(host.outlook.Quit() == (version < 12 ? Ending::StaysInMemory : Ending::AddInsTold));
+        CHECK(host.addIn.told == (version < 12 ? Told{} : shutDown));
+        CHECK(host.outlook.ReferenceList() == Told{"Application: 1"});
+    }
+}
+
+TEST_CASE("what stays in memory goes on answering, and ends when the last reference goes") {
+    Ended host({.version = 11}, true);
+    host.outlook.Quit();
+    CHECK(Get(host.held, "Name").AsText() == "Outlook");
+    CHECK(host.outlook.LookAgain() == Ending::StaysInMemory);
+    host.held = {};
+    CHECK(host.outlook.LookAgain() == Ending::AddInsNotTold);
+    CHECK(host.addIn.told.empty());
+}
+
+TEST_CASE("the Quit event comes in any case but is too late to let go in 2000 to 2003") {
+    Ended host({.version = 11}, true, true);
+    CHECK(host.outlook.Quit() == Ending::AddInsNotTold);
+    CHECK(host.quit);
+    CHECK(host.addIn.told.empty());
+    CHECK(host.outlook.References() == 0);
+}
+
+TEST_CASE("to let go in the last window's Close event is in time") {
+    for (const auto counted : {standin::ClosingWindow::StillCounted, standin::ClosingWindow::NotCounted}) {
+        AddIn addIn;
+        Object explorer;
+        std::unique_ptr<Sink> sink;
+        addIn.onConnection = [&](IDispatch* app, IDispatch*) {
+            app->AddRef();
+            explorer = Call(Get(Object(app), "Explorers").AsObject(), "Item", {1}).AsObject();
+            sink = std::make_unique<Sink>(explorer, explorerEvents, [&](DISPID id, DISPPARAMS&) {
+                if (id != 0xF008) return;
+                sink->Cut();
+                explorer = {};
+            });
+            return S_OK;
+        };
+        standin::Outlook outlook({.version = 10, .closingWindow = counted});
+        outlook.IgnoreRegistry();
+        outlook.UseAddIn("Some.AddIn", &addIn);
+        outlook.Start();
+        outlook.CloseWindow(outlook.Windows().front());
+        CHECK(outlook.HowItEnded() == Ending::AddInsTold);
+    }
+}
+
+TEST_CASE("a later version tells of Quit only, and those that asked for more") {
+    Ended host({.version = 12, .shutdownCalls = standin::ShutdownCalls::None}, false);
+    const Object application(host.outlook.Application());
+    Sink sink(application, applicationEvents);
+    CHECK(host.outlook.Quit() == Ending::AddInsNotTold);
+    CHECK(sink.events == std::vector<DISPID>{0xF007});
+    CHECK(host.addIn.told.empty());
+    CHECK(host.addIn.references == 2);
+}
+
+TEST_CASE("closing the last window ends the session, closing another does not") {
+    Ended host({}, false);
+    const standin::Window second = host.outlook.OpenExplorer();
+    host.outlook.CloseWindow(second);
+    CHECK(host.outlook.HowItEnded() == Ending::StillRunning);
+    const standin::Window inspector = host.outlook.OpenInspector(host.outlook.NewItem(standin::ItemClass::Mail));
+    host.outlook.CloseWindow(host.outlook.Windows().front());
+    CHECK(host.outlook.HowItEnded() == Ending::StillRunning);
+    host.outlook.CloseWindow(inspector);
+    CHECK(host.outlook.HowItEnded() == Ending::AddInsTold);
+}
+
+TEST_CASE("Quit closes every window first, each with its Close event") {
+    Ended host({.version = 12}, false);
+    host.outlook.OpenExplorer();
+    const Object application(host.outlook.Application());
+    Told order;
+    const Object explorers = Get(application, "Explorers").AsObject();
+    Sink first(Call(explorers, "Item", {1}).AsObject(), explorerEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id == 0xF008) order.push_back("first");
+    });
+    Sink second(Call(explorers, "Item", {2}).AsObject(), explorerEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id == 0xF008) order.push_back("second");
+    });
+    Sink quit(application, applicationEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id == 0xF007) order.push_back("quit");
+    });
+    host.outlook.Quit();
+    CHECK(order == Told{"second", "first", "quit"});
+}
+
+TEST_CASE("a user who does not let an item go stays in Outlook") {
+    Ended host({.prompted = standin::Prompted::Cancel}, false);
+    const standin::Item item = host.outlook.NewItem(standin::ItemClass::Task, {{"Subject", "changed"}});
+    host.outlook.OpenInspector(item);
+    CHECK(host.outlook.Quit() == Ending::StillRunning);
+    CHECK(host.addIn.told.empty());
+    CHECK(host.outlook.OpenExplorer());
+}
+
+TEST_CASE("after the end every object answers with a failure") {
+    Ended host({.version = 12}, true);
+    host.outlook.Quit();
+    CHECK(Get(host.held, "Name").code == E_UNEXPECTED);
+    CHECK(Call(host.held, "ActiveExplorer").code == E_UNEXPECTED);
+}
+
+TEST_CASE("a process that ends tells nobody, and what is held answers that it is disconnected") {
+    Ended host({}, true);
+    Sink sink(host.held, applicationEvents);
+    host.outlook.EndProcess();
+    CHECK(host.addIn.told.empty());
+    CHECK(sink.events.empty());
+    CHECK(sink.references == 1);
+    CHECK(host.addIn.references == 2);
+    CHECK(Get(host.held, "Name").code == RPC_E_DISCONNECTED);
+}
+
+TEST_CASE("objects may outlive the host that made them") {
+    Object application, button;
+    {
+        const Host host;
+        application = host.application;
+        button = host.Button("mark");
+    }
+    CHECK(Get(application, "Name").code == RPC_E_DISCONNECTED);
+    CHECK(Get(button, "Caption").code == RPC_E_DISCONNECTED);
+}
+
+TEST_CASE("a session that an add-in ends from an event ends after the event") {
+    Ended host({.version = 12}, false);
+    const Object application(host.outlook.Application());
+    bool toldInside = false;
+    Sink sink(Call(application, "ActiveExplorer").AsObject(), explorerEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id != 0xF002) return;
+        Call(application, "Quit");
+        toldInside = !host.addIn.told.empty();
+    });
+    host.outlook.SwitchFolder(host.outlook.Windows().front(), standin::FolderKind::Tasks);
+    CHECK_FALSE(toldInside);
+    CHECK(host.addIn.told == shutDown);
+    CHECK(host.outlook.Quit() == Ending::AddInsTold);
+}
+
+TEST_CASE("a client that closes the last window outside of any event ends the session, after its call") {
+    Ended host({.version = 12}, true);
+    const Object explorer = Call(host.held, "ActiveExplorer").AsObject();
+    host.outlook.Record();
+    Call(explorer, "Close");
+    CHECK(host.outlook.HowItEnded() == Ending::AddInsTold);
+    CHECK(host.addIn.told == shutDown);
+    const Told lines = host.outlook.Transcript();
+    CHECK(std::find(lines.begin(), lines.end(), "! Some.AddIn: OnBeginShutdown") != lines.end());  // not indented
+}
+
+TEST_CASE("an add-in that closes the last window from an event is told of the end after the event") {
+    Ended host({.version = 12}, true);
+    const Object explorer = Call(host.held, "ActiveExplorer").AsObject();
+    std::size_t toldInside = 0;
+    Sink sink(explorer, explorerEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id != 0xF002) return;
+        CHECK(Call(explorer, "Close").code == S_OK);
+        toldInside = host.addIn.told.size();
+    });
+    host.outlook.SwitchFolder(host.outlook.Windows().front(), standin::FolderKind::Tasks);
+    CHECK(toldInside == 0);
+    CHECK(host.addIn.told == shutDown);
+}
