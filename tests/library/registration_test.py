@@ -11,7 +11,7 @@ import re
 import sys
 import tempfile
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "support"))
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "testing"))
 from wine import ROOT, Prefix, added, windows_path  # noqa: E402
 
 IDL = ROOT / "src" / "resources" / "CVOutlookAddIn.idl"

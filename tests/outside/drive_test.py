@@ -16,7 +16,7 @@ import tempfile
 import time
 
 HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent / "support"))
+sys.path.insert(0, str(HERE.parent / "testing"))
 from wine import SYSTEM32, Display, Prefix, added, lines_of, windows_path  # noqa: E402
 
 PROG_ID = "OutlookStandIn.Application"
