@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the manual's sources in help/ against each other and against the texts that the add-in shows.
 
-    scripts/check-help.py                  check; prints a line for each fault, answers 1 when there is one
+    scripts/check-help.py                  check; prints a line for each fault, exits with 1 when there is one
     scripts/check-help.py --self-test      break each rule once and see that its fault is reported
     scripts/check-help.py --built DIR      what build-help.py has made in DIR: the compiled help holds every page
 

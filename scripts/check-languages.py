@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks the language files in lang/ against each other and against what the sources look up.
 
-    scripts/check-languages.py              check; prints a line for each fault, answers 1 when there is one
+    scripts/check-languages.py              check; prints a line for each fault, exits with 1 when there is one
     scripts/check-languages.py --self-test  break each rule once and see that its fault is reported
     scripts/check-languages.py --root DIR   another checkout
 

@@ -52,8 +52,8 @@ struct Start {
     std::int32_t mode = 0;
 };
 
-// Entries are dropped as long as one lives: the set-up's questions log too, and the first line of a new log file is
-// its "start".
+// Entries are dropped as long as one lives: the set-up's questions log too, and the
+// first line of a new log file is its "start".
 class Silence {
   public:
     Silence() noexcept : earlier_(std::exchange(Debug::state.Muted, true)) {}

@@ -22,15 +22,15 @@ void CheckKaspersky();
 // Plugs the registry and InitDebug into the debug log (Debug.h).
 void PlugIntoDebug() noexcept;
 
-// Where the set-up looks around. What is not plugged in (null): the settings are where they are, the rest is the
-// running host.
+// Where the set-up looks around. What is not plugged in (null): the settings are where
+// they are, the rest is the running host.
 struct Surroundings {
     void (*findSettings)() = nullptr;  // called when no settings file is known yet
     bool (*anotherInstanceRuns)() = nullptr;
     std::string (*hostCommandLine)() = nullptr;
 };
 
-// Answers what was plugged in before.
+// Returns what was plugged in before.
 Surroundings Plug(const Surroundings& surroundings) noexcept;
 
 }  // namespace DebugSetup

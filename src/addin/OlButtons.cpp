@@ -58,12 +58,12 @@ Dispatch AddButton(const Dispatch& controls, std::int32_t position) {
     return controls.Object(Members::Controls::Add, buttonControl, Missing, Missing, position, true);
 }
 
-platform::ColorMapping FaceColors(platform::SystemColor background) {
-    return {platform::LightGrey, platform::ColorOf(background)};
+platform::ColourMapping FaceColours(platform::SystemColour background) {
+    return {platform::LightGrey, platform::ColourOf(background)};
 }
 
-bool PutFaceOnClipboard(std::int32_t number, platform::SystemColor background) {
-    const platform::BitmapHandle face = platform::LoadMappedBitmap(number, FaceColors(background));
+bool PutFaceOnClipboard(std::int32_t number, platform::SystemColour background) {
+    const platform::BitmapHandle face = platform::LoadMappedBitmap(number, FaceColours(background));
     return platform::PutOnClipboard(OlButtons::BitmapToPicture(face, {}));
 }
 
@@ -73,8 +73,8 @@ void SetPictureAndMask(const Dispatch& button, std::int32_t number) {
                OlButtons::BitmapToPicture(platform::LoadBitmapResource(number + maskOffset), {}));
 }
 
-// Earlier versions take only what is pasted. The version is that of the owner's application, which told it at
-// connection.
+// Earlier versions take only what is pasted. The version is that of the owner's
+// application, which told it at connection.
 bool TakesPictures(const Dispatch& owner) {
     if (OlVersion != 0) return OlVersion >= outlook2003;
     return platform::Val(owner.Object("Application").Text(Members::Outlook::Version)) >= outlook2003;
@@ -103,7 +103,7 @@ Dispatch OlButtons::AddCommandBarButton(const Dispatch& owner, std::int32_t numb
     platform::ClearClipboard();
     if (TakesPictures(owner)) {
         SetPictureAndMask(button, number);
-    } else if (PutFaceOnClipboard(number, platform::SystemColor::Menu)) {
+    } else if (PutFaceOnClipboard(number, platform::SystemColour::Menu)) {
         button.Call(Members::Button::PasteFace);
     }
     button.Put(Members::Control::Visible, true);
@@ -128,7 +128,7 @@ Dispatch OlButtons::AddMenuItem(const Dispatch& controls, std::string_view, std:
     if (TakesPictures(entry)) {
         SetPictureAndMask(entry, pictureNumber);
         entry.Call(Members::Button::PasteFace);  // the clipboard is empty: the host refuses, and the picture stays
-    } else if (PutFaceOnClipboard(pictureNumber, platform::SystemColor::ScrollBar)) {
+    } else if (PutFaceOnClipboard(pictureNumber, platform::SystemColour::ScrollBar)) {
         entry.Call(Members::Button::PasteFace);
     }
     return entry;

@@ -220,9 +220,9 @@ bool cOutlookAddIn::ServesAnyWindow() const {
            std::any_of(appointments_.begin(), appointments_.end(), serves);
 }
 
-// The host may count the closing window or not (host quirk 4). Where one Inspector is left to decide it, another kind
-// of item in it than the closing one's means that it is another window; one of the same kind would be served by a
-// wrapper.
+// The host may count the closing window or not (host quirk 4). Where one Inspector is left to decide
+// it, another kind of item in it than the closing one's means that it is another window; one of the
+// same kind would be served by a wrapper.
 bool cOutlookAddIn::WasLast(const WatchedWindow& window) const {
     const std::int32_t explorers = application_.Object(Members::Outlook::Explorers).Long(Members::Collection::Count);
     const Dispatch inspectors = application_.Object(Members::Outlook::Inspectors);

@@ -30,7 +30,7 @@ constexpr std::int32_t shortestDelay = 1000;
 constexpr std::int32_t plainMessage = -1;
 constexpr std::int32_t yesNo = 4;
 constexpr std::int32_t yes = 6;
-constexpr std::int32_t yesAsOk = 1;  // how the question box answers Yes while another box is open
+constexpr std::int32_t yesAsOk = 1;  // what the question box returns for Yes while another box is open
 constexpr std::int32_t no = 7;
 
 std::string Value(const std::string& name) { return RegEdit::GetRegString(Root::CurrentUser, outlookKey, name); }

@@ -2,9 +2,8 @@
 //
 // Shapes  Type letters of items: 'A' appointment, 'C' contact, 'T' task. The lists are those of ChangedItems.h.
 // Errors  every one is ignored, and the next step is taken.
-// Effects registry values, the change-watch timer, processes. An automatic hand-off may ask the user once for each kind
-// of
-//         item; a message is shown where no folder of the main application is known. Both may pump messages.
+// Effects registry values, the change-watch timer, processes. An automatic hand-off may ask the user once for each
+//         kind of item; a message is shown where no folder of the main application is known. Both may pump messages.
 #pragma once
 #include <string>
 #include <string_view>

@@ -1,8 +1,8 @@
 // bridge/ChangedItems.h: the lists of changed items that the main application reads and clears. Pure text.
 //
 // Shapes  A list is entry ids separated by ";". What is added comes behind a separator of its own, so a list that
-// begins
-//         here begins with ";"; one that the main application has left without keeps having none. None at the end.
+//         begins here begins with ";". One that the main application has left without keeps having none. None at the
+//         end.
 // Errors  none: every text is a list, the empty text an empty one.
 #pragma once
 #include <cstdint>
@@ -20,8 +20,8 @@ namespace ChangedItems {
 // The longest interval of the change-watch timer, in milliseconds.
 inline constexpr std::int32_t longestInterval = 65535;
 
-// The milliseconds of a "Delay" in seconds, halves rounded to the even neighbour; none where the timer does not take
-// them.
+// The milliseconds of a "Delay" in seconds, halves rounded to the even neighbour;
+// none where the timer does not take them.
 [[nodiscard]] std::optional<std::int32_t> IntervalOf(std::string_view delay);
 
 }  // namespace ChangedItems

@@ -135,7 +135,7 @@ void FormOlAddInOptions::Form_Load() {
     platform::MakeTopmost(Window());  // before there are tool tips: Wine takes a window below one for topmost already
     ShowValues();
     Language::GetLanguageStringsForForm(*this);
-    if (OlVersion >= outlook2003) ShowMenuColor();
+    if (OlVersion >= outlook2003) ShowMenuColour();
     Arrange();
     The("TextDelay").TakeFocus();
 }
@@ -173,9 +173,9 @@ void FormOlAddInOptions::ListProfiles() {
     }
 }
 
-void FormOlAddInOptions::ShowMenuColor() {
-    const std::uint32_t color = platform::ColorOf(platform::SystemColor::Menu);
-    for (const char* name : {"Frame1", "Frame2", "Frame3", "Picture1"}) The(name).SetBackColor(color);
+void FormOlAddInOptions::ShowMenuColour() {
+    const std::uint32_t colour = platform::ColourOf(platform::SystemColour::Menu);
+    for (const char* name : {"Frame1", "Frame2", "Frame3", "Picture1"}) The(name).SetBackColor(colour);
 }
 
 void FormOlAddInOptions::Arrange() {

@@ -4,8 +4,7 @@
 //         typed; the empty text removes a value. "NoDlg" is "1" or missing.
 // Errors  ignored: the next step is taken.
 // Owns    its windows while it is shown. CheckT, CheckA and CheckC belong to the form and are never shown: nothing
-// loads
-//         or saves them.
+//         loads or saves them.
 // Effects the registry; the help. Modal: pumps messages until it is closed, since the host's own message loop would not
 //         let Tab, Enter, Escape and F1 reach a dialog of ours.
 #pragma once
@@ -35,7 +34,7 @@ class FormOlAddInOptions : public platform::Form {
     void ShowDesignTexts();
     void ShowValues();
     void ListProfiles();
-    void ShowMenuColor();
+    void ShowMenuColour();
     void Arrange();
     void SaveValues();
 

@@ -1,5 +1,5 @@
-// bridge/OptionsLayout.h: where everything stands in the options dialog. Pure: asks for the size of texts, knows no
-// windows.
+// bridge/OptionsLayout.h: where everything stands in the options dialog. Pure: asks
+// for the size of texts, knows no windows.
 //
 // Shapes  Pixels of the form's inside. Lengths of the design are those at 96 dots an inch.
 // Rules   Three groups below each other, as wide as the widest text needs; the fields of all groups begin in one

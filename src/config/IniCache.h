@@ -1,13 +1,13 @@
 // config/IniCache.h: the settings files held in memory, twelve at most.
 //
-// Shapes  A file is known by its whole path, whatever the case of its letters. Texts and names as in IniText.h.
+// Shapes  A file is known by its whole path, which is not case-sensitive. Texts and names as in IniText.h.
 // Stale   Before every read the file's size and exact time are asked for, in one call. When they are not those of
 //         the text held, it is dropped, unwritten changes and all, and the file is loaded again. A write does the
 //         same, but to a text without unwritten changes only: else they overwrite what came from outside. The stamp
 //         kept after a write of our own is that of the bytes written, so that this write is not taken for a
 //         change from outside, and one that follows it at once is.
-// Errors  A missing file reads as empty. One that is there and cannot be read answers defaults, is not written and
-//         not remembered as empty. A write that fails answers false; the changes are lost with the next read.
+// Errors  A missing file reads as empty. One that is there and cannot be read returns defaults, is not written and
+//         not remembered as empty. A write that fails returns false; the changes are lost with the next read.
 // Effects A 13th file takes the place of the one used longest ago, which is written first if it was changed. What
 //         is not flushed is written then, or by WriteBackAll.
 #pragma once

@@ -29,17 +29,17 @@ extern Location location;
 void IniInit(bool onlyOnce);
 
 // The value, or the default where it is missing or empty.
-//   Registry  A result equal to the default is, with `useLegacyLocation`, replaced by what the product's earlier
-//             location holds.
+//   Registry  A result equal to the default is, with `useLegacyLocation`, replaced by what the
+//             product's earlier location holds.
 //   Files     A section name that ends in a backslash is also looked for without it.
-//   With `textComparison` the names in a file compare whatever their case.
+//   With `textComparison` the names in a file are compared without regard to case.
 [[nodiscard]] std::string GetIniSetting(std::string_view section, std::string_view key,
                                         std::string_view defaultText = {}, bool useLegacyLocation = false,
                                         bool textComparison = false);
 [[nodiscard]] std::int32_t GetIniSettingLong(std::string_view section, std::string_view key, std::int32_t defaultNumber,
                                              bool useLegacyLocation = false);
 
-// The empty value deletes. In a file the answer is whether there was anything to write, in the registry whether the
+// The empty value deletes. In a file the result is whether there was anything to write, in the registry whether the
 // value now reads as written. `option` has no effect.
 bool SetIniSetting(std::string_view section, std::string_view key, std::string_view value, bool flush,
                    std::int32_t option = 0);

@@ -59,7 +59,7 @@ bool Write(std::string& text, std::string_view section, std::string_view key, st
 [[nodiscard]] std::string OnDisk(std::string text);
 
 // Remembers where the sections asked for lie, and the keys in them, so that further questions about the same
-// text cost no search. Answers as Read does, always: whoever changes the text calls Forget.
+// text cost no search. Always gives what Read gives: whoever changes the text calls Forget.
 class Index {
   public:
     [[nodiscard]] std::optional<std::string_view> Read(std::string_view text, std::string_view section,

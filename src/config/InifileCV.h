@@ -36,7 +36,7 @@ std::string GetMainIniFile(std::int32_t storageMode);
 // The settings folder.
 [[nodiscard]] std::string GetIniFilename_(std::int32_t storageMode);
 
-// What GetIniFile runs at its end; answers what was plugged in before.
+// What GetIniFile runs at its end; returns what was plugged in before.
 using LanguageSetUp = void (*)();
 LanguageSetUp PlugLanguage(LanguageSetUp setUp) noexcept;
 

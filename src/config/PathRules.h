@@ -1,6 +1,6 @@
 // config/PathRules.h: what can be read off the paths of the well-known folders. Pure text.
 //
-// Shapes  ANSI bytes, folders separated by "\"; a folder answered here ends in one.
+// Shapes  ANSI bytes, folders separated by "\"; a folder returned here ends in one.
 // Errors  none: every text has a reading.
 #pragma once
 #include <functional>
@@ -11,8 +11,8 @@ namespace WindowsMisc {
 
 inline constexpr std::string_view unknownUser = "Tobrin";
 
-// What stands between the second and the third backslash of `appData`; where that has fewer than three characters,
-// `unknownUser`.
+// What stands between the second and the third backslash of `appData`; where that has
+// fewer than three characters, `unknownUser`.
 [[nodiscard]] std::string UserNameIn(std::string_view appData);
 
 // "C:\" for a folder on drive C.

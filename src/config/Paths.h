@@ -25,7 +25,7 @@ extern Paths paths;
 // Fills them, and runs GetIniFile if no current settings file is known yet.
 void PathsInit();
 
-// What PathsInit runs to find the settings files (InifileCV); answers what was plugged in before.
+// What PathsInit runs to find the settings files (InifileCV); returns what was plugged in before.
 using SettingsFinder = void (*)();
 SettingsFinder PlugGetIniFile(SettingsFinder finder) noexcept;
 

@@ -40,8 +40,8 @@ void SetFonts(FormView& form, std::int32_t charSet, const std::string& face);
 void ApplySection(FormView& form, std::string_view languageFile, std::string_view section,
                   const PictureFile& pictureFile);
 
-// Entries parted by ";": "Name", "Name(2)" and, to remove pages of a tab control by a mask, "Tabs:5". The tool tips
-// of the pages that stay end before their "+". Answers the entries that name nothing of the form.
+// Entries separated by ";": "Name", "Name(2)" and, to remove pages of a tab control by a mask, "Tabs:5". The tool tips
+// of the pages that stay end before their "+". Returns the entries that name nothing of the form.
 [[nodiscard]] std::vector<std::string> Hide(FormView& form, std::string_view list);
 
 // The same without masks.

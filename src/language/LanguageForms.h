@@ -22,12 +22,12 @@ void GetLanguageString2(const FormView& form, Control& control, std::string_view
 void GetLanguageString2(FormView& form, std::string_view suffix = {});
 void GetLanguageStringForControl(std::string_view section, Control& control, std::string_view suffix);
 
-// Caption, fonts, standard buttons, then every line of the section, and at last the restrictions. No section: the
-// form's own.
+// Caption, fonts, standard buttons, then every line of the section, and at last the
+// restrictions. No section: the form's own.
 //   A picture box or image shows the file that its text names in the add-in's folder, if there is one.
 void GetLanguageStringsForForm(FormView& form, std::string_view section = {});
 
-// Hides and disables what the form's section of the base settings file lists, parted by ";":
+// Hides and disables what the form's section of the base settings file lists, separated by ";":
 //   Hide=Name;Name(2);Tabs:5     a control, an element, and by a mask of their positions pages of a tab control
 //   Disable=Name;Name(2)
 // An entry that names nothing of the form goes to the debug log where `reportErrors` is set.

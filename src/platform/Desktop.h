@@ -1,10 +1,9 @@
 // platform/Desktop.h: the top-level windows of all programs, and the screen that they are on.
 //
 // Shapes  Pixels of the screen; a window's rectangle with its border. Titles are ANSI, read up to 255 characters.
-// Errors  a window that is not there (any more), or does not answer, changes nothing and answers the neutral value.
+// Errors  a window that is not there (any more), or does not answer, changes nothing and returns the neutral value.
 // Effects windows of other programs; RunPendingMessages handles whatever this thread has been sent, and with it
-// whatever
-//         else the host does.
+//         whatever else the host does.
 #pragma once
 #include <optional>
 #include <string_view>
@@ -17,8 +16,7 @@ namespace platform {
 
 using WindowHandle = HWND__*;
 
-// The first, from the top of the screen down, whose title holds `part`, compared letter by letter; null where none
-// does.
+// The first, from the top of the screen down, whose title holds `part`, case-sensitive; null where none does.
 [[nodiscard]] WindowHandle TopWindowWithTitle(std::string_view part);
 
 // Asks the window to close, and waits for its answer unless its program hangs.

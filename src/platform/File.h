@@ -1,7 +1,7 @@
 // platform/File.h: files by their path, each call opening and closing what it needs.
 //
 // Shapes  Paths and contents are ANSI bytes; nothing is added to what is written.
-// Errors  a call that fails records the pending error and answers its neutral value. That a file or folder is not
+// Errors  a call that fails records the pending error and returns its neutral value. That a file or folder is not
 //         there is an answer, not a failure, for the calls that only ask.
 #pragma once
 #include <cstdint>
@@ -22,8 +22,8 @@ namespace platform {
 // to close the file.
 [[nodiscard]] std::string ReadFront(const std::string& path, std::uint32_t count);
 
-// The names of the files in `folder` (with a backslash at its end) that match, in the order in which Windows lists
-// them; no folders.
+// The names of the files in `folder` (with a backslash at its end) that match, in the order in
+// which Windows lists them; no folders.
 [[nodiscard]] std::vector<std::string> FileNames(const std::string& folder, const std::string& pattern);
 
 bool RemoveFile(const std::string& path) noexcept;

@@ -1,8 +1,8 @@
 // platform/Process.h: starting another program, by its command line or by a document of it.
 //
-// Shapes  A command line as Windows takes it: the program's path, in double quotes where it has blanks, then the
-//         arguments.
-// Errors  a start that fails is recorded as the pending error and answers false.
+// Shapes  A command line as Windows takes it: the program's path, in double quotes where it
+//         has blanks, then the arguments.
+// Errors  a start that fails is recorded as the pending error and returns false.
 // Effects starts a process and does not wait for it; nothing of it stays held.
 #pragma once
 #include <cstdint>

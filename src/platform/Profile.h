@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// As GetPrivateProfileStringA answers it, however long; names and file end at their first NUL.
+// As GetPrivateProfileStringA returns it, however long; names and file end at their first NUL.
 [[nodiscard]] std::string ProfileText(const std::string& file, const std::string& section, const std::string& key,
                                       const std::string& otherwise);
 

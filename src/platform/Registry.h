@@ -1,9 +1,9 @@
 // platform/Registry.h: the registry's narrow functions, one call each.
 //
 // Shapes  Names and text are ANSI and end at their first NUL, as Windows takes them; data is bytes and may hold NULs.
-//         A status is what Windows answers: 0 is success.
+//         A status is what Windows returns: 0 is success.
 // Errors  returned as status; nothing is recorded, and an out value keeps what it had. Every call on a key that
-//         is not open answers "invalid handle".
+//         is not open returns "invalid handle".
 // Owns    a RegistryKey closes its key at its end; a predefined root is never closed.
 #pragma once
 #include <cstdint>
@@ -41,7 +41,7 @@ class RegistryKey {
 
     // The value's type and its size in bytes.
     [[nodiscard]] std::int32_t Query(const std::string& name, std::uint32_t& type, std::uint32_t& size) const noexcept;
-    // Reads at most `size` bytes and answers in it how many there were.
+    // Reads at most `size` bytes and returns in it how many there were.
     [[nodiscard]] std::int32_t Read(const std::string& name, void* data, std::uint32_t& size) const noexcept;
     // Stores exactly the text's bytes: no NUL behind them.
     [[nodiscard]] std::int32_t WriteText(const std::string& name, std::string_view text) const;

@@ -1,6 +1,6 @@
 // platform/SystemError.h: how a status of Windows or COM becomes the pending error.
 //
-// Shapes  A status is what a Windows function answers (ERROR_...) or an HRESULT, as a signed number.
+// Shapes  A status is what a Windows function returns (ERROR_...) or an HRESULT, as a signed number.
 // Effects sets platform::Err(); keeps the thread's last error.
 #pragma once
 #include <cstdint>

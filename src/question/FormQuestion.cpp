@@ -227,10 +227,10 @@ void FormQuestion::ShowActiveLook() {
     if (!deactivated_) ShowCaptionIn(activeCaption, activeCaptionText);
 }
 
-void FormQuestion::ShowCaptionIn(std::uint32_t backColor, std::uint32_t textColor) {
-    The("LabelCaption").SetBackColor(backColor);
-    The("LabelCaption").SetForeColor(textColor);
-    The("Image2").SetBackColor(backColor);
+void FormQuestion::ShowCaptionIn(std::uint32_t backColour, std::uint32_t textColour) {
+    The("LabelCaption").SetBackColor(backColour);
+    The("LabelCaption").SetForeColor(textColour);
+    The("Image2").SetBackColor(backColour);
 }
 
 void FormQuestion::Answer(std::string_view number) {

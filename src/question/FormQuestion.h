@@ -79,7 +79,7 @@ class FormQuestion : public platform::Form {
 
     void Answer(std::string_view number);
     void ShowActiveLook();
-    void ShowCaptionIn(std::uint32_t backColor, std::uint32_t textColor);
+    void ShowCaptionIn(std::uint32_t backColour, std::uint32_t textColour);
     void WireHandlers();
     [[nodiscard]] QuestionLayout::Request LayoutRequest(std::int32_t layoutOption);
     void Arrange(const QuestionLayout::Request& request);

@@ -6,7 +6,7 @@
 // Errors  All end here: they are logged with the step reached, and the answer is empty, or 0.
 // Owns    The memory of answers that are not asked for again, for the life of the library.
 // Effects Modal over the window in front; pumps messages. Remembered answers and counts go to the settings file.
-//         While a box is shown, further ones are answered empty at once.
+//         While a box is shown, further ones return empty at once.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -36,8 +36,8 @@ std::int32_t QuestionMsgBox(std::int32_t questionId, std::string& prompt, std::i
                             const std::string& caption1 = {}, const std::string& caption2 = {},
                             const std::string& caption3 = {}, const std::string& extraOption = {});
 
-// Message `number` of the language file with two texts replaced. Asked more than `askLimit` times (0: always) it is
-// answered 1 and not shown.
+// Message `number` of the language file with two texts replaced. Asked more than `askLimit` times (0: no limit), it
+// shows nothing and returns 1.
 std::int32_t MsgBoxMessage(std::int32_t questionId, std::int32_t number, std::int32_t buttons,
                            const std::string& search1, const std::string& replace1, const std::string& search2,
                            const std::string& replace2, const std::string& extraOption, std::int32_t askLimit);

@@ -53,7 +53,7 @@ class Arrangement {
     Length CheckHeight(Length content);
     [[nodiscard]] bool LookWellAlike(Length widest) const { return widest <= 2 * Scaled(buttonWidthAt96); }
     [[nodiscard]] std::vector<Length> FullRows(const std::vector<Length>& widths, Length content) const;
-    Length PlaceButtons(Layout& layout, Length content);  // from 0,0; answers their height
+    Length PlaceButtons(Layout& layout, Length content);  // from 0,0; returns their height
 
     const Request& request_;
     const TextMeasure& measure_;

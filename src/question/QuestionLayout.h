@@ -1,5 +1,5 @@
-// question/QuestionLayout.h: where everything stands on the question form. Pure: asks for the size of texts, knows no
-// windows.
+// question/QuestionLayout.h: where everything stands on the question form. Pure: asks
+// for the size of texts, knows no windows.
 //
 // Shapes  Pixels of the form's inside. Window metrics are in the registry's unit (twips as negative numbers).
 //         Lengths of the design are those at 96 dots an inch.

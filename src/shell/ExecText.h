@@ -1,9 +1,9 @@
 // shell/ExecText.h: how a document, web address or e-mail address becomes a command line. Pure text: no Windows
-// header, no globals; what the system around it answers comes through an interface.
+// header, no globals; what the system around it says comes through an interface.
 //
-// Shapes  ANSI bytes. Marks for the document in a registered command are "%1" and "%l". Sought texts are compared
-//         letter by letter, in their case. Windows-125x only: a second byte of a two-byte character may be taken
-//         for a backslash.
+// Shapes  ANSI bytes. Marks for the document in a registered command are "%1" and "%l". Searches in
+//         them are case-sensitive. Windows-125x only: a second byte of a two-byte
+//         character may be taken for a backslash.
 // Errors  none: every text has a reading; what the system does not know is the empty text.
 // Bounds  A variable is expanded once in a command, in all places where it is spelled the same, so that one whose
 //         value names itself ends, and at most mostExpansions are. A replacement that would make the command longer
@@ -18,7 +18,7 @@ namespace ExecText {
 inline constexpr std::size_t longestCommand = 32767;
 inline constexpr std::size_t mostExpansions = 1000;
 
-// What the registry, the environment and the disk answer, the log, and what Windows takes.
+// What the registry, the environment and the disk hold, the log, and what Windows takes.
 class Surroundings {
   public:
     virtual ~Surroundings() = default;

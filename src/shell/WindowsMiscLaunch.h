@@ -20,7 +20,7 @@ void ExecApp(const std::string& command, std::int32_t style = -1);
 // The command that opens files of the extension, its marks for the file written as "%l" in double quotes.
 [[nodiscard]] std::string GetApplForExt(const std::string& extension);
 
-// The first top-level window whose title holds `title`, compared letter by letter.
+// The first top-level window whose title holds `title`, case-sensitive.
 [[nodiscard]] platform::WindowHandle FindWindowByTitle(std::string_view title);
 
 }  // namespace WindowsMisc

@@ -39,7 +39,7 @@ struct Ports {
     void (*switchOn)() = nullptr;  // sets the log up without a question
 };
 
-// Answers what was plugged in before.
+// Returns what was plugged in before.
 Ports Plug(const Ports& ports) noexcept;
 
 namespace detail {

@@ -1,7 +1,7 @@
-// support/Files.h: tolerant file operations: they answer what they can and raise nothing.
+// support/Files.h: tolerant file operations: they return what they can and raise nothing.
 //
-// Shapes  Paths and contents are ANSI bytes; folders that these procedures answer end in a backslash.
-// Errors  trapped, logged under the procedure's name, and answered by false, the empty text or no action. The
+// Shapes  Paths and contents are ANSI bytes; folders that these procedures return end in a backslash.
+// Errors  trapped, logged under the procedure's name, and the result is false, the empty text or no action. The
 //         caller's pending error stays as it was. Only WriteFileConents, when asked to, and EnsureFileSystemObject
 //         speak to the user.
 // Owns    one file-system scripting object for the process, made when it is first needed and kept.
@@ -50,7 +50,7 @@ enum Encoding : std::int32_t {
 bool WriteFileConents(const std::string& path, const std::string& text, bool append = false,
                       std::int32_t encoding = AsGiven, bool showError = false);
 
-// True when there is one, which FileSystem() then answers. A library that is not registered is registered once, and a
+// True when there is one, which FileSystem() then returns. A library that is not registered is registered once, and a
 // user whose system has none is told once.
 bool EnsureFileSystemObject();
 [[nodiscard]] const platform::Dispatch& FileSystem();
@@ -58,13 +58,13 @@ bool EnsureFileSystemObject();
 // As EnsureFileSystemObject found it; 0 before. Major + minor / 10.
 [[nodiscard]] double WindowsVersion();
 
-// Where AppFolder takes the application's path from (null: the module that this code is linked into). Answers what
+// Where AppFolder takes the application's path from (null: the module that this code is linked into). Returns what
 // was plugged in before.
 using PathSource = std::string (*)();
 PathSource PlugApplicationPath(PathSource source) noexcept;
 
 // What EnsureFileSystemObject needs of the system; a null member stands for the real thing. Plugging begins anew,
-// without object and version. Answers what was plugged in before.
+// without object and version. Returns what was plugged in before.
 struct System {
     platform::Dispatch (*createFileSystem)() = nullptr;
     bool (*start)(const std::string& commandLine) = nullptr;  // minimised

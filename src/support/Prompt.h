@@ -2,8 +2,8 @@
 //
 // Shapes  Text is ANSI. `questionId`, `buttons` and the answers are those of the question box; the answers are the
 //         standard numbers (1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No) and 9 for the fourth button.
-// Errors  none. While no port is plugged in, Ask shows the standard message box, Input answers its default text as
-//         cancelled, and Message shows nothing and answers 0.
+// Errors  none. While no port is plugged in, Ask shows the standard message box, Input returns its default text as
+//         cancelled, and Message shows nothing and returns 0.
 // Effects modal; may pump messages, and with them whatever else the host does.
 #pragma once
 #include <cstdint>
@@ -31,7 +31,7 @@ class Port {
                                  const std::string& replace2, std::int32_t askLimit) = 0;
 };
 
-// Plugs `port` in (null: none) and answers the one that was there.
+// Plugs `port` in (null: none) and returns the one that was there.
 Port* Plug(Port* port) noexcept;
 
 std::int32_t Ask(std::int32_t questionId, std::string& prompt, std::int32_t buttons, const std::string& title);

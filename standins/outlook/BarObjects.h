@@ -1,6 +1,6 @@
-// outlook/BarObjects.h: what the outside sees of command bars. A bar or control may have several such objects at a
-// time: a client compares InstanceId, not pointers. A control's sinks hang on the object that was advised, and go with
-// it.
+// outlook/BarObjects.h: what the outside sees of command bars. A bar or control may have several
+// such objects at a time: a client compares InstanceId, not pointers. A control's sinks hang on the
+// object that was advised, and go with it.
 #pragma once
 #include "outlook/Bars.h"
 #include "outlook/Object.h"

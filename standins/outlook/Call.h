@@ -20,7 +20,7 @@ struct Member;
 
 struct Failure {
     HRESULT code = E_FAIL;
-    std::wstring description;  // not empty: answered as DISP_E_EXCEPTION with `code` as scode
+    std::wstring description;  // not empty: returned as DISP_E_EXCEPTION with `code` as scode
     unsigned argument = 0;     // of DISP_E_TYPEMISMATCH: its place in rgvarg
 };
 

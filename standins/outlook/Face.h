@@ -1,6 +1,6 @@
 // outlook/Face.h: pictures of buttons: the clipboard as PasteFace and CopyFace use it, and pixels for the drawing.
 //
-// Errors  Functions that answer HRESULT leave everything untouched when they fail.
+// Errors  Functions that return HRESULT leave everything untouched when they fail.
 #pragma once
 #include <windows.h>
 

@@ -63,7 +63,7 @@ class Gate {
 
     [[nodiscard]] Session& TheSession() const { return *session_; }
     [[nodiscard]] int Version() const { return version_; }
-    // What every call answers once the session is over; S_OK while it runs.
+    // What every call returns once the session is over; S_OK while it runs.
     [[nodiscard]] HRESULT Over() const { return over_; }
     void End(HRESULT answer) { over_ = answer; }
     void Forget() { session_ = nullptr; }

@@ -1,5 +1,5 @@
-// outlook/Items.h: items of every class, with their fields, their life from new over saved to deleted, and their
-// events.
+// outlook/Items.h: items of every class, with their fields, their life from new
+// over saved to deleted, and their events.
 #pragma once
 #include <map>
 

@@ -36,7 +36,7 @@ class Object : public Counted, public IDispatch, public IConnectionPointContaine
     ~Object() override;
 
     [[nodiscard]] virtual const TypeDescription& Type() const = 0;
-    // S_OK, or what every member answers because the thing is no more.
+    // S_OK, or what every member returns because the thing is no more.
     [[nodiscard]] virtual HRESULT Gone() const { return S_OK; }
     [[nodiscard]] virtual bool HasFrame() const { return false; }
     [[nodiscard]] virtual HWND Frame() const { return nullptr; }
@@ -119,7 +119,7 @@ class ConnectionPoint : public Counted, public IConnectionPoint {
     std::vector<Advised> sinks_;
 };
 
-// Fills `exception` (may be null) as Outlook does and answers DISP_E_EXCEPTION.
+// Fills `exception` (may be null) as Outlook does and returns DISP_E_EXCEPTION.
 HRESULT FillException(EXCEPINFO* exception, HRESULT scode, const wchar_t* description, bool deferred);
 
 }  // namespace standin

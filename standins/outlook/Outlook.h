@@ -43,7 +43,7 @@
 //   SwitchFolder  BeforeFolderSwitch (can be cancelled), FolderSwitch, SelectionChange (the first item is selected;
 //                 no SelectionChange in FolderKind::OutlookToday, which has no items)
 //   CloseWindow   an Inspector: Item.Write when it is saved, Item.Close (each can be cancelled). Then Close of the
-//                 window; then it is gone, its objects and those of its bars answer with RPC_E_DISCONNECTED; then
+//                 window; then it is gone, its objects and those of its bars return RPC_E_DISCONNECTED; then
 //                 Activate of the next window. With the last window gone the session ends as by Quit,
 //                 once the event is over from which an add-in closed it
 //   Quit          CloseWindow for every window, Application.Quit, then by version (below)
@@ -52,11 +52,11 @@
 //   9 to 11       OnBeginShutdown and OnDisconnection(HostShutdown) only when no reference to an object of the host
 //                 is left after the last window's Close event, which is before Application.Quit: that event comes in
 //                 any case, but is too late. With references left after it: Ending::StaysInMemory, and the objects
-//                 go on answering; with none then: Ending::AddInsNotTold
+//                 go on working; with none then: Ending::AddInsNotTold
 //   12            Application.Quit, OnBeginShutdown, OnDisconnection(HostShutdown), whatever is held
 //   ShutdownCalls::None  only Application.Quit, for any version: Ending::AddInsNotTold; add-ins of the registry whose
 //                 key has RequireShutdownNotification = 1 are told all the same
-//   After it every object answers E_UNEXPECTED, and EndProcess has been done.
+//   After it every object returns E_UNEXPECTED, and EndProcess has been done.
 //
 // What it has not. Early binding (a QueryInterface for `_Explorer` and so on fails and is in Complaints), enumeration
 // of connection points, the text of combo boxes, panes beyond being visible or not, recipients and attachments, the
@@ -149,7 +149,7 @@ struct Options {
     std::shared_ptr<SavedBars> savedBars = nullptr;  // of an earlier session; none: a fresh profile
 };
 
-// What one call answers instead of doing its work.
+// What one call returns instead of doing its work.
 struct Fault {
     enum class Kind { Fails, Exception, DeferredException, Empty };
     Kind kind = Kind::Fails;
@@ -157,7 +157,7 @@ struct Fault {
 
     static Fault Fails(HRESULT code) { return {Kind::Fails, code}; }
     // DISP_E_EXCEPTION with a filled EXCEPINFO (source, description, help file); Deferred: filled by pfnDeferredFillIn.
-    // Calls that have no EXCEPINFO answer with `scode` itself.
+    // Calls that have no EXCEPINFO return `scode` itself.
     static Fault Exception(HRESULT scode) { return {Kind::Exception, scode}; }
     static Fault DeferredException(HRESULT scode) { return {Kind::DeferredException, scode}; }
     // S_OK with an empty VARIANT, a NULL pointer, DISPID_UNKNOWN or the cookie 0.
@@ -258,7 +258,7 @@ class Outlook {
     // After Ending::StaysInMemory: the references have gone meanwhile? Then the process ends (AddInsNotTold).
     Ending LookAgain();
     // The process is gone: no call to an add-in any more but the Release of it and of its sinks.
-    // Objects that are still held stay valid and answer RPC_E_DISCONNECTED.
+    // Objects that are still held stay valid and return RPC_E_DISCONNECTED.
     void EndProcess();
     [[nodiscard]] Ending HowItEnded() const;
     [[nodiscard]] int Version() const;
@@ -273,14 +273,14 @@ class Outlook {
     void Deactivate(Window window);   // the user goes to another program
     // False when a sink or the user (Options::prompted) cancelled it.
     bool CloseWindow(Window window, SaveMode mode = SaveMode::Prompt);
-    // A mail is sent from its Inspector: Item.Send (can be cancelled), then CloseWindow; in version 9 without the
-    // Inspector's Close event.
+    // A mail is sent from its Inspector: Item.Send (can be cancelled), then CloseWindow; in version 9
+    // without the Inspector's Close event.
     bool SendMail(Window window);
     [[nodiscard]] std::vector<Window> Windows() const;  // in the order of opening, hidden ones included
     [[nodiscard]] WindowView View(Window window) const;
     [[nodiscard]] Window ActiveWindow() const;
     [[nodiscard]] bool Exists(Window window) const;
-    void SetFrame(Window window, HWND frame);  // what IOleWindow of the window answers
+    void SetFrame(Window window, HWND frame);  // what IOleWindow of the window returns
 
     // --- folders and items ---
 
@@ -344,7 +344,7 @@ class Outlook {
     // Live advises, in all and as "Explorer 1 ExplorerEvents".
     [[nodiscard]] int Advises() const;
     [[nodiscard]] std::vector<std::string> AdviseList() const;
-    // What an add-in should not do, in words: sinks that answered with a failure, names and interfaces asked for that
+    // What an add-in should not do, in words: sinks that returned a failure, names and interfaces asked for that
     // the version has not, Unadvise with an unknown cookie, a failing add-in call.
     [[nodiscard]] std::vector<std::string> Complaints() const;
     // A line a call, nested ones indented by two blanks:

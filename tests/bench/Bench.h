@@ -2,8 +2,8 @@
 //
 // Shapes  Times are nanoseconds a call; a result is the median of several rounds. Where there is a baseline, its
 //         rounds and the measured ones take turns within the same run, and the ratio is that of the medians.
-//         The CSV has one line a result: name,value,unit,ratio,target,met - empty where there is none, the name in
-//         quotation marks.
+//         The CSV has one line a result: name,value,unit,ratio,target,met - empty where there is
+//         none, the name in quotation marks.
 // Use     Each program prints its table, adds its CSV lines to the file that is its first argument, and ends with 1
 //         when a target was missed. Run them through scripts/bench.sh: it pins program and wineserver to one processor,
 //         without which every registry or file call is timed with a hand-over between two of them.

@@ -1,7 +1,7 @@
 // day/Person.h: a person at the keyboard while a dialog has the program's thread: reads its windows and presses keys.
 //
-// The task runs in a thread of its own, from the making of the person until Wait. Keys go, as a keyboard's do, to the
-// window in front.
+// The task runs in a thread of its own, from the making of the person until Wait. Keys go, as a
+// keyboard's do, to the window in front.
 #pragma once
 #include <windows.h>
 

@@ -1,9 +1,9 @@
 // Every scenario again with each single host call failing in turn, in four ways: nothing crashes, the host is always
-// answered with a success, no command runs that was not asked for, and nothing stays held once the session is over.
+// told of success, no command runs that was not asked for, and nothing stays held once the session is over.
 //
-// It plays some 200,000 sessions. So the registry and the clipboard are in memory, and no process is started: a start
-// is noted and fails. The library itself, COM and the host's side are those of all other scenarios, which use the real
-// ones.
+// It plays some 200,000 sessions. So the registry and the clipboard are in memory, and no process is
+// started: a start is noted and fails. The library itself, COM and the host's side are those of all other
+// scenarios, which use the real ones.
 #include <doctest.h>
 #include <windows.h>
 // Needs windows.h before it.

@@ -173,7 +173,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         if (operation < 0x80) {
             const auto read = IniText::Read(text, section, key, comparison);
             fuzz::Expect(read == model.Read(section, key, comparison), "a read gives what the lines say");
-            fuzz::Expect(index.Read(text, section, key, comparison) == read, "the index answers as the search");
+            fuzz::Expect(index.Read(text, section, key, comparison) == read, "the index finds what the search finds");
             continue;
         }
         const std::string before = text;

@@ -1,5 +1,5 @@
 // screens/Surroundings.h: what the programs that take pictures are told by the environment: CV_PICTURES (the folder),
-// CV_LANGUAGES (parted by blanks), and the dots an inch of the desktop.
+// CV_LANGUAGES (separated by blanks), and the dots an inch of the desktop.
 #pragma once
 #include <windows.h>
 

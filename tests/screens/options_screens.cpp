@@ -1,5 +1,5 @@
-// Pictures of the options dialog: options_screens, with the folder for them in CV_PICTURES and the languages, parted by
-// blanks, in CV_LANGUAGES. The resolution is that of the desktop.
+// Pictures of the options dialog: options_screens, with the folder for them in CV_PICTURES and the languages, separated
+// by blanks, in CV_LANGUAGES. The resolution is that of the desktop.
 #include <doctest.h>
 #include <windows.h>
 
@@ -13,7 +13,7 @@
 #include "testing/FormDriver.h"
 #include "testing/WholeForm.h"
 #include "testing/WindowPicture.h"
-#include "testing/Windows2000Colors.h"
+#include "testing/Windows2000Colours.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ void ShowAndSave(const std::string& file) {
 
 TEST_CASE("pictures of the options dialog") {
     const std::string dots = DotsAnInch();
-    const Windows2000Colors theirs;
+    const Windows2000Colours theirs;
     OlVersion = 11;
     for (const std::string& language : Languages()) {
         const AddInHouse house(language);

@@ -1,5 +1,5 @@
-// Pictures of the question box: question_screens, with the folder for them in CV_PICTURES and the languages, parted by
-// blanks, in CV_LANGUAGES. The resolution is that of the desktop.
+// Pictures of the question box: question_screens, with the folder for them in CV_PICTURES and the languages, separated
+// by blanks, in CV_LANGUAGES. The resolution is that of the desktop.
 #include <doctest.h>
 #include <windows.h>
 
@@ -13,7 +13,7 @@
 #include "testing/FormDriver.h"
 #include "testing/WholeForm.h"
 #include "testing/WindowPicture.h"
-#include "testing/Windows2000Colors.h"
+#include "testing/Windows2000Colours.h"
 
 namespace {
 
@@ -109,7 +109,7 @@ void ShowAndSave(const Box& box, const std::string& file) {
 
 TEST_CASE("pictures of the question box") {
     const std::string dots = DotsAnInch();
-    const Windows2000Colors theirs;
+    const Windows2000Colours theirs;
     for (const std::string& language : Languages()) {
         const AddInHouse house(language);
         for (const Box& box : BoxesIn(language)) {

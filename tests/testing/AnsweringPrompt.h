@@ -1,4 +1,4 @@
-// testing/AnsweringPrompt.h: a user who answers as told and remembers what was shown.
+// testing/AnsweringPrompt.h: a user who returns as told and remembers what was shown.
 #pragma once
 #include <deque>
 #include <string>

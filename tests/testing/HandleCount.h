@@ -1,5 +1,5 @@
 // testing/HandleCount.h: how many GDI objects, windows, menus and kernel handles this process holds, in numbers that
-// can be compared with an earlier count. Wine answers 0 to GetGuiResources and GetProcessHandleCount, so they are
+// can be compared with an earlier count. Wine returns 0 for GetGuiResources and GetProcessHandleCount, so they are
 // counted another way:
 //   GDI objects     Handles are places in one table, free ones are taken again first. Bitmaps are made until one gets a
 //                   place that was never taken before: so many were free, all others are in use.

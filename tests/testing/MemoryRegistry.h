@@ -1,5 +1,5 @@
 // testing/MemoryRegistry.h: a registry in memory, for tests that run so often that Windows' own would take most of
-// their time. It answers as Windows does to what the add-in and the stand-ins ask of it, which its own test compares.
+// their time. It behaves as Windows does to what the add-in and the stand-ins ask of it, which its own test compares.
 //
 // Shapes  All roots begin empty. Names are compared without regard to case; keys are listed in the order of their
 // names. Owns    everything in it; one at a time serves the modules that were patched.

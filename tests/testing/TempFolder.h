@@ -1,5 +1,5 @@
-// testing/TempFolder.h: a folder of its own, empty, for the life of one test. Folders that an earlier run left behind
-// are removed.
+// testing/TempFolder.h: a folder of its own, empty, for the life of one test. Folders that an
+// earlier run left behind are removed.
 #pragma once
 #include <doctest.h>
 #include <windows.h>

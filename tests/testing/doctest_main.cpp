@@ -1,5 +1,5 @@
-// The main function of every test program. Under Windows the tests run as in the host: on a thread whose COM apartment
-// is its own.
+// The main function of every test program. Under Windows the tests run as in the host: on a
+// thread whose COM apartment is its own.
 #define DOCTEST_CONFIG_IMPLEMENT
 #include <doctest.h>
 

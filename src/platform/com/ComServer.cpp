@@ -34,7 +34,7 @@ struct IDTExtensibility2 : IDispatch {
 LONG uses = 0;
 
 template <class Call>
-HRESULT Answered(Call&& call) noexcept {
+HRESULT HandOn(Call&& call) noexcept {
     Guarded(call);
     return S_OK;
 }
@@ -49,7 +49,7 @@ ComPtr<ITypeInfo> LoadExtensibilityInfo() {
     return info;
 }
 
-// The add-in as COM sees it: every method of the host's is handed on, guarded, and answered with S_OK.
+// The add-in as COM sees it: it hands on every call of the host, guarded, and returns S_OK.
 class AddinObject final : public IDTExtensibility2 {
   public:
     explicit AddinObject(std::unique_ptr<AddinInstance> instance) noexcept : instance_(std::move(instance)) {
@@ -97,21 +97,21 @@ class AddinObject final : public IDTExtensibility2 {
     }
 
     STDMETHODIMP OnConnection(IDispatch* application, LONG connectMode, IDispatch* addInInst, SAFEARRAY**) override {
-        return Answered([&] {
+        return HandOn([&] {
             instance_->AddinInstance_OnConnection(Dispatch::Copy(application), connectMode, Dispatch::Copy(addInInst));
         });
     }
     STDMETHODIMP OnDisconnection(LONG removeMode, SAFEARRAY**) override {
-        return Answered([&] { instance_->AddinInstance_OnDisconnection(removeMode); });
+        return HandOn([&] { instance_->AddinInstance_OnDisconnection(removeMode); });
     }
     STDMETHODIMP OnAddInsUpdate(SAFEARRAY**) override {
-        return Answered([&] { instance_->AddinInstance_OnAddInsUpdate(); });
+        return HandOn([&] { instance_->AddinInstance_OnAddInsUpdate(); });
     }
     STDMETHODIMP OnStartupComplete(SAFEARRAY**) override {
-        return Answered([&] { instance_->AddinInstance_OnStartupComplete(); });
+        return HandOn([&] { instance_->AddinInstance_OnStartupComplete(); });
     }
     STDMETHODIMP OnBeginShutdown(SAFEARRAY**) override {
-        return Answered([&] { instance_->AddinInstance_OnBeginShutdown(); });
+        return HandOn([&] { instance_->AddinInstance_OnBeginShutdown(); });
     }
 
   private:

@@ -2,7 +2,7 @@
 // self-registration and the library's four entry points, so that the add-in itself needs no OLE header.
 //
 // Shapes  A class id is text in braces, "{8-4-4-4-12}". Modes are the numbers of the Office add-in interface.
-// Errors  Every call of the host is guarded (Guard.h) and answered with S_OK, whatever happened in it.
+// Errors  Every call of the host is guarded (Guard.h) and returns S_OK, whatever happened in it.
 // Owns    One AddinInstance a COM object; the library stays loaded while an object, a lock of the factory or
 //         a KeepLoaded (Module.h) lives.
 // Use     The add-in defines Server(); cv_addin_library (cmake/AddinLibrary.cmake) adds entry points and exports.

@@ -71,7 +71,7 @@ bool FindId(IDispatch* object, const Member& member, DISPID& id) {
 }
 
 // The one place that knows how a late-bound call is made: arguments in reverse order, the name that a
-// property's new value bears, and the host's error information. True when the host answered a success.
+// property's new value bears, and the host's error information. True when the host returned a success.
 bool Invoke(IDispatch* object, const Member& member, WORD kind, std::initializer_list<Argument> arguments,
             VARIANT* result) {
     // The object may let go of itself during the call.
@@ -105,7 +105,7 @@ bool Invoke(IDispatch* object, const Member& member, WORD kind, std::initializer
 
 constexpr WORD readOrCall = DISPATCH_PROPERTYGET | DISPATCH_METHOD;
 
-// The answer of a member as the type asked for; `answer` is VT_EMPTY where there is none.
+// The result of a member as the type asked for; `answer` is VT_EMPTY where there is none.
 bool Read(IDispatch* object, const Member& member, std::initializer_list<Argument> arguments, VARTYPE type,
           Variant& answer) {
     Variant raw;

@@ -1,7 +1,7 @@
 // platform/com/Dispatch.h: a late-bound object of the host, which may be empty and never throws for it.
 //
 // Shapes  Members are called by name, or by the id that a Member knows; text is ANSI; arguments stand in their
-//         declared order, Missing for one left out. Numbers are 32-bit. What the host answers is converted where
+//         declared order, Missing for one left out. Numbers are 32-bit. What the host returns is converted where
 //         Windows can convert it.
 // Errors  A call on an empty object does nothing and sets nothing. A failing call sets the pending error
 //         (its number: the HRESULT, or what the host's own error information says; its description begins

@@ -46,9 +46,9 @@ class OpenedClipboard {
 
 }  // namespace
 
-std::uint32_t ColorOf(SystemColor color) { return GetSysColor(static_cast<int>(color)); }
+std::uint32_t ColourOf(SystemColour colour) { return GetSysColor(static_cast<int>(colour)); }
 
-BitmapHandle LoadMappedBitmap(std::int32_t resource, const ColorMapping& mapping) {
+BitmapHandle LoadMappedBitmap(std::int32_t resource, const ColourMapping& mapping) {
     COLORMAP map{mapping.from, mapping.to};
     return Checked(CreateMappedBitmap(Library(), resource, 0, &map, 1));
 }

@@ -19,17 +19,17 @@ struct PaletteHandle {
     void* handle = nullptr;
 };
 
-struct ColorMapping {
+struct ColourMapping {
     std::uint32_t from;
     std::uint32_t to;
 };
 
 inline constexpr std::uint32_t LightGrey = 0x00C0C0C0;
-enum class SystemColor : std::int32_t { ScrollBar = 0, Menu = 4 };
-[[nodiscard]] std::uint32_t ColorOf(SystemColor color);
+enum class SystemColour : std::int32_t { ScrollBar = 0, Menu = 4 };
+[[nodiscard]] std::uint32_t ColourOf(SystemColour colour);
 
 // A bitmap resource of this library with one colour replaced; the caller owns it.
-[[nodiscard]] BitmapHandle LoadMappedBitmap(std::int32_t resource, const ColorMapping& mapping);
+[[nodiscard]] BitmapHandle LoadMappedBitmap(std::int32_t resource, const ColourMapping& mapping);
 
 // A bitmap resource as it stands; the caller owns it.
 [[nodiscard]] BitmapHandle LoadBitmapResource(std::int32_t resource);

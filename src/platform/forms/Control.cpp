@@ -41,17 +41,17 @@ constexpr KindProperties kindTable[] = {
 };
 
 // What a control looks like before anything is set: Windows' window and button colours.
-constexpr std::uint32_t windowColor = 0x80000005, windowTextColor = 0x80000008, faceColor = 0x8000000F,
-                        faceTextColor = 0x80000012, linkColor = 0x8000001A;
+constexpr std::uint32_t windowColour = 0x80000005, windowTextColour = 0x80000008, faceColour = 0x8000000F,
+                        faceTextColour = 0x80000012, linkColour = 0x8000001A;
 
 std::uint32_t InitialBackColor(ControlKind kind) {
     const bool typedIn = kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::ListBox;
-    return typedIn ? windowColor : faceColor;
+    return typedIn ? windowColour : faceColour;
 }
 
 std::uint32_t InitialForeColor(ControlKind kind) {
-    if (kind == ControlKind::Link) return linkColor;
-    return InitialBackColor(kind) == windowColor ? windowTextColor : faceTextColor;
+    if (kind == ControlKind::Link) return linkColour;
+    return InitialBackColor(kind) == windowColour ? windowTextColour : faceTextColour;
 }
 
 }  // namespace
@@ -65,8 +65,8 @@ bool Has(ControlKind kind, Property property) {
 
 Control::Control(const ControlSpec& spec)
     : spec_(spec),
-      backColor_(InitialBackColor(spec.kind)),
-      foreColor_(InitialForeColor(spec.kind)),
+      backColour_(InitialBackColor(spec.kind)),
+      foreColour_(InitialForeColor(spec.kind)),
       visible_(!Is(ControlStyle::Hidden)),
       enabled_(spec.kind != ControlKind::Timer) {
     font_.underline = spec.kind == ControlKind::Link;
@@ -93,8 +93,8 @@ bool Control::SetFont(const FontStyle& font) { return Keep(Property::Font, font_
 bool Control::SetVisible(bool visible) { return Keep(Property::Visible, visible_, visible); }
 bool Control::SetEnabled(bool enabled) { return Keep(Property::Enabled, enabled_, enabled); }
 bool Control::SetValue(bool value) { return Keep(Property::Value, value_, value); }
-bool Control::SetBackColor(std::uint32_t color) { return Keep(Property::BackColor, backColor_, color); }
-bool Control::SetForeColor(std::uint32_t color) { return Keep(Property::ForeColor, foreColor_, color); }
+bool Control::SetBackColor(std::uint32_t colour) { return Keep(Property::BackColor, backColour_, colour); }
+bool Control::SetForeColor(std::uint32_t colour) { return Keep(Property::ForeColor, foreColour_, colour); }
 bool Control::SetPosition(const Rect& position) { return Keep(Property::Position, position_, position); }
 bool Control::SetPasswordChar(char letter) { return Keep(Property::PasswordChar, passwordChar_, letter); }
 bool Control::SetInterval(std::int32_t milliseconds) { return Keep(Property::Interval, interval_, milliseconds); }

@@ -2,8 +2,8 @@
 //
 // Shapes   Text is ANSI. Positions are pixels of the form's inside. Colours are 0x00BBGGRR, or 0x800000NN for
 //          Windows' own colour number NN. A line of text ends with CR, LF or CR LF.
-// Errors   Setting a property that this kind of control lacks changes nothing, answers false and leaves
-//          PropertyNotSupported pending; reading one answers the neutral value. Callers may ignore both.
+// Errors   Setting a property that this kind of control lacks changes nothing, returns false and leaves
+//          PropertyNotSupported pending; reading one returns the neutral value. Callers may ignore both.
 // Windows  While its form has windows, a control hands every change on to its own (ControlPeer) and asks it for what
 //          the user may have changed. Without them it keeps what it was told, so rules over forms need no windows.
 #pragma once
@@ -138,8 +138,8 @@ class Control {
     [[nodiscard]] const FontStyle& Font() const { return font_; }
     [[nodiscard]] bool Visible() const { return visible_; }
     [[nodiscard]] bool Enabled() const { return enabled_; }
-    [[nodiscard]] std::uint32_t BackColor() const { return backColor_; }
-    [[nodiscard]] std::uint32_t ForeColor() const { return foreColor_; }
+    [[nodiscard]] std::uint32_t BackColor() const { return backColour_; }
+    [[nodiscard]] std::uint32_t ForeColor() const { return foreColour_; }
     [[nodiscard]] Rect Position() const { return position_; }
     [[nodiscard]] char PasswordChar() const { return passwordChar_; }
     [[nodiscard]] std::int32_t Interval() const { return interval_; }
@@ -166,8 +166,8 @@ class Control {
     bool SetValue(bool value);
     bool SetText(std::string_view text);  // of a combo box: its line, whether its list has it or not
     bool SetListIndex(std::int32_t index);
-    bool SetBackColor(std::uint32_t color);
-    bool SetForeColor(std::uint32_t color);
+    bool SetBackColor(std::uint32_t colour);
+    bool SetForeColor(std::uint32_t colour);
     bool SetPosition(const Rect& position);
     bool SetPasswordChar(char letter);  // 0: what is typed is seen
     bool SetInterval(std::int32_t milliseconds);
@@ -193,7 +193,7 @@ class Control {
     Rect position_;
     std::vector<std::string> list_;
     std::vector<TabPage> tabs_;
-    std::uint32_t backColor_, foreColor_;
+    std::uint32_t backColour_, foreColour_;
     std::int32_t listIndex_ = -1;
     std::int32_t interval_ = 0;
     bool visible_, enabled_ = true, value_ = false;

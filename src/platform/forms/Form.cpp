@@ -19,7 +19,7 @@ constexpr std::int32_t firstControlId = 100;
 constexpr UINT activatedMessage = WM_APP + 1;  // posted, so that the focus is settled when it arrives
 constexpr int designDotsAnInch = 96;
 constexpr int toolTipWidth = 400;
-constexpr std::uint32_t faceColor = 0x8000000Fu;  // COLOR_BTNFACE
+constexpr std::uint32_t faceColour = 0x8000000Fu;  // COLOR_BTNFACE
 
 bool BelongsToThisThread(HWND window) { return GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId(); }
 
@@ -107,14 +107,14 @@ class Form::Windows final : public ControlPeer {
     [[nodiscard]] std::int32_t DotsAnInch() const { return dotsAnInch_; }
     void ShowFonts();
     void ShowCaption();
-    void SetBackColor(std::uint32_t color);
+    void SetBackColor(std::uint32_t colour);
     void SetDefaultButton(const Control& button);
 
   private:
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     INT_PTR HandleCommand(WORD id, WORD notification);
-    INT_PTR HandleColor(HDC device, HWND window);
+    INT_PTR HandleColour(HDC device, HWND window);
     void HandleTimer(std::int32_t id);
     bool HandleKey(const MSG& message);
     void PaintBackground(HDC device);
@@ -136,7 +136,7 @@ class Form::Windows final : public ControlPeer {
     HWND activeBefore_ = nullptr, focusBefore_ = nullptr;
     std::vector<std::unique_ptr<ControlWindow>> controls_;
     DisabledWindows disabled_;
-    std::uint32_t backColor_ = faceColor;
+    std::uint32_t backColour_ = faceColour;
     std::int32_t dotsAnInch_ = designDotsAnInch;
     bool shown_ = false, modal_ = false;
 };
@@ -303,7 +303,7 @@ INT_PTR Form::Windows::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLOREDIT:
         case WM_CTLCOLORLISTBOX:
-        case WM_CTLCOLORBTN: return HandleColor(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+        case WM_CTLCOLORBTN: return HandleColour(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
         case WM_ERASEBKGND:
             PaintBackground(reinterpret_cast<HDC>(wParam));
             SetWindowLongA(dialog_, DWL_MSGRESULT, TRUE);
@@ -355,19 +355,19 @@ bool Form::Windows::HandleKey(const MSG& message) {
 
 // --- colours, fonts, tool tips ----------------------------------------------------------------------------------
 
-INT_PTR Form::Windows::HandleColor(HDC device, HWND window) {
+INT_PTR Form::Windows::HandleColour(HDC device, HWND window) {
     ControlWindow* const control = ControlWindow::Of(window);
     if (!control) return FALSE;
-    return reinterpret_cast<INT_PTR>(control->Colors(device, BackColorOf(control->Control())));
+    return reinterpret_cast<INT_PTR>(control->Colours(device, BackColorOf(control->Control())));
 }
 
 // A control that has the colour of a plain form takes that of the frame around it, or of the form.
 std::uint32_t Form::Windows::BackColorOf(const Control& control) const {
-    if (control.BackColor() != faceColor) return control.BackColor();
+    if (control.BackColor() != faceColour) return control.BackColor();
     const Rect inner = control.Position();
     for (const auto& window : controls_) {
         const Control& frame = window->Control();
-        if (&frame == &control || frame.BackColor() == faceColor || !frame.Visible()) continue;
+        if (&frame == &control || frame.BackColor() == faceColour || !frame.Visible()) continue;
         if (frame.Kind() != ControlKind::Frame && frame.Kind() != ControlKind::PictureBox) continue;
         const Rect outer = frame.Position();
         if (inner.left >= outer.left && inner.top >= outer.top && inner.Right() <= outer.Right() &&
@@ -375,26 +375,26 @@ std::uint32_t Form::Windows::BackColorOf(const Control& control) const {
             return frame.BackColor();
         }
     }
-    return backColor_;
+    return backColour_;
 }
 
 void Form::Windows::PaintBackground(HDC device) {
     RECT all{};
     GetClientRect(dialog_, &all);
-    const Drawn<HBRUSH> brush(CreateSolidBrush(ColorOf(backColor_)));
+    const Drawn<HBRUSH> brush(CreateSolidBrush(ColourOf(backColour_)));
     FillRect(device, &all, brush.Get());
     for (const auto& window : controls_) {
         const Control& frame = window->Control();
-        if (frame.Kind() != ControlKind::Frame || !frame.Visible() || frame.BackColor() == faceColor) continue;
+        if (frame.Kind() != ControlKind::Frame || !frame.Visible() || frame.BackColor() == faceColour) continue;
         const Rect area = frame.Position();
         const RECT box{area.left, area.top, area.Right(), area.Bottom()};
-        const Drawn<HBRUSH> frameBrush(CreateSolidBrush(ColorOf(frame.BackColor())));
+        const Drawn<HBRUSH> frameBrush(CreateSolidBrush(ColourOf(frame.BackColor())));
         FillRect(device, &box, frameBrush.Get());
     }
 }
 
-void Form::Windows::SetBackColor(std::uint32_t color) {
-    backColor_ = color;
+void Form::Windows::SetBackColor(std::uint32_t colour) {
+    backColour_ = colour;
     if (dialog_) RedrawWindow(dialog_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
@@ -579,7 +579,7 @@ std::string Form::FontFace(const Control& control) const {
     return Loaded() ? windows_->Of(control).FontFace() : std::string();
 }
 
-void Form::SetBackColor(std::uint32_t color) { windows_->SetBackColor(color); }
+void Form::SetBackColor(std::uint32_t colour) { windows_->SetBackColor(colour); }
 
 void Form::SetDefaultButton(Control& button) {
     if (Loaded()) windows_->SetDefaultButton(button);

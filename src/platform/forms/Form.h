@@ -1,10 +1,9 @@
 // platform/forms/Form.h: a form with windows: a real dialog window with a real window for each control.
 //
 // Shapes   Positions and sizes are pixels; `Scaled` turns a length meant for 96 dots an inch into pixels.
-// Keys     A key goes to the form first (OnKeyDown), then to the handlers of the control that has the focus, then it
-// does
-//          what it does in any dialog of Windows: Tab and arrows move, Enter and Escape press the buttons of those
-//          styles, an access key presses its button.
+// Keys     A key goes to the form first (OnKeyDown), then to the handlers of the control that has the focus, then
+//          it does what it does in any dialog of Windows: Tab and arrows move, Enter and Escape press the buttons of
+//          those styles, an access key presses its button.
 // Modal    While a modal form is shown, the other windows of the thread are disabled; afterwards they are as before
 //          and the focus is where it was. A quit message that arrives meanwhile ends the form and is passed on.
 // Errors   Every event is guarded: nothing leaves it. A window that cannot be made is recorded as the pending error.
@@ -61,7 +60,7 @@ class Form : public FormView {
     // What `text` needs in the font of `control`, broken into lines at `width` (0: not broken).
     [[nodiscard]] Size TextSize(const Control& control, std::string_view text, std::int32_t width = 0) const;
 
-    void SetBackColor(std::uint32_t color);
+    void SetBackColor(std::uint32_t colour);
     void SetDefaultButton(Control& button);
     [[nodiscard]] Control* Focus();                                                 // the control that has it
     void SelectText(const Control& textBox, std::int32_t first, std::int32_t end);  // 0, -1: all of it

@@ -1,8 +1,8 @@
 // platform/forms/FormView.h: a form as the rules see it: a name, a caption, a font and named controls. No windows.
 //
-// Shapes  Names are found whatever their case. A name is one control, or a control array whose elements are found by
+// Shapes  Names are not case-sensitive. A name is one control, or a control array whose elements are found by
 //         their index. A form made of its table alone is complete: everything can be set and read back.
-// Errors  Asking for a control that is not there answers null and leaves nothing pending.
+// Errors  Asking for a control that is not there returns null and leaves nothing pending.
 #pragma once
 #include <cstdint>
 #include <deque>

@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-constexpr std::uint32_t systemColor = 0x80000000u;
+constexpr std::uint32_t systemColour = 0x80000000u;
 constexpr int linesOfDroppedList = 10;
 // A window's property: whose it is. Its procedure does not tell: tool tips put one of their own in front of it.
 constexpr const char* ownWindow = "CvControlWindow";
@@ -129,19 +129,19 @@ std::wstring InCharSet(std::string_view text, BYTE charSet) {
     return wide;
 }
 
-int Brightness(COLORREF color) {
-    return (299 * GetRValue(color) + 587 * GetGValue(color) + 114 * GetBValue(color)) / 1000;
+int Brightness(COLORREF colour) {
+    return (299 * GetRValue(colour) + 587 * GetGValue(colour) + 114 * GetBValue(colour)) / 1000;
 }
 
 // Some colour schemes have a colour for links that is not seen on a form.
-COLORREF Readable(COLORREF color, COLORREF back) {
+COLORREF Readable(COLORREF colour, COLORREF back) {
     constexpr int leastDifference = 64;
-    if (std::abs(Brightness(color) - Brightness(back)) >= leastDifference) return color;
+    if (std::abs(Brightness(colour) - Brightness(back)) >= leastDifference) return colour;
     return Brightness(back) > 128 ? RGB(0, 0, 192) : RGB(160, 160, 255);
 }
 
 // A combo box takes its height from its font: the line is made as much higher as it is lower than a field. What it
-// answers as its line's height need not be what it takes for it, so the outcome is looked at.
+// gives as its line's height need not be what it takes for it, so the outcome is looked at.
 void FitComboLine(HWND combo, int height) {
     constexpr auto line = static_cast<WPARAM>(-1);
     LRESULT wanted = SendMessageA(combo, CB_GETITEMHEIGHT, line, 0);
@@ -178,9 +178,9 @@ class MeasuringDevice {
 
 bool SystemTakesUnicode() { return (GetVersion() & 0x80000000u) == 0; }
 
-COLORREF ColorOf(std::uint32_t color) {
-    if ((color & systemColor) != 0) return GetSysColor(static_cast<int>(color & 0xFFu));
-    return color & 0x00FFFFFFu;
+COLORREF ColourOf(std::uint32_t colour) {
+    if ((colour & systemColour) != 0) return GetSysColor(static_cast<int>(colour & 0xFFu));
+    return colour & 0x00FFFFFFu;
 }
 
 std::string WithLineBreaks(std::string_view text) {
@@ -559,21 +559,21 @@ UINT ControlWindow::TextFormat() const {
     return format;
 }
 
-HBRUSH ControlWindow::Colors(HDC device, std::uint32_t backColor) {
-    const COLORREF back = ColorOf(backColor);
+HBRUSH ControlWindow::Colours(HDC device, std::uint32_t backColour) {
+    const COLORREF back = ColourOf(backColour);
     if (control_->Has(Property::ForeColor)) {
-        const COLORREF color = control_->Enabled() ? ColorOf(control_->ForeColor()) : GetSysColor(COLOR_GRAYTEXT);
-        SetTextColor(device, control_->Kind() == ControlKind::Link ? Readable(color, back) : color);
+        const COLORREF colour = control_->Enabled() ? ColourOf(control_->ForeColor()) : GetSysColor(COLOR_GRAYTEXT);
+        SetTextColor(device, control_->Kind() == ControlKind::Link ? Readable(colour, back) : colour);
     }
     SetBkColor(device, back);
-    if (!brush_.Get() || brushColor_ != back) brush_ = Drawn<HBRUSH>(CreateSolidBrush(back));
-    brushColor_ = back;
+    if (!brush_.Get() || brushColour_ != back) brush_ = Drawn<HBRUSH>(CreateSolidBrush(back));
+    brushColour_ = back;
     return brush_.Get();
 }
 
-void ControlWindow::Draw(const DRAWITEMSTRUCT& item, std::uint32_t backColor) {
+void ControlWindow::Draw(const DRAWITEMSTRUCT& item, std::uint32_t backColour) {
     RECT area = item.rcItem;
-    FillRect(item.hDC, &area, Colors(item.hDC, backColor));
+    FillRect(item.hDC, &area, Colours(item.hDC, backColour));
     picture_.Draw(item.hDC, area);
     if (!control_->Has(Property::Caption)) return;
     const HGDIOBJ earlier = SelectObject(item.hDC, font_.Get() ? font_.Get() : GetStockObject(DEFAULT_GUI_FONT));

@@ -49,7 +49,7 @@ class DrawnPicture {
 };
 
 [[nodiscard]] bool SystemTakesUnicode();  // Windows 98 does not
-[[nodiscard]] COLORREF ColorOf(std::uint32_t color);
+[[nodiscard]] COLORREF ColourOf(std::uint32_t colour);
 [[nodiscard]] std::string WithLineBreaks(std::string_view text);  // every line ends with CR LF
 // Shows text of a font's character set, which may be another than the system's.
 void SetWindowCaption(HWND window, std::string_view text, BYTE charSet);
@@ -80,8 +80,8 @@ class ControlWindow {
     [[nodiscard]] std::int32_t FetchNumber(Property asked) const;
 
     void HandleCommand(WORD notification);  // what a child tells its parent with WM_COMMAND
-    void Draw(const DRAWITEMSTRUCT& item, std::uint32_t backColor);
-    HBRUSH Colors(HDC device, std::uint32_t backColor);  // sets those of the text, answers the background's
+    void Draw(const DRAWITEMSTRUCT& item, std::uint32_t backColour);
+    HBRUSH Colours(HDC device, std::uint32_t backColour);  // sets those of the text, returns the background's
     // What `text` needs in this control's font.
     [[nodiscard]] Size TextSize(std::string_view text, std::int32_t width) const;
     [[nodiscard]] std::string FontFace() const;
@@ -107,7 +107,7 @@ class ControlWindow {
     Drawn<HFONT> font_;
     BYTE charSet_ = DEFAULT_CHARSET;
     Drawn<HBRUSH> brush_;
-    COLORREF brushColor_ = 0;
+    COLORREF brushColour_ = 0;
     DrawnPicture picture_;
     bool choosing_ = false;  // while the user chooses from a list, whose text is not yet that of the line
 };

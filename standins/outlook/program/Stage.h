@@ -1,9 +1,9 @@
-// program/Stage.h: what a scenario needs beside the host itself: time to pass, menus to be seen open, pictures to be
-// taken.
+// program/Stage.h: what a scenario needs beside the host itself: time to pass,
+// menus to be seen open, pictures to be taken.
 //
-// Picture writes the line "@picture <name>" to standard output and waits, with the message loop running, until a file
-// "<name>.done" is in the current folder (at most 15 seconds): the script around it takes a picture of the screen
-// meanwhile.
+// Picture writes the line "@picture <name>" to standard output and waits, with the message loop
+// running, until a file "<name>.done" is in the current folder (at most 15 seconds): the script around
+// it takes a picture of the screen meanwhile.
 #pragma once
 #include <string>
 

@@ -4,7 +4,7 @@
 
 using namespace ProfileNames;
 
-TEST_CASE("a profile is named by its file without the ending, whatever its case") {
+TEST_CASE("a profile is named by its file without the ending, which is not case-sensitive") {
     CHECK(ProfileOf("corvella.ini") == "corvella");
     CHECK(ProfileOf("My Phone.INI") == "My Phone");
     CHECK(ProfileOf("no ending") == "no ending");

@@ -134,7 +134,7 @@ TEST_CASE_FIXTURE(Fixture, "the functions of this program stand before Windows' 
     CHECK(faults.creates == 1);
     CHECK(faults.sets == 1);
 }
-TEST_CASE_FIXTURE(Fixture, "a write that fails answers false and is logged once") {
+TEST_CASE_FIXTURE(Fixture, "a write that fails returns false and is logged once") {
     faults.failSets = 1;
     CHECK_FALSE(Save("x", TypeText));
     CHECK(ErrorEntries() == 1);
@@ -148,7 +148,7 @@ TEST_CASE_FIXTURE(Fixture, "a key that cannot be made is not written to, and log
     CHECK(ErrorEntries() == 1);
     CHECK(folder.Read("log").find("5:") == 0);
 }
-TEST_CASE_FIXTURE(Fixture, "a value that cannot be deleted answers false and is logged") {
+TEST_CASE_FIXTURE(Fixture, "a value that cannot be deleted returns false and is logged") {
     REQUIRE(Save("x", TypeText));
     faults.failDeletes = 2;
     CHECK_FALSE(DeleteRegValue(Root::CurrentUser, subkey, "name"));
@@ -163,7 +163,7 @@ TEST_CASE_FIXTURE(Fixture, "a number whose write fails is deleted and written on
     CHECK(ErrorEntries() == 0);
     CHECK(Read() == "7");
 }
-TEST_CASE_FIXTURE(Fixture, "a number whose second write fails too answers false and is logged once") {
+TEST_CASE_FIXTURE(Fixture, "a number whose second write fails too returns false and is logged once") {
     faults.failSets = 2;
     CHECK_FALSE(Save("7", TypeNumber));
     CHECK(faults.sets == 2);

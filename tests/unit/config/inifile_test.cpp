@@ -119,7 +119,7 @@ TEST_CASE("one backslash at the end of a section's name is removed when a settin
     CHECK(SetIniSetting("B\\\\", "k", "2", true));
     CHECK(settings.File() == "[A]\r\nk=1\r\n\r\n[B\\]\r\nk=2\r\n");
 }
-TEST_CASE("names compare whatever their case when the caller asks for it") {
+TEST_CASE("names compare without regard to case when the caller asks for it") {
     const Settings settings;
     settings.File("[Settings]\r\nCurProfile=Work\r\n");
     CHECK(GetIniSetting("SETTINGS", "curprofile", "d", false, true) == "Work");
@@ -425,7 +425,7 @@ TEST_CASE("a file is loaded once for many reads") {
     }
     CHECK(steps["read"] == 1);
 }
-TEST_CASE("a file is the same whatever the case of its path") {
+TEST_CASE("the path of a file is not case-sensitive") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
     CHECK(GetIniSetting("S", "k") == "v");
@@ -568,7 +568,7 @@ TEST_CASE("a file of 512000 bytes is held, one of 512001 is left to Windows' own
     CHECK(steps["read"] == 1);
     settings.File(OfSize(512001));
     CHECK(GetIniSetting("S", "k") == "v");
-    CHECK(GetIniSetting("s", "K") == "v");  // Windows compares whatever the case
+    CHECK(GetIniSetting("s", "K") == "v");  // to Windows it is the same key
     CHECK(GetIniSetting("S", "none", "d") == "d");
     CHECK(steps["read"] == 1);
     settings.File(OfSize(512000));

@@ -398,7 +398,7 @@ TEST_CASE("without a current profile the last one counts") {
     GetIniFile();
     CHECK(location.CurrentFile == machine.Default("Work.ini"));
 }
-TEST_CASE("section and key of the profile are found whatever their case") {
+TEST_CASE("section and key of the profile are not case-sensitive") {
     const Machine machine;
     machine.Settings("[SETTINGS]\r\ncurprofile=Work\r\n");
     machine.folder.Write("Roaming\\Corvella\\Work.ini", "");

@@ -315,7 +315,7 @@ TEST_CASE("going to disk changes no line that shows anything and does not add an
         CHECK(disk.size() <= text.size() + 2);
     }
 }
-TEST_CASE("the index answers as a search does, whatever was asked before") {
+TEST_CASE("the index finds what a search finds, whatever was asked before") {
     Random random(5);
     for (int round = 0; round < 4000; ++round) {
         std::string text = AnyText(random);

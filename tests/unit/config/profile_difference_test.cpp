@@ -41,7 +41,7 @@ struct Sentence {
     std::string_view text;
 };
 constexpr Sentence sentences[] = {
-    {AnyCase, "names compare exactly; Windows compares them whatever their case (Wine: from A to Z)"},
+    {AnyCase, "names are case-sensitive; to Windows they are not (Wine: from A to Z)"},
     {Blanks, "blanks belong to names and values; Windows takes them off lines, names and values"},
     {Quotes, "quotes belong to a value; Windows takes a pair of them off"},
     {LoneBreaks, "only CR LF ends a line; for Windows a CR or LF alone does"},

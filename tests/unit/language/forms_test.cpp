@@ -226,7 +226,7 @@ TEST_CASE("the empty list changes nothing") {
     CHECK(Disable(form, "").empty());
     for (const Control& control : form.Controls()) CHECK(control.Visible());
 }
-TEST_CASE("entries that name nothing of the form are answered, and the others still count") {
+TEST_CASE("entries that name nothing of the form are returned, and the others still count") {
     TestForm form;
     const std::vector<std::string> refused = Hide(form, "Absent;Option;Option(7);Option(;Timer1;Save");
     CHECK(refused == std::vector<std::string>{"Absent", "Option", "Option(7)", "Option(", "Timer1"});

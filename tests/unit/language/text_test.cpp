@@ -83,7 +83,7 @@ TEST_CASE("line ends that are right stay as they are") {
     CHECK(WithLineEnds(text) == text);
 }
 
-TEST_CASE("a list is parted at its semicolons and empty entries are nothing") {
+TEST_CASE("a list is split at its semicolons and empty entries are nothing") {
     CHECK(Entries("a;b").size() == 2);
     CHECK(Entries(";;a;;").size() == 1);
     CHECK(Entries(";;a;;")[0] == "a");

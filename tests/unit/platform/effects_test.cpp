@@ -69,7 +69,7 @@ TEST_CASE("a program gets its command line as it stands and its show state") {
     CHECK(StartProcess(line, Show::Normal));
     CHECK(recorder.Starts(2).at(1) == "1 " + line);
 }
-TEST_CASE("a program that is not there answers false, with the error pending") {
+TEST_CASE("a program that is not there returns false, with the error pending") {
     Err().Clear();
     CHECK_FALSE(StartProcess("\"C:\\no such folder\\x.exe\"", Show::Normal));
     CHECK(Err().Number() != 0);
@@ -123,7 +123,7 @@ TEST_CASE("a file can be appended to while another has it open") {
     CloseHandle(other);
     CHECK(folder.Read("x") == "onetwo");
 }
-TEST_CASE("a file that cannot be opened answers false, with the error pending") {
+TEST_CASE("a file that cannot be opened returns false, with the error pending") {
     const TempFolder folder;
     Err().Clear();
     CHECK_FALSE(AppendToFile(folder.Path("no\\such"), "x"));
@@ -192,7 +192,7 @@ TEST_CASE("a second process of the same program is another instance, one of anot
     CHECK(PumpUntil(5000, [] { return !AnotherInstanceRuns(); }));
 }
 
-TEST_CASE("the standard box shows text, title, icon and buttons, and answers the button's number") {
+TEST_CASE("the standard box shows text, title, icon and buttons, and returns the button's number") {
     const BoxAnswerer user(IDNO);
     CHECK(ShowMessageBox("Really?", MB_YESNO | MB_ICONQUESTION, "Title") == IDNO);
     REQUIRE(user.Seen().size() == 1);

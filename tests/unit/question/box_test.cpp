@@ -98,7 +98,7 @@ const FormDriver::Step untick = [] { FormDriver::Click(At("Check1")); };
 
 // --- answers
 
-TEST_CASE("each button answers its number") {
+TEST_CASE("each button returns its number") {
     const House house;
     struct Row {
         std::int32_t buttons;
@@ -160,7 +160,7 @@ TEST_CASE("closing the window does what Escape does") {
     CHECK(question.Ask({[] { PostMessageA(Shown()->Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }}) == "2");
     CHECK(question.cancelled);
 }
-TEST_CASE("with the captions &Yes and &No, pressing N answers 7 and pressing Y answers 6") {
+TEST_CASE("with the captions &Yes and &No, pressing N returns 7 and pressing Y returns 6") {
     const House house;
     for (const char letter : {'n', 'N'}) {
         Question question;
@@ -171,7 +171,7 @@ TEST_CASE("with the captions &Yes and &No, pressing N answers 7 and pressing Y a
     yes.buttons = 4;
     CHECK(yes.Ask({Type('y')}) == "6");
 }
-TEST_CASE("with the captions &Yes and &No on OK and Cancel, pressing Y answers 1 where the marker is not set") {
+TEST_CASE("with the captions &Yes and &No on OK and Cancel, pressing Y returns 1 where the marker is not set") {
     const House house;
     Question question;
     question.buttons = 1;
@@ -256,7 +256,7 @@ struct SetRow {
     std::int32_t buttons;
     bool no, cancel;
     const char *first, *second, *third;  // standard captions
-    const char* yes;                     // what the first button answers
+    const char* yes;                     // what the first button returns
     const char *recalledYes, *recalledNo;
 };
 constexpr SetRow setRows[] = {
@@ -538,7 +538,7 @@ TEST_CASE("identifier -1 never causes a question to be skipped") {
     CHECK(question.Ask({Click("ButtonNo")}) == "7");
     CHECK(question.shown);
 }
-TEST_CASE("a Yes-remembered question with the OK-only button set answers the empty text and is not shown") {
+TEST_CASE("a Yes-remembered question with the OK-only button set returns the empty text and is not shown") {
     const House house;
     memory.AnswerYesMask[0] = 0x10;
     Question question;
@@ -672,7 +672,7 @@ TEST_CASE("the log tells of each step") {
 
 // --- inputs
 
-TEST_CASE("an input answers what was typed, its first content selected") {
+TEST_CASE("an input returns what was typed, its first content selected") {
     const House house;
     Question question;
     question.id = -2;
@@ -724,7 +724,7 @@ TEST_CASE("the second input offers the choices of the extra text and takes other
     CHECK(question.Ask({pressEscape}) == "two");
     CHECK(question.cancelled);
 }
-TEST_CASE("the further input modes answer the free text") {
+TEST_CASE("the further input modes return the free text") {
     const House house;
     for (const std::int32_t id : {-3, -5}) {
         Question question;
@@ -1115,7 +1115,7 @@ TEST_CASE("an input that finds the form in use is asked for in a plain box") {
     CHECK(given == "old");
     CHECK_FALSE(cancelled);
 }
-TEST_CASE("a form that goes away without an answer answers nothing and remembers nothing") {
+TEST_CASE("a form that goes away without an answer returns nothing and remembers nothing") {
     const House house;
     Question question;
     question.id = 0x10;
@@ -1127,7 +1127,7 @@ TEST_CASE("a form that goes away without an answer answers nothing and remembers
 
 // --- the other entries
 
-TEST_CASE("QuestionMsgBox answers the number of the button, and 0 for an empty answer") {
+TEST_CASE("QuestionMsgBox returns the number of the button, and 0 for an empty answer") {
     const House house;
     const auto ask = [](std::int32_t id, std::int32_t buttons, std::vector<FormDriver::Step> steps) {
         FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); }, std::move(steps));

@@ -237,7 +237,7 @@ TEST_CASE_FIXTURE(Machine, "a variable whose value names itself is expanded once
     CHECK(Start("%PATH%;%PATH%") == "start %PATH%;%PATH%;%PATH%;%PATH%");
 }
 TEST_CASE_FIXTURE(Machine, "a variable is expanded in each of its spellings") {
-    variables = {{"TEMP", "C:\\Temp"}, {"temp", "C:\\Temp"}};  // as Windows answers
+    variables = {{"TEMP", "C:\\Temp"}, {"temp", "C:\\Temp"}};  // as Windows lists them
     CHECK(Start("%TEMP%;%temp%;%Temp%") == "start C:\\Temp;C:\\Temp;%Temp%");
 }
 TEST_CASE_FIXTURE(Machine, "the search goes on behind the value, however long it is") {

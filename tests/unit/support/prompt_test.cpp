@@ -41,12 +41,12 @@ TEST_CASE("without a port a question is the standard message box") {
     CHECK(user.Seen()[0].text == "Go on?");
     CHECK(prompt == "Go on?");
 }
-TEST_CASE("without a port an input is cancelled and answers its default text") {
+TEST_CASE("without a port an input is cancelled and returns its default text") {
     bool cancelled = false;
     CHECK(Prompt::Input("Name", "Title", "default", cancelled) == "default");
     CHECK(cancelled);
 }
-TEST_CASE("without a port a message is not shown and answers 0") {
+TEST_CASE("without a port a message is not shown and returns 0") {
     const BoxAnswerer user(IDOK);
     CHECK(Prompt::Message(-1, 232, 0) == 0);
     CHECK(user.Seen().empty());

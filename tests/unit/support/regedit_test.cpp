@@ -146,7 +146,7 @@ TEST_CASE_FIXTURE(Fixture, "missing levels of the subkey are made") {
     CHECK(deep == "Software\\A\\B\\C");
     CHECK(GetRegString(Root::CurrentUser, deep, "name") == "1");
 }
-TEST_CASE_FIXTURE(Fixture, "without a subkey nothing is written and the answer is false") {
+TEST_CASE_FIXTURE(Fixture, "without a subkey nothing is written and the result is false") {
     std::string none;
     CHECK_FALSE(SaveRegValue(Root::CurrentUser, none, "name", "1", TypeText));
     CHECK_FALSE(SaveRegValue(Root::CurrentUser, none, "name", "", TypeText));
@@ -168,17 +168,17 @@ TEST_CASE_FIXTURE(Fixture, "a backslash alone writes into the root itself, which
     CHECK(Save("after", "1", TypeText));
     CHECK(Raw("after").present);
 }
-TEST_CASE_FIXTURE(Fixture, "the empty text removes the value and answers true") {
+TEST_CASE_FIXTURE(Fixture, "the empty text removes the value and returns true") {
     REQUIRE(Save("name", "x", TypeText));
     CHECK(Save("name", "", TypeText));
     CHECK_FALSE(Raw("name").present);
 }
-TEST_CASE_FIXTURE(Fixture, "the empty text for a value that is not there answers true and logs nothing") {
+TEST_CASE_FIXTURE(Fixture, "the empty text for a value that is not there returns true and logs nothing") {
     CHECK(Save("name", "", TypeText));
     CHECK_FALSE(Raw("name").present);
     CHECK(Log().empty());
 }
-TEST_CASE_FIXTURE(Fixture, "the number 0 removes the value and answers false") {
+TEST_CASE_FIXTURE(Fixture, "the number 0 removes the value and returns false") {
     REQUIRE(Save("name", "5", TypeNumber));
     CHECK_FALSE(Save("name", "0", TypeNumber));
     CHECK_FALSE(Raw("name").present);
@@ -191,7 +191,7 @@ TEST_CASE_FIXTURE(Fixture, "a number is stored as four bytes and reads back as d
     CHECK(Save("name", "-2147483648", TypeNumber));
     CHECK(Read("name") == "-2147483648");
 }
-TEST_CASE_FIXTURE(Fixture, "a number with a fraction is rounded down and answers false") {
+TEST_CASE_FIXTURE(Fixture, "a number with a fraction is rounded down and returns false") {
     CHECK_FALSE(Save("name", "2.7", TypeNumber));
     CHECK(Read("name") == "2");
     CHECK_FALSE(Save("name", "-2.2", TypeNumber));
@@ -199,11 +199,11 @@ TEST_CASE_FIXTURE(Fixture, "a number with a fraction is rounded down and answers
     CHECK_FALSE(Save("name", "0.9", TypeNumber));
     CHECK_FALSE(Raw("name").present);
 }
-TEST_CASE_FIXTURE(Fixture, "a number that reads back in another way answers false though it is stored") {
+TEST_CASE_FIXTURE(Fixture, "a number that reads back in another way returns false though it is stored") {
     CHECK_FALSE(Save("name", "07", TypeNumber));
     CHECK(Read("name") == "7");
 }
-TEST_CASE_FIXTURE(Fixture, "a text that is no number is not written as one, answers false and is logged once") {
+TEST_CASE_FIXTURE(Fixture, "a text that is no number is not written as one, returns false and is logged once") {
     REQUIRE(Save("name", "5", TypeNumber));
     for (const char* text : {"seven", "", "7x"}) {
         CHECK_FALSE(Save("name", text, TypeNumber));
@@ -212,7 +212,7 @@ TEST_CASE_FIXTURE(Fixture, "a text that is no number is not written as one, answ
     const std::string one = "13:Type mismatch\r\nRegEdit error: 80000001: Software\\Quillmark\\Corvella\\Test name\r\n";
     CHECK(Log() == one + one + one);
 }
-TEST_CASE_FIXTURE(Fixture, "a text that is no number answers false even where the value reads the same") {
+TEST_CASE_FIXTURE(Fixture, "a text that is no number returns false even where the value reads the same") {
     REQUIRE(Save("name", "seven", TypeText));
     CHECK_FALSE(Save("name", "seven", TypeNumber));
     CHECK(Read("name") == "seven");
@@ -223,7 +223,7 @@ TEST_CASE_FIXTURE(Fixture, "a number of more than 32 bits is not written and is 
     CHECK_FALSE(Raw("name").present);
     CHECK(Log().find("6:Overflow\r\nRegEdit error: 80000001: ") == 0);
 }
-TEST_CASE_FIXTURE(Fixture, "another type code writes nothing and answers whether the value is already so") {
+TEST_CASE_FIXTURE(Fixture, "another type code writes nothing and returns whether the value is already so") {
     CHECK_FALSE(Save("name", "x", 3));
     CHECK_FALSE(Raw("name").present);
     REQUIRE(Save("name", "x", TypeText));
@@ -242,7 +242,7 @@ TEST_CASE_FIXTURE(Fixture, "the error that was pending before a write is pending
     CHECK(Err().Number() == 42);
     CHECK(Log().find("42:") == std::string::npos);
 }
-TEST_CASE_FIXTURE(Fixture, "a key that cannot be made answers false and is logged with its own error") {
+TEST_CASE_FIXTURE(Fixture, "a key that cannot be made returns false and is logged with its own error") {
     const std::string tooLong = "Software\\" + std::string(300, 'x');
     CHECK_FALSE(SaveRegValue(Root::LocalMachine, std::string_view(tooLong), "name", "x", TypeText));
     CHECK(Log().find("RegEdit error: 80000002: " + tooLong + " name\r\n") != std::string::npos);
@@ -255,11 +255,11 @@ TEST_CASE_FIXTURE(Fixture, "a value that exists is deleted") {
     CHECK_FALSE(Raw("name").present);
     CHECK(Log().empty());
 }
-TEST_CASE_FIXTURE(Fixture, "deleting a value that does not exist answers true and makes no key") {
+TEST_CASE_FIXTURE(Fixture, "deleting a value that does not exist returns true and makes no key") {
     CHECK(DeleteRegValue(Root::CurrentUser, "Software\\None", "name"));
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, "Software\\None"));
 }
-TEST_CASE_FIXTURE(Fixture, "deleting a value that reads as the empty text leaves it and answers true") {
+TEST_CASE_FIXTURE(Fixture, "deleting a value that reads as the empty text leaves it and returns true") {
     Put("list", REG_MULTI_SZ, Bytes("a\0\0", 3));
     CHECK(DeleteRegValue(Root::CurrentUser, subkey, "list"));
     CHECK(Raw("list").present);
@@ -270,11 +270,11 @@ TEST_CASE_FIXTURE(Fixture, "deleting without a name removes the key itself") {
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, subkey));
     CHECK(Log().empty());
 }
-TEST_CASE_FIXTURE(Fixture, "deleting a key that is not there answers true and logs nothing") {
+TEST_CASE_FIXTURE(Fixture, "deleting a key that is not there returns true and logs nothing") {
     CHECK(DeleteRegValue(Root::CurrentUser, "Software\\None", ""));
     CHECK(Log().empty());
 }
-TEST_CASE_FIXTURE(Fixture, "a key that has subkeys stays, which answers true and shows in the log") {
+TEST_CASE_FIXTURE(Fixture, "a key that has subkeys stays, which returns true and shows in the log") {
     REQUIRE(Save("name", "x", TypeText));
     Err().Set(42, "from before");
     CHECK(DeleteRegValue(Root::CurrentUser, "Software\\Quillmark\\Corvella", ""));

@@ -35,7 +35,7 @@ void Read(Answers& answers, HKEY key, const char* name, DWORD room) {
     answers.Add(name, status, std::to_string(type) + " " + Shown(data, size));
 }
 
-// Everything that the add-in, the stand-ins and the tests ask of a registry, and what it answers.
+// Everything that the add-in, the stand-ins and the tests ask of a registry, and what it returns.
 std::vector<std::string> Conversation() {
     Answers answers;
     HKEY top = nullptr;
@@ -99,7 +99,7 @@ std::vector<std::string> Conversation() {
 
 }  // namespace
 
-TEST_CASE("the registry in memory answers as Windows' own") {
+TEST_CASE("the registry in memory behaves as Windows' own") {
     const std::vector<std::string> own = Conversation();
     MemoryRegistry registry;
     std::vector<std::string> inMemory;

@@ -174,7 +174,7 @@ TEST_CASE_FIXTURE(Fixture, "the host's objects are held only as long as the add-
     diary.kept.Reset();
     CHECK(application.references == 1);
 }
-TEST_CASE_FIXTURE(Fixture, "a failing add-in answers every call with success and leaves the error pending") {
+TEST_CASE_FIXTURE(Fixture, "a failing add-in returns success from every call and leaves the error pending") {
     const auto addin = Addin();
     diary.failInCalls = true;
     CHECK(addin->OnConnection(nullptr, 1, nullptr, nullptr) == S_OK);
@@ -329,7 +329,7 @@ TEST_CASE("self-registration registers the module that it is linked into, and ta
     CHECK(DllUnregisterServer() == S_OK);
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CLASSES_ROOT, key));
 }
-TEST_CASE("self-registration that is refused answers that the class could not be registered") {
+TEST_CASE("self-registration that is refused says that the class could not be registered") {
     const PrivateRegistry registry;
     HKEY refusing = nullptr;
     REQUIRE(RegCreateKeyA(HKEY_LOCAL_MACHINE, "Refusing", &refusing) == ERROR_SUCCESS);

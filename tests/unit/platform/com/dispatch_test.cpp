@@ -15,7 +15,7 @@ using namespace platform;
 
 namespace {
 
-// An object of a host that answers what a test told it to and notes how it was asked.
+// An object of a host that returns what a test told it to and notes how it was asked.
 class FakeObject final : public IDispatch, public IConnectionPointContainer, public IConnectionPoint {
   public:
     struct Asked {
@@ -386,7 +386,7 @@ TEST_CASE_FIXTURE(Fixture, "an event that arrives after the end falls on nothing
     CHECK(object.Fire(late, 1) == S_OK);
     CHECK(listener->first == 0);
 }
-TEST_CASE_FIXTURE(Fixture, "a host that refuses to end a connection gets no more answers all the same") {
+TEST_CASE_FIXTURE(Fixture, "a host that refuses to end a connection hears nothing more from the sink") {
     const auto listener = std::make_shared<Listener>();
     Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     const ComPtr<IUnknown> late = object.sink;

@@ -264,18 +264,18 @@ TEST_CASE("a colour is one of Windows' own numbers or a plain one, and frames pa
     TestForm form;
     REQUIRE(form.Load());
     const HDC device = GetDC(form.Window());
-    const auto colorOf = [&](const char* name) {
+    const auto colourOf = [&](const char* name) {
         SendMessageA(form.Window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(device),
                      reinterpret_cast<LPARAM>(form.At(name)));
         return GetBkColor(device);
     };
     form.The("LabelName").SetBackColor(0x80000002);
-    CHECK(colorOf("LabelName") == GetSysColor(COLOR_ACTIVECAPTION));
+    CHECK(colourOf("LabelName") == GetSysColor(COLOR_ACTIVECAPTION));
     form.The("LabelName").SetBackColor(0x00123456);
-    CHECK(colorOf("LabelName") == 0x00123456);
+    CHECK(colourOf("LabelName") == 0x00123456);
     form.The("Frame").SetBackColor(0x00ABCDEF);
-    CHECK(colorOf("Inner") == 0x00ABCDEF);
-    CHECK(colorOf("CheckKeep") == GetSysColor(COLOR_BTNFACE));
+    CHECK(colourOf("Inner") == 0x00ABCDEF);
+    CHECK(colourOf("CheckKeep") == GetSysColor(COLOR_BTNFACE));
     ReleaseDC(form.Window(), device);
 }
 TEST_CASE("Enter presses the default button and Escape the cancel button") {

@@ -132,7 +132,7 @@ TEST_CASE("a control of an unknown caption or index fails, a known caption is re
     CHECK(Get(Get(controls, "Item", {"tools"}).AsObject(), "Id").AsNumber() == 30007);
 }
 
-TEST_CASE("FindControl answers S_OK and nothing when nothing matches") {
+TEST_CASE("FindControl returns S_OK and nothing when nothing matches") {
     const Host host;
     const Object bars = Get(host.Explorer(), "CommandBars").AsObject();
     const Answer nothing = Call(bars, "FindControl", {none, none, "no such tag"});

@@ -139,7 +139,7 @@ class Sink : public IDispatch {
     HRESULT advised_ = E_FAIL;
 };
 
-// Finds the connection point of `set`; what the source answers.
+// Finds the connection point of `set`; what the source returns.
 HRESULT FindPoint(const Object& source, unsigned long set, Com<IConnectionPoint>& point);
 
 // An add-in that notes what it is told, and does what a test hangs in.

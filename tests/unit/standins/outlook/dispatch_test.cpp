@@ -223,7 +223,7 @@ TEST_CASE("an object without events is no connection point container") {
     CHECK(selection->QueryInterface(IID_IConnectionPointContainer, container.putVoid()) == E_NOINTERFACE);
 }
 
-TEST_CASE("a sink that does not answer for the event set cannot be connected") {
+TEST_CASE("a sink that does not implement the event set cannot be connected") {
     const Host host;
     Com<IConnectionPoint> point;
     REQUIRE(FindPoint(host.Explorer(), explorerEvents, point) == S_OK);

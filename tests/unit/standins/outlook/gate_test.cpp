@@ -174,7 +174,7 @@ TEST_CASE("the detailed transcript shows the look-ups too") {
           Joined({"Application.GetIDsOfNames(Name) -> 0x00003001", "Application.Name -> \"Outlook\""}));
 }
 
-TEST_CASE("a sink that answers with a failure is complained about") {
+TEST_CASE("a sink that returns a failure is complained about") {
     Host host;
     Sink sink(host.Explorer(), explorerEvents);
     sink.answer = E_FAIL;

@@ -63,7 +63,7 @@ TEST_CASE("a reference keeps 2000 to 2003 in memory and no add-in is told, 2007 
     }
 }
 
-TEST_CASE("what stays in memory goes on answering, and ends when the last reference goes") {
+TEST_CASE("what stays in memory goes on working, and ends when the last reference goes") {
     Ended host({.version = 11}, true);
     host.outlook.Quit();
     CHECK(Get(host.held, "Name").AsText() == "Outlook");
@@ -155,14 +155,14 @@ TEST_CASE("a user who does not let an item go stays in Outlook") {
     CHECK(host.outlook.OpenExplorer());
 }
 
-TEST_CASE("after the end every object answers with a failure") {
+TEST_CASE("after the end every object returns a failure") {
     Ended host({.version = 12}, true);
     host.outlook.Quit();
     CHECK(Get(host.held, "Name").code == E_UNEXPECTED);
     CHECK(Call(host.held, "ActiveExplorer").code == E_UNEXPECTED);
 }
 
-TEST_CASE("a process that ends tells nobody, and what is held answers that it is disconnected") {
+TEST_CASE("a process that ends tells nobody, and what is held returns that it is disconnected") {
     Ended host({}, true);
     Sink sink(host.held, applicationEvents);
     host.outlook.EndProcess();

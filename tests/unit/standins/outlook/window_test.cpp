@@ -26,7 +26,7 @@ Object ArgumentOf(const DISPPARAMS& parameters, UINT place = 0) {
 
 }  // namespace
 
-TEST_CASE("ActiveExplorer and ActiveInspector answer S_OK and nothing when there is none") {
+TEST_CASE("ActiveExplorer and ActiveInspector return S_OK and nothing when there is none") {
     const Host host({.startedBy = standin::StartedBy::Automation});
     for (const char* name : {"ActiveExplorer", "ActiveInspector", "ActiveWindow"}) {
         const Answer answer = Call(host.application, name);
@@ -284,7 +284,7 @@ TEST_CASE("the parent of a window is the Application") {
     CHECK(Get(Get(bars, "Parent").AsObject(), "Class").AsNumber() == 34);
 }
 
-TEST_CASE("a window answers with its frame, when it has one") {
+TEST_CASE("a window returns its frame, when it has one") {
     Host host;
     Com<IOleWindow> window;
     REQUIRE(host.Explorer()->QueryInterface(IID_IOleWindow, window.putVoid()) == S_OK);
