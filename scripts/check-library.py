@@ -1,14 +1,17 @@
 #!/usr/bin/env python3
-"""Looks at the built library as Windows 2000 would: size, kind, exports and imports.
+"""Looks at the built library as the oldest Windows would that it is for: size, kind, exports and imports.
 
     scripts/check-library.py [--self-test] [library]
 
-    size      below 400 KB
-    kind      a 32-bit library that asks for no newer Windows
+              of 32 bits                           of 64 bits
+    size      below 400 KB                         below 520 KB
+    kind      asks for Windows 2000 at most        asks for Windows 7 at most
+    imports   that imports.txt lists as there in   that imports.txt or imports-x64.txt list as there in Windows 7,
+              Windows 2000, and no others          and no others (both lists are in tests/data)
     exports   the four functions that COM and regsvr32 look for, by plain name, and no others
-    imports   functions that tests/data/imports.txt lists as there in Windows 2000, and no others
 """
 import argparse
+import dataclasses
 import pathlib
 import re
 import subprocess
@@ -16,11 +19,29 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 LIBRARY = ROOT / "build" / "win32-release" / "src" / "addin" / "CVOutlookAddIn.dll"
-IMPORTS = ROOT / "tests" / "data" / "imports.txt"
-LIMIT = 400 * 1024
+DATA = ROOT / "tests" / "data"
 EXPORTS = {"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"}
-VERSIONS = ["NT4", "2000", "XP", "2003", "Vista", "7"]
-OLDEST = "2000"
+VERSIONS = ["NT4", "2000", "XP", "2003", "Vista", "7", "8"]
+
+
+@dataclasses.dataclass
+class Kind:
+    """What is asked of the libraries of one size of pointers."""
+    bits: int
+    limit: int  # bytes
+    oldest: str  # Windows, one of VERSIONS
+    number: tuple  # the same as Windows counts its versions
+    lists: list  # of imports
+
+
+KINDS = {
+    "pei-i386": Kind(32, 400 * 1024, "2000", (5, 0), ["imports.txt"]),
+    "pei-x86-64": Kind(64, 520 * 1024, "7", (6, 1), ["imports.txt", "imports-x64.txt"]),
+}
+
+
+def known_imports(kind):
+    return read_list("\n".join((DATA / name).read_text() for name in kind.lists))
 
 
 def read_list(text):
@@ -38,7 +59,7 @@ def read_list(text):
 
 def read_library(path):
     """What objdump tells of the library, as plain values."""
-    tool = "i686-w64-mingw32-objdump"
+    tool = "x86_64-w64-mingw32-objdump"  # it reads both kinds
     text = subprocess.run([tool, "-p", path], check=True, capture_output=True, text=True).stdout
     facts = {"size": path.stat().st_size, "imports": [], "exports": []}
     facts["format"] = re.search(r"file format (\S+)", text).group(1)
@@ -61,15 +82,15 @@ def read_library(path):
     return facts
 
 
-def faults(facts, known):
+def faults(facts, kind, known):
     found = []
-    if facts["size"] >= LIMIT:
-        found.append(f"size: {facts['size']} bytes, not below {LIMIT}")
-    if facts["format"] != "pei-i386" or not facts["library"]:
-        found.append(f"kind: {facts['format']}, not a 32-bit library")
+    if facts["size"] >= kind.limit:
+        found.append(f"size: {facts['size']} bytes, not below {kind.limit}")
+    if KINDS.get(facts["format"]) is not kind or not facts["library"]:
+        found.append(f"kind: {facts['format']}, not a {kind.bits}-bit library")
     for part in ("OSystem", "Subsystem"):
-        if facts[part] > (5, 0):
-            found.append(f"kind: asks for Windows {facts[part][0]}.{facts[part][1]}, Windows 2000 is 5.0")
+        if facts[part] > kind.number:
+            found.append("kind: asks for Windows {}.{}, Windows {} is {}.{}".format(*facts[part], kind.oldest, *kind.number))
     for name in sorted(EXPORTS - set(facts["exports"])):
         found.append(f"exports: {name} is missing")
     for name in sorted(set(facts["exports"]) - EXPORTS):
@@ -82,37 +103,39 @@ def faults(facts, known):
         version = known.get((dll, name))
         if version is None:
             found.append(f"imports: {name} of {dll} is not listed; look up since when Windows has it")
-        elif VERSIONS.index(version) > VERSIONS.index(OLDEST):
+        elif VERSIONS.index(version) > VERSIONS.index(kind.oldest):
             found.append(f"imports: {name} of {dll} is there since Windows {version} only")
     return found
 
 
 def self_test(path):
     """Spoils each thing that is looked at, and expects the one fault."""
-    known = read_list(IMPORTS.read_text())
     good = read_library(path)
-    failures = [f"the library as it stands: {fault}" for fault in faults(good, known)]
+    kind = KINDS[good["format"]]
+    known = known_imports(kind)
+    other = next(name for name in KINDS if KINDS[name] is not kind)
+    newer = VERSIONS[VERSIONS.index(kind.oldest) + 1]
+    newer_number = (kind.number[0], kind.number[1] + 1)
+    failures = [f"the library as it stands: {fault}" for fault in faults(good, kind, known)]
     first = good["imports"][0]
     spoilt = {
-        "size: 409600": (good | {"size": 409600}, known),
-        "kind: pei-x86-64": (good | {"format": "pei-x86-64"}, known),
-        "kind: pei-i386": (good | {"library": False}, known),
-        "kind: asks for Windows 5.1": (good | {"Subsystem": (5, 1)}, known),
-        "kind: asks for Windows 6.0": (good | {"OSystem": (6, 0)}, known),
+        f"size: {kind.limit}": (good | {"size": kind.limit}, known),
+        f"kind: {other}": (good | {"format": other}, known),
+        f"kind: {good['format']}": (good | {"library": False}, known),
+        "kind: asks for Windows {}.{}".format(*newer_number): (good | {"Subsystem": newer_number}, known),
+        "kind: asks for Windows 10.0": (good | {"OSystem": (10, 0)}, known),
         "exports: DllCanUnloadNow is missing": (good | {"exports": good["exports"][1:], "export entries": 3}, known),
         "exports: DllMain@12 is one too many":
             (good | {"exports": good["exports"] + ["DllMain@12"], "export entries": 5}, known),
         "exports: 5 entries": (good | {"export entries": 5}, known),
         "imports: none": (good | {"imports": []}, known),
         f"imports: {first[1]} of {first[0]} is not listed": (good, {k: v for k, v in known.items() if k != first}),
-        f"imports: {first[1]} of {first[0]} is there since Windows XP only": (good, known | {first: "XP"}),
-        "imports: GetTickCount64 of kernel32.dll is there since Windows Vista only":
-            (good | {"imports": good["imports"] + [("kernel32.dll", "GetTickCount64")]}, known),
+        f"imports: {first[1]} of {first[0]} is there since Windows {newer} only": (good, known | {first: newer}),
         "imports: #17 of comctl32.dll is not listed":
             (good | {"imports": good["imports"] + [("comctl32.dll", "#17")]}, known),
     }
     for expected, (facts, listed) in spoilt.items():
-        found = faults(facts, listed)
+        found = faults(facts, kind, listed)
         if len(found) != 1 or not found[0].startswith(expected):
             failures.append(f"expected '{expected}', got {found}")
     return failures
@@ -126,7 +149,9 @@ def main():
     if options.self_test:
         found = self_test(options.library)
     else:
-        found = faults(read_library(options.library), read_list(IMPORTS.read_text()))
+        facts = read_library(options.library)
+        kind = KINDS.get(facts["format"], KINDS["pei-i386"])
+        found = faults(facts, kind, known_imports(kind))
     for fault in found:
         print(f"check-library: {options.library.name}: {fault}")
     return 1 if found else 0

@@ -15,7 +15,7 @@ constexpr const char* className = "CorvellaTimer";
 int timers = 0;
 
 LRESULT CALLBACK Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto timer = reinterpret_cast<Timer*>(GetWindowLongA(window, GWL_USERDATA));
+    const auto timer = reinterpret_cast<Timer*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     if (message != WM_TIMER || timer == nullptr) return DefWindowProcA(window, message, wParam, lParam);
     timer->Fire(static_cast<std::uint32_t>(wParam));
     return 0;
@@ -40,7 +40,7 @@ Timer::Timer(Event event) : event_(std::move(event)) {
     if (window_ == nullptr) {
         RecordLastError();
     } else {
-        SetWindowLongA(window_, GWL_USERDATA, static_cast<LONG>(reinterpret_cast<LONG_PTR>(this)));
+        SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     }
 }
 
@@ -48,7 +48,7 @@ Timer::~Timer() {
     const LastErrorScope lastError;
     if (window_ != nullptr) {
         Stop();
-        SetWindowLongA(window_, GWL_USERDATA, 0);
+        SetWindowLongPtrA(window_, GWLP_USERDATA, 0);
         DestroyWindow(window_);
     }
     if (--timers == 0) UnregisterClassA(className, ModuleHandle());

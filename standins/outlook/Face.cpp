@@ -76,7 +76,7 @@ HBITMAP BitmapOf(IDispatch* picture) {
     OLE_HANDLE handle = 0;
     if (FAILED(source->get_Type(&type)) || type != PICTYPE_BITMAP || FAILED(source->get_Handle(&handle)))
         return nullptr;
-    return reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(handle));
+    return reinterpret_cast<HBITMAP>(static_cast<LONG_PTR>(static_cast<LONG>(handle)));
 }
 
 Pixels PixelsOf(HBITMAP bitmap) {

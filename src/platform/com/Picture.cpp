@@ -21,11 +21,16 @@ BitmapHandle Checked(HBITMAP bitmap) {
 
 HBITMAP CopyOf(HBITMAP bitmap) { return static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0)); }
 
+// Handles have 32 bits that count in either kind of program; Windows widens them with their sign.
+HBITMAP Widened(OLE_HANDLE handle) {
+    return reinterpret_cast<HBITMAP>(static_cast<LONG_PTR>(static_cast<LONG>(handle)));
+}
+
 HBITMAP BitmapOf(const Dispatch& picture) {
     const auto object = ComPtr<IDispatch>::Copy(picture.Get()).As<IPicture>(IID_IPicture);
     OLE_HANDLE handle = 0;
     if (!object || FAILED(object->get_Handle(&handle))) return nullptr;
-    return reinterpret_cast<HBITMAP>(static_cast<UINT_PTR>(handle));
+    return Widened(handle);
 }
 
 class OpenedClipboard {
@@ -61,7 +66,7 @@ Dispatch PictureOf(BitmapHandle bitmap, PaletteHandle palette) {
     if (!bitmap) return {};
     PICTDESC description{};
     description.cbSizeofstruct = sizeof description;
-    static_assert(sizeof description == 20);
+    static_assert(sizeof description == (sizeof(void*) == 8 ? 24 : 20));
     description.picType = PICTYPE_BITMAP;
     description.bmp.hbitmap = static_cast<HBITMAP>(bitmap.handle);
     description.bmp.hpal = static_cast<HPALETTE>(palette.handle);

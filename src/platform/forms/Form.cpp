@@ -266,11 +266,11 @@ void Form::Windows::TakeFocus(const Control& control) {
 
 INT_PTR CALLBACK Form::Windows::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
-        SetWindowLongA(dialog, GWL_USERDATA, static_cast<LONG>(lParam));
+        SetWindowLongPtrA(dialog, GWLP_USERDATA, lParam);
         reinterpret_cast<Windows*>(lParam)->dialog_ = dialog;
         return FALSE;
     }
-    auto* const self = reinterpret_cast<Windows*>(GetWindowLongA(dialog, GWL_USERDATA));
+    auto* const self = reinterpret_cast<Windows*>(GetWindowLongPtrA(dialog, GWLP_USERDATA));
     if (!self) return FALSE;
     INT_PTR handled = FALSE;
     const ErrorScope outer;
@@ -306,7 +306,7 @@ INT_PTR Form::Windows::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CTLCOLORBTN: return HandleColour(reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
         case WM_ERASEBKGND:
             PaintBackground(reinterpret_cast<HDC>(wParam));
-            SetWindowLongA(dialog_, DWL_MSGRESULT, TRUE);
+            SetWindowLongPtrA(dialog_, DWLP_MSGRESULT, TRUE);
             return TRUE;
         case WM_DESTROY: Forget(); return FALSE;
         default: return FALSE;

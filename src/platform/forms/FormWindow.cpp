@@ -93,9 +93,9 @@ MouseButton HeldButton(WPARAM keys) {
 
 // A window with a Unicode procedure keeps text of any character set; Windows 98 has none.
 WNDPROC SetProcedure(HWND window, WNDPROC procedure) {
-    const LONG value = reinterpret_cast<LONG>(procedure);
-    return reinterpret_cast<WNDPROC>(SystemTakesUnicode() ? SetWindowLongW(window, GWL_WNDPROC, value)
-                                                          : SetWindowLongA(window, GWL_WNDPROC, value));
+    const LONG_PTR value = reinterpret_cast<LONG_PTR>(procedure);
+    return reinterpret_cast<WNDPROC>(SystemTakesUnicode() ? SetWindowLongPtrW(window, GWLP_WNDPROC, value)
+                                                          : SetWindowLongPtrA(window, GWLP_WNDPROC, value));
 }
 
 LRESULT CallOriginal(WNDPROC original, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -317,7 +317,7 @@ bool ControlWindow::Create(HWND dialog, bool startsGroup) {
         RecordLastError();
         return false;
     }
-    SetWindowLongA(handle_, GWL_USERDATA, reinterpret_cast<LONG>(this));
+    SetWindowLongPtrA(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetPropA(handle_, ownWindow, this);
     original_ = SetProcedure(handle_, &ControlWindow::Procedure);
     return true;
@@ -337,7 +337,7 @@ void ControlWindow::Destroy() {
 }
 
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* const self = reinterpret_cast<ControlWindow*>(GetWindowLongA(window, GWL_USERDATA));
+    auto* const self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     const WNDPROC original = self->original_;
     if (message == WM_NCDESTROY) {
         RemovePropA(window, ownWindow);

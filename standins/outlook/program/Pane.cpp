@@ -31,7 +31,7 @@ void Pane::Destroy() {
     const HWND window = window_;
     window_ = nullptr;
     if (!window) return;
-    SetWindowLongA(window, GWLP_USERDATA, 0);
+    SetWindowLongPtrA(window, GWLP_USERDATA, 0);
     DestroyWindow(window);
 }
 

@@ -68,9 +68,9 @@ class Viewer {
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         if (message == WM_NCCREATE) {
             const auto* creation = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-            SetWindowLongA(window, GWL_USERDATA, reinterpret_cast<LONG>(creation->lpCreateParams));
+            SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
         }
-        auto* viewer = reinterpret_cast<Viewer*>(GetWindowLongA(window, GWL_USERDATA));
+        auto* viewer = reinterpret_cast<Viewer*>(GetWindowLongPtrA(window, GWLP_USERDATA));
         if (message == WM_CLOSE && viewer != nullptr) {
             ++viewer->asked;
             if (viewer->closes_) DestroyWindow(window);
