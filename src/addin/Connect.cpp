@@ -5,6 +5,7 @@
 #include "addin/Names.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using Debug::WriteDebug;
 using platform::Dispatch;
@@ -30,9 +31,9 @@ std::string ProgIdOf(const Dispatch& addInInst) {
 
 void Connect::AddinInstance_OnConnection(const Dispatch& application, std::int32_t, const Dispatch& addInInst) {
     const Debug::Trace trace("AddinInstance_OnConnection");
-    if (DebugSetup::IsInIde()) RegEdit::DeleteRegValue(platform::Root::CurrentUser, Names::AddInKey, Names::Active);
+    if (DebugSetup::IsInIde()) RegEdit::DeleteRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active);
     DebugSetup::InitDebug(false, false);
-    RegEdit::SaveRegValue(platform::Root::CurrentUser, Names::AddInKey, Names::Active, "1", textValue);
+    RegEdit::SaveRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active, "1", textValue);
     if (!HasWindows(application)) return;
     Handler()->InitHandler(application, ProgIdOf(addInInst));
 }
@@ -45,7 +46,7 @@ void Connect::AddinInstance_OnDisconnection(std::int32_t removeMode) {
         if (removeMode != closedByUser) handler->UnInitHandler({});
         handler_.reset();
     }
-    RegEdit::DeleteRegValue(platform::Root::CurrentUser, Names::AddInKey, Names::Active);
+    RegEdit::DeleteRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active);
 }
 
 void Connect::AddinInstance_OnBeginShutdown() { const Debug::Trace trace("AddinInstance_OnBeginShutdown"); }

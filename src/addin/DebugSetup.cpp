@@ -15,6 +15,7 @@
 #include "support/LogLine.h"
 #include "support/Prompt.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using Debug::WriteDebug;
 using platform::Root;
@@ -23,8 +24,6 @@ namespace DebugSetup {
 namespace {
 
 constexpr const char* product = "Corvella";
-constexpr const char* productKey = "Software\\Quillmark\\Corvella";
-constexpr const char* traceKey = "Software\\Quillmark\\Corvella\\Debug";
 constexpr const char* virusScannerKey = "SOFTWARE\\KasperskyLab\\InstalledProducts\\Kaspersky Anti-Virus Personal";
 
 constexpr std::int32_t registryTrace = -1;
@@ -32,11 +31,8 @@ constexpr std::int32_t withTimeStamps = 16;
 constexpr std::int32_t modesAfterUncleanEnd = 15;
 constexpr std::int32_t defaultMaxSize = 4000000;
 
-constexpr std::int32_t plainMessage = -1;
-constexpr std::int32_t okCancelQuestion = 1 | 32;
-constexpr std::int32_t firstButton = 1;
 constexpr std::int32_t virusScannerMessage = 232;
-constexpr std::int32_t virusScannerStyle = static_cast<std::int32_t>(0xD0000040u);
+constexpr std::int32_t virusScannerStyle = Prompt::Style::Information | Prompt::Style::Place7;
 
 // For a language file that lacks the questions.
 constexpr const char* defaultUncleanQuestion =
@@ -111,7 +107,8 @@ std::string Message(const char* key, const char* defaultText) {
 }
 
 bool AnswersFirstButton(std::string question) {
-    return Prompt::Ask(plainMessage, question, okCancelQuestion, {}) == firstButton;
+    return Prompt::Ask(Prompt::Id::Plain, question, Prompt::Style::OKCancel | Prompt::Style::Question, {}) ==
+           Prompt::Answer::OK;
 }
 
 std::string UncleanQuestion() {
@@ -182,7 +179,7 @@ void BeginLog() {
     platform::AppendToFile(log.DebugFile, "\r\n");
 }
 
-void ForgetTrace() { RegEdit::DeleteRegValue(Root::CurrentUser, traceKey, {}); }
+void ForgetTrace() { RegEdit::DeleteRegValue(Root::CurrentUser, RegistryKeys::DebugTrace, {}); }
 
 void SetUp(bool force, bool keyOnly) {
     Debug::State& log = Debug::state;
@@ -192,7 +189,7 @@ void SetUp(bool force, bool keyOnly) {
     if (!setUpAlready) {
         log.DebugIndent.clear();
         log.DebugActive = false;
-        log.DebugKey = std::string(productKey) + "\\OlAddIn";
+        log.DebugKey = RegistryKeys::AddIn;
         if (keyOnly) return;
         ChooseMode(force);
     }
@@ -203,7 +200,7 @@ void SetUp(bool force, bool keyOnly) {
 std::string ReadMode(const std::string& key) { return RegEdit::GetRegString(Root::CurrentUser, key, "DebugMode"); }
 
 void WriteTrace(const std::string& entry) {
-    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(traceKey), {}, entry, RegEdit::TypeText);
+    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::DebugTrace), {}, entry, RegEdit::TypeText);
 }
 
 void SwitchOn() { InitDebug(true, false); }
@@ -221,7 +218,7 @@ void InitDebug(bool force, bool keyOnly) noexcept {
 
 void CheckKaspersky() {
     if (RegEdit::GetRegString(Root::LocalMachine, virusScannerKey, "Folder").empty()) return;
-    Prompt::Message(plainMessage, virusScannerMessage, virusScannerStyle);
+    Prompt::Message(Prompt::Id::Plain, virusScannerMessage, virusScannerStyle);
 }
 
 bool IsInIde() noexcept { return Debug::state.DebugInIde; }

@@ -17,12 +17,12 @@ class EventButton {
   public:
     using Handler = std::function<void(const platform::Dispatch& clicked)>;
 
-    // `click` is called for as long as `listener` lives and this button is bound.
-    template <class Listener>
-    void Bind(const platform::Dispatch& button, const std::shared_ptr<Listener>& listener,
-              void (Listener::*click)(const platform::Dispatch& clicked)) {
+    // `click`, a member of the listener or a function of it and the clicked control, is called for as long as
+    // `listener` lives and this button is bound.
+    template <class Listener, class Click>
+    void Bind(const platform::Dispatch& button, const std::shared_ptr<Listener>& listener, Click click) {
         Connect(button, [weak = std::weak_ptr<Listener>(listener), click](const platform::Dispatch& clicked) {
-            if (const std::shared_ptr<Listener> kept = weak.lock()) ((*kept).*click)(clicked);
+            if (const std::shared_ptr<Listener> kept = weak.lock()) std::invoke(click, *kept, clicked);
         });
     }
 

@@ -10,7 +10,6 @@ namespace Names {
 
 inline constexpr const char* ProgId = "CVOutlookAddIn.Connect";
 inline constexpr const char* MakersNotice = "(c) 2026 the Corvella developers";
-inline constexpr const char* AddInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
 inline constexpr const char* Active = "Active";
 inline constexpr const char* LanguageSection = "OutlookAddIn";
 

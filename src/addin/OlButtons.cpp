@@ -8,6 +8,7 @@
 #include "platform/Err.h"
 #include "platform/Text.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using platform::Dispatch;
 using platform::Missing;
@@ -17,12 +18,11 @@ namespace {
 constexpr std::int32_t buttonControl = 1;
 constexpr std::int32_t bothOleUsages = 3;
 constexpr std::int32_t iconAndCaption = 3;
-constexpr std::int32_t outlook2003 = 11;
 constexpr std::int32_t maskOffset = 100;
 
 // One placement value of a button; empty where the user set none.
 std::string Placement(std::int32_t number, const char* word) {
-    return RegEdit::GetRegString(platform::Root::CurrentUser, Names::AddInKey, platform::Decimal(number) + word);
+    return RegEdit::GetRegString(platform::Root::CurrentUser, RegistryKeys::AddIn, platform::Decimal(number) + word);
 }
 
 std::int32_t PlacementNumber(std::int32_t number, const char* word, std::int32_t preset) {
@@ -76,8 +76,8 @@ void SetPictureAndMask(const Dispatch& button, std::int32_t number) {
 // Earlier versions take only what is pasted. The version is that of the owner's
 // application, which told it at connection.
 bool TakesPictures(const Dispatch& owner) {
-    if (OlVersion != 0) return OlVersion >= outlook2003;
-    return platform::Val(owner.Object("Application").Text(Members::Outlook::Version)) >= outlook2003;
+    if (OlVersion != 0) return OlVersion >= Outlook2003;
+    return platform::Val(owner.Object("Application").Text(Members::Outlook::Version)) >= Outlook2003;
 }
 
 }  // namespace

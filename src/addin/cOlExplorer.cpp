@@ -16,38 +16,12 @@
 using platform::Dispatch;
 using platform::Missing;
 
-struct cOlExplorer::MenuEntry {
-    const char* languageKey;
-    const char* defaultCaption;  // "" for none
-    const char* keyWord;
-    std::int32_t picture;  // 0 for none
-    std::int16_t faceId;   // -1 for none
-    bool beginsGroup;
-    void (cOlExplorer::*click)(const Dispatch&);
-};
-
-const std::array<cOlExplorer::MenuEntry, cOlExplorer::entryCount>& cOlExplorer::MenuEntries() {
-    static constexpr std::array<MenuEntry, entryCount> entries{{
-        {"mEditor", "Corvella &Editor", "Main_", 104, -1, false, &cOlExplorer::SyncIt_Click},
-        {"mSync", "S&ynchronize", "MainSyncBoth", 103, -1, true, &cOlExplorer::SyncItBoth_Click},
-        {"mSync0", "", "MainSyncContacts", 0, -1, false, &cOlExplorer::SyncItContacts_Click},
-        {"mSync1", "", "MainSyncCalendar", 0, -1, false, &cOlExplorer::SyncItCalendar_Click},
-        {"mNewSMS", "&New SMS", "SmsNew", 105, -1, true, &cOlExplorer::ButtonSMSNew_Click},
-        {"mSettings", "Se&ttings", "SettingsMain", 106, 65, true, &cOlExplorer::SyncItSettings_Click},
-        {"mOptions", "", "Options", 0, -1, false, &cOlExplorer::MenuOptions_Click},
-        {"mLogFile", "", "LogFile", 0, -1, true, &cOlExplorer::SyncItLogFile_Click},
-        {"mAbout", "&Info", "Info", 0, -1, true, &cOlExplorer::ButtonInfo_Click},
-    }};
-    return entries;
-}
-
 namespace {
 
 constexpr const char* popupCaption = "C&orvella";
 constexpr std::int32_t explorerClass = 34;
 constexpr std::int32_t popupControl = 10;
 constexpr std::int32_t contactItems = 2;
-constexpr std::int32_t outlook2002 = 10;
 constexpr std::int32_t synchroniseNumber = 103;
 constexpr std::int32_t sendToPhoneNumber = 107;
 constexpr std::int32_t appendToBar = -1;
@@ -166,14 +140,14 @@ Dispatch cOlExplorer::AddPopup(const Dispatch& menuBar, std::int16_t before) con
 void cOlExplorer::AddEntries(const Dispatch& popup) {
     const Dispatch controls = popup.Object(Members::Popup::Controls);
     IniFile::IniInit(false);  // the captions come from what the files say now
-    for (std::size_t number = 0; number < entryCount; ++number) {
+    for (std::size_t number = 0; number < entries_.size(); ++number) {
         const MenuEntry& entry = MenuEntries()[number];
         std::string caption = OwnText(entry.languageKey);
         if (caption.empty()) caption = entry.defaultCaption;
         const Dispatch control =
             OlButtons::AddMenuItem(controls, std::string(entry.keyWord) + ".Main", progId_, caption, entry.faceId,
                                    Names::Identification, entry.picture, entry.beginsGroup);
-        entries_[number].Bind(control, shared_from_this(), entry.click);
+        Bind(entries_[number], control, entry.click);
     }
 }
 
@@ -181,7 +155,7 @@ void cOlExplorer::AddSynchroniseButton(const Dispatch& explorer) {
     const Dispatch button =
         OlButtons::AddCommandBarButton(explorer, synchroniseNumber, progId_, OwnText("Buttonsync"),
                                        std::string(Names::Identification) + ".Main", true, iconAndCaption, appendToBar);
-    synchronise_.Bind(button, shared_from_this(), &cOlExplorer::SyncItButton_Click);
+    Bind(synchronise_, button, &cOlExplorer::SyncItButton_Click);
 }
 
 void cOlExplorer::RemoveMenus(const Dispatch& obj) {
@@ -204,7 +178,7 @@ void cOlExplorer::OnClose(const platform::EventArguments&) { objExplorer_Close()
 void cOlExplorer::OnSelectionChange(const platform::EventArguments&) { objExplorer_SelectionChange(); }
 
 void cOlExplorer::objExplorer_Activate() {
-    if (OlVersion < outlook2002) return;
+    if (OlVersion < Outlook2002) return;
     const bool first = !std::exchange(menusBuilt_, true);  // building may pump messages and activate once more
     if (first) SetMenus(objExplorer_.Object());
 }
@@ -223,7 +197,7 @@ void cOlExplorer::AddSendToPhoneButton() {
     const Dispatch button =
         OlButtons::AddCommandBarButton(objExplorer_.Object(), sendToPhoneNumber, progId_, OwnText("ButtonSendToPhone"),
                                        parameter_, false, iconOnly, sendToPhonePosition);
-    sendToPhone_.Bind(button, shared_from_this(), &cOlExplorer::SendToPhone_Click);
+    Bind(sendToPhone_, button, &cOlExplorer::SendToPhone_Click);
 }
 
 void cOlExplorer::objExplorer_Close() {
@@ -241,6 +215,12 @@ void cOlExplorer::objExplorer_SelectionChange() {
     const std::int32_t selected =
         objExplorer_.Object().Object(Members::Window::Selection).Long(Members::Collection::Count);
     sendToPhone_.Object().Put(Members::Control::Enabled, selected != 0);
+}
+
+void cOlExplorer::Bind(EventButton& member, const Dispatch& button, Command command) {
+    member.Bind(button, shared_from_this(), [command](cOlExplorer& self, const Dispatch& clicked) {
+        if (self.IsOwn(clicked)) (self.*command)();
+    });
 }
 
 bool cOlExplorer::IsOwn(const Dispatch& clicked) const {

@@ -5,13 +5,14 @@
 // Owns    the window, its events and every control made in it, until objExplorer_Close.
 // Effects host calls, which may pump messages and bring other events.
 #pragma once
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "addin/EventButton.h"
 #include "addin/EventSource.h"
+#include "addin/MenuEntries.h"
 #include "platform/com/Dispatch.h"
 
 class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
@@ -31,10 +32,21 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
 
     [[nodiscard]] bool InUse() const { return static_cast<bool>(window_); }
 
+    // The commands, whatever was clicked for them.
+    void SyncIt_Click();
+    void SyncItBoth_Click();
+    void SyncItButton_Click();
+    void SyncItContacts_Click();
+    void SyncItCalendar_Click();
+    void ButtonSMSNew_Click();
+    void SyncItSettings_Click();
+    void MenuOptions_Click();
+    void SyncItLogFile_Click();
+    void ButtonInfo_Click();
+    void SendToPhone_Click();
+
   private:
-    struct MenuEntry;
-    static constexpr std::size_t entryCount = 9;
-    static const std::array<MenuEntry, entryCount>& MenuEntries();
+    using Command = void (cOlExplorer::*)();
 
     void Open(const platform::Dispatch& explorer, const std::string& progId, const std::string& param);
     [[nodiscard]] platform::Dispatch AdoptPopup(const platform::Dispatch& menuBar, bool& entriesExist,
@@ -43,6 +55,8 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
     void AddEntries(const platform::Dispatch& popup);
     void AddSynchroniseButton(const platform::Dispatch& explorer);
     void AddSendToPhoneButton();
+    // Runs `command` at a click on `button`, if the clicked control carries the add-in's own mark.
+    void Bind(EventButton& member, const platform::Dispatch& button, Command command);
     [[nodiscard]] bool IsOwn(const platform::Dispatch& clicked) const;
 
     void OnActivate(const platform::EventArguments& arguments);
@@ -50,24 +64,12 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
     void OnClose(const platform::EventArguments& arguments);
     void OnSelectionChange(const platform::EventArguments& arguments);
 
-    void SyncIt_Click(const platform::Dispatch& control);
-    void SyncItBoth_Click(const platform::Dispatch& control);
-    void SyncItButton_Click(const platform::Dispatch& control);
-    void SyncItContacts_Click(const platform::Dispatch& control);
-    void SyncItCalendar_Click(const platform::Dispatch& control);
-    void ButtonSMSNew_Click(const platform::Dispatch& control);
-    void SyncItSettings_Click(const platform::Dispatch& control);
-    void MenuOptions_Click(const platform::Dispatch& control);
-    void SyncItLogFile_Click(const platform::Dispatch& control);
-    void ButtonInfo_Click(const platform::Dispatch& control);
-    void SendToPhone_Click(const platform::Dispatch& control);
-
     EventSource objExplorer_;    // without events in the Outlook 2000 mode
     platform::Dispatch window_;  // the Explorer, in both modes
     bool menusBuilt_ = false;
     std::string progId_;
     std::string parameter_;
-    std::array<EventButton, entryCount> entries_;
+    std::vector<EventButton> entries_{MenuEntries().size()};
     EventButton synchronise_;
     EventButton sendToPhone_;
 };

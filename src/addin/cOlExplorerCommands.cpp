@@ -1,5 +1,4 @@
-// What a click on each menu entry and toolbar button of an Explorer does. Office calls every handler whose control
-// has the clicked one's id and tag, so each first looks whether the clicked control carries the add-in's own mark.
+// The commands: what a click on each menu entry and toolbar button of an Explorer does.
 #include "addin/Members.h"
 #include "addin/Names.h"
 #include "addin/cOlExplorer.h"
@@ -14,19 +13,15 @@
 #include "support/Files.h"
 #include "support/Prompt.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using platform::Dispatch;
 
 namespace {
 
-constexpr std::int32_t outlook2002 = 10;
-constexpr std::int32_t noMemory = -1;  // a question whose answer is not remembered
-constexpr std::int32_t okOnly = 0;
-constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
-
 // Straight away, or through Corvella's dialog where the user did not switch it off.
 const char* SynchroniseArgument() {
-    const std::string noDialog = RegEdit::GetRegString(platform::Root::CurrentUser, outlookKey, "NoDlg");
+    const std::string noDialog = RegEdit::GetRegString(platform::Root::CurrentUser, RegistryKeys::Outlook, "NoDlg");
     return platform::Val(noDialog) != 0 ? "sync" : "syncdlg";
 }
 
@@ -37,38 +32,23 @@ std::string InfoText() {
 
 }  // namespace
 
-void cOlExplorer::SyncIt_Click(const Dispatch& control) {
-    if (IsOwn(control)) CVOutlAddIn::CallMainApp("");
-}
+void cOlExplorer::SyncIt_Click() { CVOutlAddIn::CallMainApp(""); }
 
-void cOlExplorer::SyncItBoth_Click(const Dispatch& control) {
-    if (IsOwn(control)) CVOutlAddIn::CallMainApp(SynchroniseArgument());
-}
+void cOlExplorer::SyncItBoth_Click() { CVOutlAddIn::CallMainApp(SynchroniseArgument()); }
 
-void cOlExplorer::SyncItButton_Click(const Dispatch& control) { SyncItBoth_Click(control); }
+void cOlExplorer::SyncItButton_Click() { SyncItBoth_Click(); }
 
-void cOlExplorer::SyncItContacts_Click(const Dispatch& control) {
-    if (IsOwn(control)) CVOutlAddIn::CallMainApp("sync 0");
-}
+void cOlExplorer::SyncItContacts_Click() { CVOutlAddIn::CallMainApp("sync 0"); }
 
-void cOlExplorer::SyncItCalendar_Click(const Dispatch& control) {
-    if (IsOwn(control)) CVOutlAddIn::CallMainApp("sync 1");
-}
+void cOlExplorer::SyncItCalendar_Click() { CVOutlAddIn::CallMainApp("sync 1"); }
 
-void cOlExplorer::ButtonSMSNew_Click(const Dispatch& control) {
-    if (IsOwn(control)) CVOutlAddIn::CallMainApp("smsnew");
-}
+void cOlExplorer::ButtonSMSNew_Click() { CVOutlAddIn::CallMainApp("smsnew"); }
 
-void cOlExplorer::SyncItSettings_Click(const Dispatch& control) {
-    if (IsOwn(control)) CVOutlAddIn::CallMainApp("settings");
-}
+void cOlExplorer::SyncItSettings_Click() { CVOutlAddIn::CallMainApp("settings"); }
 
-void cOlExplorer::MenuOptions_Click(const Dispatch& control) {
-    if (IsOwn(control)) FormOlAddInOptions::Shared().Show();
-}
+void cOlExplorer::MenuOptions_Click() { FormOlAddInOptions::Shared().Show(); }
 
-void cOlExplorer::SyncItLogFile_Click(const Dispatch& control) {
-    if (!IsOwn(control)) return;
+void cOlExplorer::SyncItLogFile_Click() {
     const Debug::Trace trace("ButtonLogFile_Click");
     const std::string path = platform::WithBackslash(Files::AppFolder()) + "Corvella.log";
     if (!Files::FileExists(path)) return;
@@ -76,19 +56,17 @@ void cOlExplorer::SyncItLogFile_Click(const Dispatch& control) {
     if (platform::StartProcessForInput("notepad " + path, platform::Show::Normal)) platform::SendControlEnd();
 }
 
-void cOlExplorer::ButtonInfo_Click(const Dispatch& control) {
-    if (!IsOwn(control)) return;
+void cOlExplorer::ButtonInfo_Click() {
     std::string text = InfoText();
-    if (OlVersion >= outlook2002) {
-        Prompt::Ask(noMemory, text, okOnly, "");
+    if (OlVersion >= Outlook2002) {
+        Prompt::Ask(Prompt::Id::Plain, text, Prompt::Style::OK, {});
     } else {
-        platform::ShowMessageBox(text, okOnly);
+        platform::ShowMessageBox(text, Prompt::Style::OK);
     }
 }
 
 // Every selected item in turn; the timer is armed once, with the last.
-void cOlExplorer::SendToPhone_Click(const Dispatch& control) {
-    if (!IsOwn(control)) return;
+void cOlExplorer::SendToPhone_Click() {
     const Dispatch selection = window_.Object(Members::Window::Selection);
     const std::int32_t count = selection.Long(Members::Collection::Count);
     for (std::int32_t number = 1; number <= count; ++number) {

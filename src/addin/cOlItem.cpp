@@ -4,6 +4,7 @@
 #include "addin/Names.h"
 #include "addin/OlButtons.h"
 #include "bridge/CVOutlAddIn.h"
+#include "bridge/OlVersion.h"
 #include "language/Language.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
@@ -13,11 +14,10 @@ using platform::Dispatch;
 namespace {
 
 constexpr std::int32_t saveOnClose = 0;
-constexpr std::int32_t outlook2002 = 10;
 
 std::int32_t ButtonNumber(const Dispatch& inspector) {
     const std::string version = inspector.Object(Members::Application).Text(Members::Outlook::Version);
-    return platform::Val(version) > outlook2002 ? 102 : 101;
+    return platform::Val(version) > Outlook2002 ? 102 : 101;
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "support/Debug.h"
 #include "support/Files.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using platform::Dispatch;
 
@@ -177,7 +178,7 @@ void cOutlookAddIn::UnInitHandler(const Dispatch& application) {
     colExpl_.Release();
     myolapp_.Release();
     application_.Reset();
-    RegEdit::DeleteRegValue(platform::Root::CurrentUser, Names::AddInKey, Names::Active);
+    RegEdit::DeleteRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active);
 }
 
 void cOutlookAddIn::myolapp_Quit() { UnInitHandler({}); }

@@ -14,38 +14,36 @@
 #include "support/Files.h"
 #include "support/Prompt.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using platform::Root;
 
 namespace CVOutlAddIn {
 namespace {
 
-constexpr const char* productKey = "Software\\Quillmark\\Corvella";
-constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
 constexpr const char* texts = "OutlookAddIn";
 
 constexpr std::int32_t commandInterval = 300;
 constexpr std::int32_t shortestDelay = 1000;
 
-constexpr std::int32_t plainMessage = -1;
-constexpr std::int32_t yesNo = 4;
-constexpr std::int32_t yes = 6;
-constexpr std::int32_t yesAsOk = 1;  // what the question box returns for Yes while another box is open
-constexpr std::int32_t no = 7;
-
-std::string Value(const std::string& name) { return RegEdit::GetRegString(Root::CurrentUser, outlookKey, name); }
+std::string Value(const std::string& name) {
+    return RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Outlook, name);
+}
 
 void SaveValue(const std::string& name, std::string_view text) {
-    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(outlookKey), name, text, RegEdit::TypeText);
+    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::Outlook), name, text, RegEdit::TypeText);
 }
 
 // "1" or "0", stored for good; empty, and nothing stored, where the user could not be asked.
 std::string AskForAutomaticHandOff(const std::string& switchName, char typeLetter) {
     const std::string kind = Language::GetLanguageString(texts, std::string(1, typeLetter));
     std::string question = Language::GetLanguageStringReplaced(texts, "Msg1", "%i", kind);
-    const std::int32_t answer = Prompt::Ask(plainMessage, question, yesNo, "Corvella Outlook AddIn");
-    if (answer != yes && answer != yesAsOk && answer != no) return {};
-    const char* text = answer == no ? "0" : "1";
+    const std::int32_t answer =
+        Prompt::Ask(Prompt::Id::Plain, question, Prompt::Style::YesNo, "Corvella Outlook AddIn");
+    // While another box is open, the question box returns OK for Yes.
+    const bool yes = answer == Prompt::Answer::Yes || answer == Prompt::Answer::OK;
+    if (!yes && answer != Prompt::Answer::No) return {};
+    const char* text = yes ? "1" : "0";
     SaveValue(switchName, text);
     return text;
 }
@@ -75,7 +73,7 @@ void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {
 }
 
 std::string MainAppFolder() {
-    const std::string folder = RegEdit::GetRegString(Root::CurrentUser, productKey, "Path");
+    const std::string folder = RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Product, "Path");
     return folder.empty() ? Files::AppFolder() : folder;
 }
 
@@ -93,7 +91,7 @@ void AddChangedItem(std::string_view entryId, char typeLetter, bool explicitly, 
 void CallMainApp(std::string_view argument) {
     const std::string folder = MainAppFolder();
     if (folder.empty()) {
-        platform::ShowMessageBox("Unable to find Corvella.exe", 0);
+        platform::ShowMessageBox("Unable to find Corvella.exe", Prompt::Style::OK);
         return;
     }
     platform::Err().Clear();

@@ -16,6 +16,7 @@
 #include "shell/WindowsMiscHelp.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using platform::Control;
 using platform::ControlKind;
@@ -26,10 +27,8 @@ namespace ControlStyle = platform::ControlStyle;
 
 namespace {
 
-constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
 constexpr const char* helpPage = "AddInOutl.htm";
 constexpr std::int32_t helpKey = 112;  // F1
-constexpr std::int32_t outlook2003 = 11;
 constexpr std::string_view baseProfile = "corvella";
 constexpr const char* productName = "Corvella";
 constexpr const char* automatic = "Automatic";
@@ -82,10 +81,12 @@ constexpr std::array<const char*, OptionsLayout::items> arranged{
     "Label3",   "TextRemain", "Label4",        "Frame2",   "OptionSync",   "OptionDlg",
     "Frame3",   "Label5",     "ComboProfiles", "ButtonOK", "ButtonCancel", "ButtonHelp"};
 
-[[nodiscard]] std::string Value(const char* name) { return RegEdit::GetRegString(Root::CurrentUser, outlookKey, name); }
+[[nodiscard]] std::string Value(const char* name) {
+    return RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Outlook, name);
+}
 
 void SaveValue(const char* name, std::string_view text) {
-    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(outlookKey), name, text, RegEdit::TypeText);
+    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::Outlook), name, text, RegEdit::TypeText);
 }
 
 class Captions : public OptionsLayout::TextMeasure {
@@ -135,7 +136,7 @@ void FormOlAddInOptions::Form_Load() {
     platform::MakeTopmost(Window());  // before there are tool tips: Wine takes a window below one for topmost already
     ShowValues();
     Language::GetLanguageStringsForForm(*this);
-    if (OlVersion >= outlook2003) ShowMenuColour();
+    if (OlVersion >= Outlook2003) ShowMenuColour();
     Arrange();
     The("TextDelay").TakeFocus();
 }

@@ -8,18 +8,18 @@
 #include "platform/Err.h"
 #include "platform/Process.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using platform::Root;
 
 namespace {
 
-constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
 constexpr const char* productKey = "SOFTWARE\\Quillmark\\Corvella";
 
 bool HasChangedItems() {
     std::string waiting;
     for (const char* list : {"ChangedA", "ChangedC", "ChangedT"}) {
-        waiting += RegEdit::GetRegString(Root::CurrentUser, outlookKey, list);
+        waiting += RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Outlook, list);
     }
     return !waiting.empty();
 }

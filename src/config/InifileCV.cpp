@@ -11,6 +11,7 @@
 #include "support/Files.h"
 #include "support/Prompt.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using Debug::WriteDebug;
 using Files::FileExists;
@@ -26,26 +27,22 @@ State state;
 
 namespace {
 
-constexpr std::string_view productKey = "Software\\Quillmark\\Corvella";
-constexpr std::string_view settingsKey = "Software\\Quillmark\\Corvella\\Settings";
 constexpr std::string_view productFolder = "Corvella\\";
 constexpr std::string_view settingsFile = "corvella.ini";
 constexpr std::string_view configFile = "config.ini";
 constexpr std::string_view configFileBegin = "#Corvella config file";
 
 constexpr std::int32_t freeText = -1;
-constexpr std::int32_t plainMessage = -1;
-constexpr std::int32_t exclamation = 48;
 
 LanguageSetUp languageSetUp = nullptr;
 
 std::string In(const std::string& folder, std::string_view name) { return std::string(folder).append(name); }
 
 std::int32_t ReadStorageMode() {
-    std::string mode = RegEdit::GetRegString(Root::CurrentUser, settingsKey, "SaveIn");
+    std::string mode = RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Settings, "SaveIn");
     if (mode.empty()) {
         mode = "0";
-        RegEdit::SaveRegValue(Root::CurrentUser, settingsKey, "SaveIn", mode, RegEdit::TypeText);
+        RegEdit::SaveRegValue(Root::CurrentUser, RegistryKeys::Settings, "SaveIn", mode, RegEdit::TypeText);
     }
     return platform::ValLong(mode);
 }
@@ -96,12 +93,12 @@ void TellMissingProfile(const std::string& file) {
     const std::string name(Files::GetFileNamePart(file));
     if (state.MissingProfileTold || Lowered(name) == settingsFile) return;
     state.MissingProfileTold = true;
-    Prompt::Message(plainMessage, missingProfileMessage, exclamation, "%f", name);
+    Prompt::Message(Prompt::Id::Plain, missingProfileMessage, Prompt::Style::Warning, "%f", name);
 }
 
 void ReadIniFilesOnce() {
     if (std::exchange(state.IniFilesRead, true)) return;
-    const std::string folder = RegEdit::GetRegString(Root::CurrentUser, productKey, "IniFiles");
+    const std::string folder = RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Product, "IniFiles");
     if (Contains(folder, ":") && Contains(folder, "\\")) state.IniFiles = folder;
 }
 
@@ -130,9 +127,9 @@ std::string AskForFolder(const std::string& candidate) {
 
 void StoreFolder(const std::string& folder, bool isDefault) {
     if (isDefault) {
-        RegEdit::DeleteRegValue(Root::CurrentUser, productKey, "IniFiles");
+        RegEdit::DeleteRegValue(Root::CurrentUser, RegistryKeys::Product, "IniFiles");
     } else {
-        RegEdit::SaveRegValue(Root::CurrentUser, productKey, "IniFiles", folder, RegEdit::TypeText);
+        RegEdit::SaveRegValue(Root::CurrentUser, RegistryKeys::Product, "IniFiles", folder, RegEdit::TypeText);
     }
 }
 

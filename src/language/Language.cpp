@@ -62,7 +62,7 @@ void ReadFile() {
         if (!state.LangText.empty()) state.LangFile = EnglishFile();  // single texts come from there as well
     }
     if (state.LangText.empty()) {
-        platform::ShowMessageBox("The language file '" + state.LangFile + "' seems to be empty!", 0);
+        platform::ShowMessageBox("The language file '" + state.LangFile + "' seems to be empty!", Prompt::Style::OK);
     }
 }
 
@@ -79,7 +79,7 @@ void ReadTexts() {
 
 void ReportMissing(std::string_view section, std::string_view key) {
     std::string message = "Missing '" + std::string(key) + "' in " + std::string(section) + " in the language file!";
-    Prompt::Ask(-1, message, 0, {});
+    Prompt::Ask(Prompt::Id::Plain, message, Prompt::Style::OK, {});
 }
 
 }  // namespace

@@ -5,9 +5,11 @@
 
 #include "language/LanguageForms.h"
 #include "platform/Locale.h"
+#include "platform/Text.h"
 #include "question/QuestionRules.h"
 #include "shell/WindowsMiscMetrics.h"
 #include "support/Debug.h"
+#include "support/Prompt.h"
 
 namespace QuestionBox {
 namespace {
@@ -233,8 +235,8 @@ void FormQuestion::ShowCaptionIn(std::uint32_t backColour, std::uint32_t textCol
     The("Image2").SetBackColor(backColour);
 }
 
-void FormQuestion::Answer(std::string_view number) {
-    The("RetVal").SetText(number);
+void FormQuestion::Close(std::int32_t answer) {
+    The("RetVal").SetText(platform::Decimal(answer));
     answered_ = false;
     Hide();
 }
@@ -242,26 +244,26 @@ void FormQuestion::Answer(std::string_view number) {
 void FormQuestion::ButtonOKYes_Click() {
     const Trace trace("FormQuestion.ButtonOKYes_Click");
     ShowActiveLook();
-    Answer(The("buttonyes").Value() ? "6" : "1");
+    Close(The("buttonyes").Value() ? Prompt::Answer::Yes : Prompt::Answer::OK);
 }
 
 void FormQuestion::ButtonNo_Click() {
     const Trace trace("FormQuestion.ButtonNo_Click");
     ShowActiveLook();
-    Answer("7");
+    Close(Prompt::Answer::No);
 }
 
 void FormQuestion::ButtonCancel_Click() {
     const Trace trace("FormQuestion.ButtonCancel_Click");
     ShowActiveLook();
     The("TextInput").SetText({});
-    Answer("2");
+    Close(Prompt::Answer::Cancel);
 }
 
 void FormQuestion::ButtonAll_Click() {
     const Trace trace("FormQuestion.ButtonAll_Click");
     ShowActiveLook();
-    Answer("9");
+    Close(Prompt::Answer::Fourth);
 }
 
 void FormQuestion::ButtonHelp_Click() {

@@ -1,10 +1,9 @@
 // question/FormQuestion.h: the form on which every message, question and input is shown.
 //
-// Shapes  The answer is a number in `RetVal`: "1" OK, "2" Cancel, "6" Yes, "7" No, "9" the fourth button, nothing
-//         while there is none. Sizes are pixels of the form's inside.
-// Errors  none of its own; a window that cannot be made shows in Load.
-// Owns    Its windows; it is shown by QuestionBox and unloaded with the end of its life.
-// Effects While it is loaded, its window handle is published for the main application.
+// Shapes  The answer (support/Prompt.h) is a number in `RetVal`, empty while there is none. Sizes are pixels of the
+// form's inside. Errors  none of its own; a window that cannot be made shows in Load. Owns    Its windows; it is shown
+// by QuestionBox and unloaded with the end of its life. Effects While it is loaded, its window handle is published for
+// the main application.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -77,7 +76,7 @@ class FormQuestion : public platform::Form {
     void ImageEdge_MouseUp();
     void Timer1_Timer();
 
-    void Answer(std::string_view number);
+    void Close(std::int32_t answer);
     void ShowActiveLook();
     void ShowCaptionIn(std::uint32_t backColour, std::uint32_t textColour);
     void WireHandlers();

@@ -30,7 +30,6 @@ using QuestionRules::Identity;
 
 constexpr char procedure[] = "MsgInputBox";
 constexpr std::int32_t entry = 0, freeText = -1, lastStep = 999;
-constexpr std::int32_t noAnswer = 0, cancelAnswer = 2;
 constexpr std::int32_t overflow = 6;  // an error's number
 constexpr std::string_view formSection = "FormQuestion", messageSection = "Messages", settingsSection = "Settings",
                            countSection = "Msg";
@@ -116,12 +115,14 @@ struct Picture {
     std::int32_t style;
     const char* name;
 };
-constexpr std::int32_t pictureBits = 0x70, defaultButtonBits = 0x300;
-constexpr Picture pictures[] = {{0x10, "*error"}, {0x20, "*question"}, {0x30, "*warning"}, {0x40, "*information"}};
+constexpr Picture pictures[] = {{Prompt::Style::Error, "*error"},
+                                {Prompt::Style::Question, "*question"},
+                                {Prompt::Style::Warning, "*warning"},
+                                {Prompt::Style::Information, "*information"}};
 
 void SetPicture(FormQuestion& form, std::int32_t buttons) {
     for (const Picture& picture : pictures) {
-        if ((buttons & pictureBits) != picture.style) continue;
+        if ((buttons & Prompt::Style::PictureBits) != picture.style) continue;
         form.The("Im").SetPicture(picture.name);
         form.The("Im").SetVisible(true);
     }
@@ -138,11 +139,11 @@ std::vector<std::string> Lines(const std::string& text) {
 }
 
 void SetInput(FormQuestion& form, const Call& call, const Identity& question) {
-    Control& input = form.The(question.id == QuestionRules::secondInput ? "Combo1" : "TextInput");
-    if (question.id == QuestionRules::secondInput) input.SetList(Lines(call.extraText));
+    Control& input = form.The(question.id == Prompt::Id::ListInput ? "Combo1" : "TextInput");
+    if (question.id == Prompt::Id::ListInput) input.SetList(Lines(call.extraText));
     input.SetVisible(true);
     input.SetText(call.defaultText);
-    if (question.id != QuestionRules::secondInput && QuestionRules::IsMasked(call.buttons)) form.SetMasked();
+    if (question.id != Prompt::Id::ListInput && QuestionRules::IsMasked(call.buttons)) form.SetMasked();
     input.TakeFocus();
 }
 
@@ -152,8 +153,8 @@ void SetDefaultButton(FormQuestion& form, const Call& call, bool takesFocus) {
     for (const char* name : {"ButtonOKYes", "ButtonNo", "ButtonCancel", "ButtonAll"}) {
         if (form.The(name).Visible()) visible.push_back(&form.The(name));
     }
-    std::size_t chosen = static_cast<std::size_t>((call.buttons & defaultButtonBits) >> 8);
-    if (chosen >= visible.size() || platform::Val(call.defaultText) == 1) chosen = 0;
+    std::size_t chosen = static_cast<std::size_t>((call.buttons & Prompt::Style::DefaultButtonBits) >> 8);
+    if (chosen >= visible.size() || platform::Val(call.defaultText) == Prompt::Answer::OK) chosen = 0;
     form.SetDefaultButton(*visible[chosen]);
     if (takesFocus) visible[chosen]->TakeFocus();
 }
@@ -168,14 +169,14 @@ void AskOtherwise(Call& call, const Identity& question) {
         return;
     }
     const std::int32_t answer = platform::ShowMessageBox(call.prompt, call.buttons, call.title);
-    call.cancelled = answer == cancelAnswer;
-    call.Finish(answer == 6 ? "1" : platform::Decimal(answer));
+    call.cancelled = answer == Prompt::Answer::Cancel;
+    call.Finish(platform::Decimal(answer == Prompt::Answer::Yes ? Prompt::Answer::OK : answer));
 }
 
 void Prepare(FormQuestion& form, Call& call, const Identity& question) {
     if (!call.title.empty()) form.SetCaption(call.title);
     call.Reach(7);
-    form.The("ButtonAll").SetVisible((call.buttons & QuestionRules::fourthButton) != 0);
+    form.The("ButtonAll").SetVisible((call.buttons & Prompt::Style::FourthButton) != 0);
     SetButtons(form, call);
     call.Reach(9);
     QuestionRules::Fields fields = QuestionRules::Divided(call.prompt, call.captions, platform::IsLeadByte);
@@ -185,7 +186,7 @@ void Prepare(FormQuestion& form, Call& call, const Identity& question) {
     form.HelpTopic = call.extraOption;
     form.The("ButtonHelp").SetVisible(!form.HelpTopic.empty());
     SetPicture(form, call.buttons);
-    const bool mayBeRemembered = question.id > 0 && (call.buttons & QuestionRules::neverRemembered) == 0;
+    const bool mayBeRemembered = question.id > 0 && (call.buttons & Prompt::Style::NeverRemembered) == 0;
     form.The("Check1").SetVisible(mayBeRemembered);
     if (question.IsInput()) SetInput(form, call, question);
     SetDefaultButton(form, call, !question.IsInput());
@@ -195,14 +196,14 @@ void Prepare(FormQuestion& form, Call& call, const Identity& question) {
 }
 
 std::string ResultOf(FormQuestion& form, const Call& call, const Identity& question, std::int32_t answer) {
-    if (question.id == QuestionRules::secondInput) return form.The("Combo1").Text();
+    if (question.id == Prompt::Id::ListInput) return form.The("Combo1").Text();
     if (question.IsInput()) return form.The("TextInput").Text();
-    return answer == noAnswer ? std::string() : QuestionRules::ResultOf(answer, call.Set());
+    return answer == Prompt::Answer::None ? std::string() : QuestionRules::ResultOf(answer, call.Set());
 }
 
 void RememberAnswer(FormQuestion& form, const Call& call, const Identity& question, std::int32_t answer) {
     const bool asksAgain = form.The("Check1").Value();
-    if (asksAgain || answer == noAnswer || (call.buttons & QuestionRules::neverRemembered) != 0) return;
+    if (asksAgain || answer == Prompt::Answer::None || (call.buttons & Prompt::Style::NeverRemembered) != 0) return;
     QuestionRules::Remember(memory, question, answer);
     for (const QuestionRules::Setting& setting : QuestionRules::Persisted(memory, question)) {
         IniFile::SetIniSetting(settingsSection, setting.key, setting.value, true);
@@ -218,7 +219,7 @@ void AskOnForm(FormQuestion& form, Call& call, const Identity& question) {
     if (!seen) return AskOtherwise(call, question);
     call.Reach(13);
     const std::int32_t answer = platform::ValLong(form.The("RetVal").Text());
-    call.cancelled = answer == cancelAnswer;
+    call.cancelled = answer == Prompt::Answer::Cancel;
     std::string result = ResultOf(form, call, question, answer);
     call.Reach(14);
     RememberAnswer(form, call, question, answer);
@@ -234,7 +235,7 @@ void Ask(Call& call) {
     if (!question) return platform::Err().Set(platform::SubscriptOutOfRange, "Subscript out of range");
     call.Reach(4);
     if (std::optional<std::string> recalled = QuestionRules::Recalled(memory, *question, call.Set())) {
-        call.cancelled = platform::ValLong(*recalled) == cancelAnswer;
+        call.cancelled = platform::ValLong(*recalled) == Prompt::Answer::Cancel;
         return call.Finish(std::move(*recalled));
     }
     call.Reach(5);
@@ -254,7 +255,7 @@ std::int32_t AskMessage(std::int32_t questionId, std::int32_t buttons, std::stri
             WriteDebug("MsgBoxMessage", 3);
             return 0;
         }
-        if (*count > askLimit) return 1;
+        if (*count > askLimit) return Prompt::Answer::OK;
         IniFile::SetIniSetting(countSection, key, platform::Decimal(*count), true);
     }
     return QuestionMsgBox(questionId, text, buttons, {}, -1, 0, {}, {}, {}, extraOption);
@@ -269,7 +270,8 @@ class PromptPort final : public Prompt::Port {
     std::string Input(const std::string& prompt, const std::string& title, const std::string& defaultText,
                       bool& cancelled) override {
         std::string text = prompt;
-        return MsgInputBox(QuestionRules::textInput, text, 1, title, defaultText, 0, cancelled, {}, {}, {}, {}, {});
+        return MsgInputBox(Prompt::Id::TextInput, text, Prompt::Style::OKCancel, title, defaultText, 0, cancelled, {},
+                           {}, {}, {}, {});
     }
     std::int32_t Message(std::int32_t questionId, std::int32_t number, std::int32_t buttons, const std::string& search1,
                          const std::string& replace1, const std::string& search2, const std::string& replace2,
@@ -318,7 +320,7 @@ std::int32_t MsgBoxMessage(std::int32_t questionId, std::int32_t number, std::in
                            const std::string& replace2, const std::string& extraOption, std::int32_t askLimit) {
     const Trace trace("MsgBoxMessage:");
     const platform::ErrorScope outer;
-    std::int32_t answer = 0;
+    std::int32_t answer = Prompt::Answer::None;
     platform::Guarded([&] {
         std::string text = Language::GetLanguageString(messageSection, platform::Decimal(number) + "Msg");
         text = platform::Replaced(platform::Replaced(text, search1, replace1), search2, replace2);
@@ -331,8 +333,7 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
                                 const std::string& replace1, const std::string& search2, const std::string& replace2,
                                 const std::string& extraOption) {
     const Trace trace("MsgBoxMessagePlain");
-    return MsgBoxMessage(QuestionRules::plainQuestion, number, buttons, search1, replace1, search2, replace2,
-                         extraOption, 0);
+    return MsgBoxMessage(Prompt::Id::Plain, number, buttons, search1, replace1, search2, replace2, extraOption, 0);
 }
 
 FormQuestion* Shown() { return current && current->Visible() ? current : nullptr; }

@@ -13,6 +13,7 @@ constexpr std::int32_t slotUnit = 268435456;  // 2 to the 28th
 constexpr std::int32_t lastInput = -6;        // input identifiers lie above it
 constexpr std::int32_t noSlot = 6;            // its "No" answers stand in slot 0
 constexpr std::int32_t slotWithoutSettings = 4;
+constexpr std::int32_t seen = 0x400000;  // in a style: what is typed is shown even though it is not remembered
 constexpr std::string_view yesKey = "ShowMessageBoxYes", noKey = "ShowMessageBoxNo";
 
 // By slot; slot 1 is never used.
@@ -62,9 +63,11 @@ std::optional<Identity> Decoded(std::int32_t questionId) {
     return Identity{static_cast<std::int32_t>(bits & ~slotBits), slot, slotCodes[slot]};
 }
 
-ButtonSet SetOf(std::int32_t buttons) { return static_cast<ButtonSet>(buttons & 15); }
+ButtonSet SetOf(std::int32_t buttons) { return static_cast<ButtonSet>(buttons & Prompt::Style::ButtonBits); }
 
-bool IsMasked(std::int32_t buttons) { return (buttons & 0xC00000) == 0x800000; }
+bool IsMasked(std::int32_t buttons) {
+    return (buttons & (Prompt::Style::NeverRemembered | seen)) == Prompt::Style::NeverRemembered;
+}
 
 const ButtonPlan& PlanOf(ButtonSet set) {
     const auto row = static_cast<std::size_t>(set);
@@ -72,22 +75,24 @@ const ButtonPlan& PlanOf(ButtonSet set) {
 }
 
 std::string ResultOf(std::int32_t answer, ButtonSet set) {
-    return answer == 1 && set == ButtonSet::RetryCancel ? "4" : platform::Decimal(answer);
+    const bool retry = answer == Prompt::Answer::OK && set == ButtonSet::RetryCancel;
+    return platform::Decimal(retry ? Prompt::Answer::Retry : answer);
 }
 
 std::optional<std::string> Recalled(const Memory& memory, const Identity& question, ButtonSet set) {
-    if (question.id <= plainQuestion) return std::nullopt;
+    if (question.id <= Prompt::Id::Plain) return std::nullopt;
     const bool yesNo = set == ButtonSet::YesNo || set == ButtonSet::YesNoCancel;
     const std::int32_t noMask = question.slot == noSlot ? 0 : memory.AnswerNoMask[Index(question.slot)];
     if ((memory.AnswerYesMask[Index(question.slot)] & question.id) >= 1) {
-        return set == ButtonSet::OKCancel ? "1" : yesNo ? "6" : "";
+        if (set == ButtonSet::OKCancel) return platform::Decimal(Prompt::Answer::OK);
+        return yesNo ? platform::Decimal(Prompt::Answer::Yes) : std::string();
     }
     if ((noMask & question.id) <= 0 || (set != ButtonSet::OKCancel && !yesNo)) return std::nullopt;
-    return yesNo ? "7" : "2";
+    return platform::Decimal(yesNo ? Prompt::Answer::No : Prompt::Answer::Cancel);
 }
 
 void Remember(Memory& memory, const Identity& question, std::int32_t answer) {
-    if (answer == 1 || answer == 6) {
+    if (answer == Prompt::Answer::OK || answer == Prompt::Answer::Yes) {
         memory.AnswerYesMask[Index(question.slot)] |= question.id;
     } else {
         memory.AnswerNoMask[Index(question.slot == noSlot ? 0 : question.slot)] |= question.id;

@@ -1,8 +1,9 @@
 // question/QuestionRules.h: what the question box decides: which question it is, whether it was answered already, what
 // stands on the buttons, what an answer means. Pure text: no Windows header, no globals.
 //
-// Shapes  Text is ANSI. Results are texts: the standard numbers of a message box ("1" OK, "2" Cancel, "4" Retry, "6"
-//         Yes, "7" No), "9" for the fourth button, or nothing. `buttons` is Windows' style word with two additions.
+// Shapes  Text is ANSI. Identifiers, styles (`buttons`) and answers are those of support/Prompt.h; results are answers
+// as
+//         texts, or nothing.
 //         Where a second byte may look like a sign of its own, `LeadByte` tells which bytes have one; `SmallLetter`
 //         knows the letters beyond A to Z.
 // Errors  none: every text has a reading; an identifier without a place in the memory is none.
@@ -14,6 +15,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/Prompt.h"
+
 namespace QuestionRules {
 
 using LeadByte = bool (*)(char);
@@ -21,14 +24,12 @@ using SmallLetter = char (*)(char);
 
 // --- which question it is
 
-inline constexpr std::int32_t plainQuestion = -1, textInput = -2, secondInput = -4;
-
 struct Identity {
     std::int32_t id;        // the identifier without its slot: -1 plain, -2 to -5 an input, else the question's bits
     std::int32_t slot = 0;  // of the memory
     std::string_view code;  // the slot in a setting's name
 
-    [[nodiscard]] bool IsInput() const { return id < plainQuestion; }
+    [[nodiscard]] bool IsInput() const { return id < Prompt::Id::Plain; }
 };
 
 // None for an identifier that names a slot that the memory does not have.
@@ -36,15 +37,13 @@ struct Identity {
 
 // --- buttons
 
-inline constexpr std::int32_t fourthButton = 0x80, neverRemembered = 0x800000;
-
 enum class ButtonSet : std::int32_t {
-    OK = 0,
-    OKCancel = 1,
-    AbortRetryIgnore = 2,
-    YesNoCancel = 3,
-    YesNo = 4,
-    RetryCancel = 5,
+    OK = Prompt::Style::OK,
+    OKCancel = Prompt::Style::OKCancel,
+    AbortRetryIgnore = Prompt::Style::AbortRetryIgnore,
+    YesNoCancel = Prompt::Style::YesNoCancel,
+    YesNo = Prompt::Style::YesNo,
+    RetryCancel = Prompt::Style::RetryCancel,
 };
 
 // The low four bits, which need not be one of the sets.

@@ -28,10 +28,8 @@ constexpr std::array viewerTitles{"Corvella Manual", "HTML Help"};
 constexpr std::array languagesWithHelp{"fr", "pt", "es", "it", "nl"};
 constexpr const char* section = "Help";
 
-constexpr std::int32_t plainMessage = -1;
 constexpr std::int32_t otherLanguageMessage = 138;
-constexpr std::int32_t otherLanguageStyle = static_cast<std::int32_t>(0x90000010u);
-constexpr std::int32_t exclamation = 48;
+constexpr std::int32_t otherLanguageStyle = Prompt::Style::Error | Prompt::Style::Place3;
 
 constexpr int viewerSearches = 20;
 constexpr std::uint32_t searchInterval = 30;  // milliseconds, besides what each search waits
@@ -81,7 +79,7 @@ void TellHelpFailed(const std::string& helpFile) {
     const std::string& line = Language::state.LangNewLine;
     std::string text = "Unable to start the help!" + line + line + "Please open the file" + line + helpFile + line +
                        "manually or open the help via the start menu.";
-    Prompt::Ask(plainMessage, text, exclamation, {});
+    Prompt::Ask(Prompt::Id::Plain, text, Prompt::Style::Warning, {});
 }
 
 void ShowHelp(const std::string& helpFile, const std::string& page) {
@@ -101,7 +99,7 @@ void CallHelp(const std::string& page, const std::string& htmlPage, std::int32_t
     const Debug::Trace trace("CallHelp");
     if (Language::state.LangNewLine.empty()) Language::LangInit();
     if (OtherLanguageIsShown()) {
-        Prompt::Message(plainMessage, otherLanguageMessage, otherLanguageStyle, "%m", Files::AppFolder());
+        Prompt::Message(Prompt::Id::Plain, otherLanguageMessage, otherLanguageStyle, "%m", Files::AppFolder());
     }
     const std::string helpFile = Language::state.LangHelpFile;  // of this moment: what follows pumps messages
     if (Files::FileExists(helpFile)) {

@@ -7,6 +7,7 @@
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 namespace WindowsMisc {
 namespace {
@@ -14,7 +15,6 @@ namespace {
 using Debug::Trace;
 
 constexpr std::string_view metricsKey = "Control Panel\\Desktop\\WindowMetrics";
-constexpr std::string_view addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
 constexpr std::string_view settingsSubkey = "\\Settings";
 constexpr std::string_view section = "Misc";
 constexpr std::string_view handleName = "hWnd";
@@ -25,7 +25,7 @@ float Metric(std::string_view name, float whenMissing) {
 }
 
 std::string EntryKey(bool keepKey) {
-    std::string key(addInKey);
+    std::string key(RegistryKeys::AddIn);
     if (!keepKey && !key.ends_with(settingsSubkey)) key += settingsSubkey;
     return key;
 }

@@ -19,8 +19,6 @@ namespace {
 
 constexpr std::int32_t registryTrace = -1;
 constexpr std::int32_t withTimeStamps = 16;
-constexpr std::int32_t exclamation = 48;
-constexpr std::int32_t plainMessage = -1;
 
 Ports plugged;
 
@@ -31,7 +29,7 @@ bool IsLoadFailure(std::int32_t number) {
 
 void ShowUnregisteredComponent(const std::string& error) {
     std::string prompt = "E#" + error;
-    Prompt::Ask(plainMessage, prompt, 0, {});
+    Prompt::Ask(Prompt::Id::Plain, prompt, Prompt::Style::OK, {});
 }
 
 // A failing registry write reports itself in the log, which must not lead back here.
@@ -69,7 +67,7 @@ void ReportWithError(std::string& text, std::int32_t code) {
     if (!state.DebugActive && !IsLoadFailure(number)) return detail::CountCall();
     const std::string error = number == 0 ? std::string() : LogLine::ErrorText(number, platform::Err().Description());
     const platform::ErrorScope pending;
-    if (IsLoadFailure(number)) platform::ShowMessageBox(error, exclamation);
+    if (IsLoadFailure(number)) platform::ShowMessageBox(error, Prompt::Style::Warning);
     if (!state.DebugActive) return detail::CountCall();
     if (number == platform::ComponentNotRegistered) ShowUnregisteredComponent(error);
     if (!state.Muted) WriteEntry(error, text, code);

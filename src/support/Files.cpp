@@ -21,8 +21,6 @@ using platform::Dispatch;
 namespace Files {
 namespace {
 
-constexpr std::int32_t exclamation = 48;
-constexpr std::int32_t plainMessage = -1;
 constexpr std::int32_t freeText = -1;
 
 constexpr int firstReader = 15;  // the numbers under which a file is tried to be opened for reading
@@ -44,7 +42,7 @@ struct State {
 };
 State state;
 
-void Show(std::string text) { Prompt::Ask(plainMessage, text, exclamation, {}); }
+void Show(std::string text) { Prompt::Ask(Prompt::Id::Plain, text, Prompt::Style::Warning, {}); }
 
 bool CreateFileSystem() {
     Dispatch created = state.system.createFileSystem ? state.system.createFileSystem()

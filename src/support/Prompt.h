@@ -1,7 +1,7 @@
 // support/Prompt.h: the port through which the lower floors speak to the user. QuestionBox fills it.
 //
-// Shapes  Text is ANSI. `questionId`, `buttons` and the answers are those of the question box; the answers are the
-//         standard numbers (1 OK, 2 Cancel, 3 Abort, 4 Retry, 5 Ignore, 6 Yes, 7 No) and 9 for the fourth button.
+// Shapes  Text is ANSI. Identifiers, styles and answers have their names here; they are the numbers of Windows' own
+//         message box and a few of the question box.
 // Errors  none. While no port is plugged in, Ask shows the standard message box, Input returns its default text as
 //         cancelled, and Message shows nothing and returns 0.
 // Effects modal; may pump messages, and with them whatever else the host does.
@@ -10,6 +10,52 @@
 #include <string>
 
 namespace Prompt {
+
+// What identifies a question: one of these, or the number under which its answer may be remembered
+// (question/QuestionRules.h).
+namespace Id {
+inline constexpr std::int32_t Plain = -1;  // nothing is remembered
+inline constexpr std::int32_t TextInput = -2;
+inline constexpr std::int32_t ListInput = -4;  // one of several texts, or another
+}  // namespace Id
+
+// A set of buttons, with a picture and more added by "|".
+namespace Style {
+inline constexpr std::int32_t OK = 0;
+inline constexpr std::int32_t OKCancel = 1;
+inline constexpr std::int32_t AbortRetryIgnore = 2;
+inline constexpr std::int32_t YesNoCancel = 3;
+inline constexpr std::int32_t YesNo = 4;
+inline constexpr std::int32_t RetryCancel = 5;
+inline constexpr std::int32_t ButtonBits = 0x0F;
+
+inline constexpr std::int32_t Error = 0x10;
+inline constexpr std::int32_t Question = 0x20;
+inline constexpr std::int32_t Warning = 0x30;
+inline constexpr std::int32_t Information = 0x40;
+inline constexpr std::int32_t PictureBits = 0x70;
+
+inline constexpr std::int32_t FourthButton = 0x80;
+inline constexpr std::int32_t SecondIsDefault = 0x100, ThirdIsDefault = 0x200;
+inline constexpr std::int32_t DefaultButtonBits = 0x300;
+inline constexpr std::int32_t NeverRemembered = 0x800000;
+
+// What two notices carry besides. It means nothing in a style; in an identifier it would name a place of the memory.
+inline constexpr std::int32_t Place3 = static_cast<std::int32_t>(0x90000000u);
+inline constexpr std::int32_t Place7 = static_cast<std::int32_t>(0xD0000000u);
+}  // namespace Style
+
+namespace Answer {
+inline constexpr std::int32_t None = 0;
+inline constexpr std::int32_t OK = 1;
+inline constexpr std::int32_t Cancel = 2;
+inline constexpr std::int32_t Abort = 3;
+inline constexpr std::int32_t Retry = 4;
+inline constexpr std::int32_t Ignore = 5;
+inline constexpr std::int32_t Yes = 6;
+inline constexpr std::int32_t No = 7;
+inline constexpr std::int32_t Fourth = 9;
+}  // namespace Answer
 
 class Port {
   public:
