@@ -6,7 +6,8 @@ ifneq ($(origin LANGUAGE),command line)
 LANGUAGE := English# not what the environment calls so
 endif
 SECONDS ?= 60
-.PHONY: help tools dll demo run test bench fuzz check format screenshots clean
+SHARE ?= 1/1
+.PHONY: help tools dll demo run test bench fuzz weather check format screenshots clean
 
 help:             ## this list
 	@grep -hE '^[a-z]+: .*##|^[a-z]+:  +##' $(MAKEFILE_LIST) | sed -E 's/: *[a-z-]* *##/\t/' | expand -t 14
@@ -32,6 +33,9 @@ bench: tools      ## ratios against baselines of the same run; also build/bench.
 
 fuzz: tools       ## make fuzz SECONDS=n: run every fuzz target for n seconds
 	@scripts/fuzz.sh $(SECONDS)
+
+weather: tools    ## each call of each function of Windows fails in turn: make weather [SHARE=A/B]
+	@scripts/weather.sh $(SHARE)
 
 check: tools      ## floors, headers, imports, languages, format, clang-tidy
 	@scripts/check.sh

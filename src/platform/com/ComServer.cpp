@@ -4,6 +4,7 @@
 // olectl after windows.h
 #include <olectl.h>
 
+#include <exception>
 #include <new>
 #include <string>
 #include <utility>
@@ -201,6 +202,9 @@ STDAPI DllRegisterServer() {
 STDAPI DllUnregisterServer() { return UnregisterServer(Server()) ? S_OK : SELFREG_E_CLASS; }
 
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void*) {
-    if (reason == DLL_PROCESS_ATTACH) DisableThreadLibraryCalls(module);
-    return TRUE;
+    if (reason != DLL_PROCESS_ATTACH) return TRUE;
+    DisableThreadLibraryCalls(module);
+    // The runtime reserves what a thread needs for exceptions when it is first asked about them. Asked only by the
+    // first shortage of memory, it would find none, and end the host.
+    return std::uncaught_exceptions() == 0 ? TRUE : FALSE;
 }

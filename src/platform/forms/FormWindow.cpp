@@ -338,6 +338,7 @@ void ControlWindow::Destroy() {
 
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (!self) return DefWindowProcA(window, message, wParam, lParam);  // whose it is cannot be asked
     const WNDPROC original = self->original_;
     if (message == WM_NCDESTROY) {
         RemovePropA(window, ownWindow);

@@ -1,0 +1,62 @@
+// tests/weather/House.h: what surrounds the library while one scenario is played: its files and the user's, a registry
+// and a clipboard in memory, starts of programs noted instead of done, waits passed over; and what the user had before.
+//
+// All else is Windows' own. One house at a time.
+#pragma once
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "testing/ImportPatch.h"
+#include "testing/MemoryClipboard.h"
+#include "testing/MemoryRegistry.h"
+
+namespace weather {
+
+inline constexpr const char* productKey = "Software\\Quillmark\\Corvella";
+inline constexpr const char* addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
+inline constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+inline constexpr const char* earlierEntries[] = {"EARLIER1", "EARLIER2"};
+
+// A file as it is; empty where it is missing.
+[[nodiscard]] std::string ReadFileWhole(const std::string& path);
+void WriteFileWhole(const std::string& path, const std::string& bytes);
+
+class House {
+  public:
+    House();
+    ~House();
+    House(const House&) = delete;
+    House& operator=(const House&) = delete;
+
+    // Puts this world between the library and Windows.
+    void Surround(HMODULE library);
+    // Takes it away again, before the library goes.
+    void Leave();
+
+    static void SetValue(const char* key, const char* name, const std::string& text, HKEY root = HKEY_CURRENT_USER);
+    [[nodiscard]] static std::string Value(const char* key, const char* name);
+
+    [[nodiscard]] std::string SettingsFolder() const;
+    [[nodiscard]] std::string SettingsFile() const;
+    [[nodiscard]] static std::string LogFile();
+    // The settings as the user left them, and a profile, "Work".
+    void Furnish() const;
+    // No settings yet, and no folder for them.
+    void Empty() const;
+
+    // What is wrong with what the user had: settings, log, lists, clipboard; nothing where all is as it should be.
+    [[nodiscard]] std::vector<std::string> Losses(bool keepsClipboard) const;
+
+    [[nodiscard]] const std::vector<std::string>& Started() const;  // command lines and documents
+    [[nodiscard]] static DWORD Slept();                             // milliseconds that the library wanted to wait
+
+  private:
+    MemoryRegistry registry_;
+    MemoryClipboard clipboard_;
+    ImportPatch program_;
+    ImportPatch* library_ = nullptr;
+};
+
+}  // namespace weather
