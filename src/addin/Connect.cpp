@@ -52,6 +52,8 @@ void Connect::AddinInstance_OnDisconnection(std::int32_t removeMode) {
 void Connect::AddinInstance_OnBeginShutdown() { const Debug::Trace trace("AddinInstance_OnBeginShutdown"); }
 
 const std::shared_ptr<cOutlookAddIn>& Connect::Handler() {
-    if (!handler_) handler_ = std::make_shared<cOutlookAddIn>();
+    if (handler_) return handler_;
+    handler_ = std::make_shared<cOutlookAddIn>();
+    ribbon_.Serve(handler_);
     return handler_;
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "addin/cOlRibbon.h"
 #include "addin/cOutlookAddIn.h"
 #include "platform/com/ComServer.h"
 
@@ -18,9 +19,11 @@ class Connect final : public platform::AddinInstance {
     void AddinInstance_OnBeginShutdown() override;
     void AddinInstance_OnAddInsUpdate() override {}
     void AddinInstance_Terminate() override {}
+    platform::RibbonInstance* Ribbon() noexcept override { return &ribbon_; }
 
   private:
     [[nodiscard]] const std::shared_ptr<cOutlookAddIn>& Handler();
 
     std::shared_ptr<cOutlookAddIn> handler_;
+    cOlRibbon ribbon_;
 };

@@ -9,6 +9,7 @@ using platform::Member;
 
 // Every object of Outlook's own library, items included.
 inline constexpr Member Application{"Application", 0xF000};
+inline constexpr Member Parent{"Parent", 0xF001};
 inline constexpr Member Class{"Class", 0xF00A};
 
 namespace Outlook {  // Application
@@ -85,5 +86,14 @@ namespace Popup {
 inline constexpr Member CommandBar{"CommandBar", 0x60050000};
 inline constexpr Member Controls{"Controls", 0x60050001};
 }  // namespace Popup
+
+namespace RibbonControl {  // IRibbonControl, what the host gives a callback
+inline constexpr Member Context{"Context", 2};
+inline constexpr Member Tag{"Tag", 3};
+}  // namespace RibbonControl
+
+namespace RibbonUi {  // IRibbonUI
+inline constexpr Member InvalidateControl{"InvalidateControl", 2};
+}  // namespace RibbonUi
 
 }  // namespace Members

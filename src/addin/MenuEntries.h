@@ -12,9 +12,10 @@ class cOlExplorer;
 struct MenuEntry {
     const char* languageKey;
     const char* defaultCaption;
-    const char* keyWord;   // what Office is given as the entry's key; nothing reads it
-    std::int32_t picture;  // the number of a bitmap, 0 for none
-    std::int16_t faceId;   // one of Office's own pictures, -1 for none
+    const char* ribbonCaption;  // the default on a ribbon, which has no entries without a caption
+    const char* keyWord;        // what Office is given as the entry's key; nothing reads it
+    std::int32_t picture;       // the number of a bitmap, 0 for none
+    std::int16_t faceId;        // one of Office's own pictures, -1 for none
     bool beginsGroup;
     void (cOlExplorer::*click)();  // runs the command
 };

@@ -21,7 +21,6 @@ namespace {
 constexpr const char* popupCaption = "C&orvella";
 constexpr std::int32_t explorerClass = 34;
 constexpr std::int32_t popupControl = 10;
-constexpr std::int32_t contactItems = 2;
 constexpr std::int32_t synchroniseNumber = 103;
 constexpr std::int32_t sendToPhoneNumber = 107;
 constexpr std::int32_t appendToBar = -1;
@@ -178,15 +177,20 @@ void cOlExplorer::OnClose(const platform::EventArguments&) { objExplorer_Close()
 void cOlExplorer::OnSelectionChange(const platform::EventArguments&) { objExplorer_SelectionChange(); }
 
 void cOlExplorer::objExplorer_Activate() {
-    if (OlVersion < Outlook2002) return;
+    if (OlVersion >= Outlook2002) BuildMenusOnce();
+}
+
+void cOlExplorer::BuildMenusOnce() {
+    if (HasRibbon()) return;
     const bool first = !std::exchange(menusBuilt_, true);  // building may pump messages and activate once more
     if (first) SetMenus(objExplorer_.Object());
 }
 
 void cOlExplorer::objExplorer_FolderSwitch() {
     const Debug::Trace trace("objExplorer_FolderSwitch");
-    const Dispatch explorer = objExplorer_.Object();
-    if (explorer.Object(Members::Window::CurrentFolder).Long(Members::Folder::DefaultItemType) == contactItems) {
+    if (HasRibbon()) return TellRibbon();
+    if (ribbon_->Offered()) BuildMenusOnce();
+    if (ShowsContacts(objExplorer_.Object())) {
         if (!sendToPhone_) AddSendToPhoneButton();
     } else {
         sendToPhone_.Delete();
@@ -203,14 +207,20 @@ void cOlExplorer::AddSendToPhoneButton() {
 void cOlExplorer::objExplorer_Close() {
     const Debug::Trace trace("objExplorer_Close");
     const Dispatch explorer = std::exchange(window_, {});
+    const bool untouched = ribbon_->Offered() && !menusBuilt_;
+    if (!untouched) RemoveControls(explorer);
+    objExplorer_.Release();
+}
+
+void cOlExplorer::RemoveControls(const Dispatch& explorer) {
     sendToPhone_.Delete();
     RemoveMenus(explorer);
     for (EventButton& entry : entries_) entry.Release();
     synchronise_.Delete();
-    objExplorer_.Release();
 }
 
 void cOlExplorer::objExplorer_SelectionChange() {
+    if (HasRibbon()) return TellRibbon();
     if (!sendToPhone_) return;
     const std::int32_t selected =
         objExplorer_.Object().Object(Members::Window::Selection).Long(Members::Collection::Count);

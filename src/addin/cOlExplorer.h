@@ -1,4 +1,5 @@
 // addin/cOlExplorer.h: the wrapper of one Explorer window: its menu, its toolbar buttons and what each click does.
+// Where the host has taken our ribbon, the window has no menu and no buttons of ours.
 //
 // Shapes  A target is an Explorer, the Outlook application, or empty.
 // Errors  what the host refuses is skipped; each operation reports its entry and exit to the debug log.
@@ -7,16 +8,21 @@
 #pragma once
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "addin/EventButton.h"
 #include "addin/EventSource.h"
 #include "addin/MenuEntries.h"
+#include "addin/RibbonUi.h"
 #include "platform/com/Dispatch.h"
 
 class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
   public:
+    explicit cOlExplorer(std::shared_ptr<RibbonUi> ribbon) : ribbon_(std::move(ribbon)) {}
+
     // Sinks the window's events; the menus follow at its first activation.
     void OpenItem(const platform::Dispatch& explorer, const std::string& gstrProgID_, const std::string& param_);
     // For Outlook 2000: sinks nothing and builds the menus at once.
@@ -31,6 +37,14 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
     void objExplorer_SelectionChange();
 
     [[nodiscard]] bool InUse() const { return static_cast<bool>(window_); }
+
+    // The host has taken the ribbon after all: what was put into the command bars goes.
+    void RibbonLoaded();
+    // For a wrapper that is made for one click on the ribbon and serves no window: the control is in `explorer`.
+    void ClickedIn(const platform::Dispatch& explorer) { window_ = explorer; }
+    // Whether that Explorer shows a folder of contacts.
+    [[nodiscard]] static bool ShowsContacts(const platform::Dispatch& explorer);
+    static void SendToPhone(const platform::Dispatch& selection);
 
     // The commands, whatever was clicked for them.
     void SyncIt_Click();
@@ -58,6 +72,10 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
     // Runs `command` at a click on `button`, if the clicked control carries the add-in's own mark.
     void Bind(EventButton& member, const platform::Dispatch& button, Command command);
     [[nodiscard]] bool IsOwn(const platform::Dispatch& clicked) const;
+    [[nodiscard]] bool HasRibbon() const;
+    void BuildMenusOnce();
+    void RemoveControls(const platform::Dispatch& explorer);
+    void TellRibbon();
 
     void OnActivate(const platform::EventArguments& arguments);
     void OnFolderSwitch(const platform::EventArguments& arguments);
@@ -72,4 +90,12 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
     std::vector<EventButton> entries_{MenuEntries().size()};
     EventButton synchronise_;
     EventButton sendToPhone_;
+
+    struct Shown {  // of the ribbon's send-to-phone button
+        bool visible;
+        bool enabled;
+        bool operator==(const Shown&) const = default;
+    };
+    std::shared_ptr<RibbonUi> ribbon_;
+    std::optional<Shown> shown_;
 };

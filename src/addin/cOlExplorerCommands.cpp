@@ -1,4 +1,4 @@
-// The commands: what a click on each menu entry and toolbar button of an Explorer does.
+// The commands: what a click on each menu entry, toolbar button and ribbon control of an Explorer does.
 #include "addin/Members.h"
 #include "addin/Names.h"
 #include "addin/cOlExplorer.h"
@@ -65,9 +65,10 @@ void cOlExplorer::ButtonInfo_Click() {
     }
 }
 
+void cOlExplorer::SendToPhone_Click() { SendToPhone(window_.Object(Members::Window::Selection)); }
+
 // Every selected item in turn; the timer is armed once, with the last.
-void cOlExplorer::SendToPhone_Click() {
-    const Dispatch selection = window_.Object(Members::Window::Selection);
+void cOlExplorer::SendToPhone(const Dispatch& selection) {
     const std::int32_t count = selection.Long(Members::Collection::Count);
     for (std::int32_t number = 1; number <= count; ++number) {
         const Dispatch item = selection.Object(Members::Collection::Item, number);

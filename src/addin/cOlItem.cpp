@@ -30,7 +30,7 @@ void cOlItem::OpenItem(const Dispatch& objInsp_, const Dispatch& objItem, const 
     item_ = objItem;
     progId_ = gstrProgID;
     parameter_ = param;
-    AddButton();
+    if (!ribbon_->Offered()) AddButton();
 }
 
 void cOlItem::AddButton() {
@@ -43,7 +43,7 @@ void cOlItem::AddButton() {
 }
 
 void cOlItem::WindowActivated() {
-    if (IsUsed && !button_) AddButton();
+    if (IsUsed && !button_ && !ribbon_->Serves(kind_)) AddButton();
 }
 
 void cOlItem::WindowClosed() {

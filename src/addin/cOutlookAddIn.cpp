@@ -45,8 +45,9 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
     AttachCollections(application_);
 
     progId_ = progId;
+    ribbon_ = std::make_shared<RibbonUi>(OlVersion);
     windows_.clear();
-    explorers_.assign(1, std::make_shared<cOlExplorer>());
+    explorers_.assign(1, std::make_shared<cOlExplorer>(ribbon_));
     contacts_.assign(1, nullptr);
     tasks_.assign(1, nullptr);
     appointments_.assign(1, nullptr);
@@ -67,7 +68,7 @@ void cOutlookAddIn::OpenFirstExplorer() {
         first->OpenItemOl20(explorer, progId_, Names::WrapperParameter);
     } else {
         first->OpenItem(explorer, progId_, Names::WrapperParameter);
-        first->SetMenus({});
+        if (!ribbon_->Offered()) first->SetMenus({});
     }
 }
 
@@ -123,7 +124,7 @@ void cOutlookAddIn::OnNewInspector(const platform::EventArguments& arguments) {
 void cOutlookAddIn::OnQuit(const platform::EventArguments&) { myolapp_Quit(); }
 
 void cOutlookAddIn::colExpl_NewExplorer(const Dispatch& explorer) {
-    const auto wrapper = std::make_shared<cOlExplorer>();
+    const auto wrapper = std::make_shared<cOlExplorer>(ribbon_);
     if (!Watch(explorer, std::make_shared<WatchedWindow>(wrapper))) return;
     Slots::FirstFree(explorers_, IsFreeExplorer) = wrapper;
     wrapper->OpenItem(explorer, progId_, Names::WrapperParameter);
@@ -139,16 +140,36 @@ void cOutlookAddIn::colInsp_NewInspector(const Dispatch& inspector) {
     wrapper->OpenItem(inspector, item, progId_, Names::WrapperParameter);
 }
 
-std::shared_ptr<cOlItem> cOutlookAddIn::WrapperFor(std::int32_t itemClass) {
-    if (itemClass == appointmentClass) return std::make_shared<cOlAppointmentItem>();
-    if (itemClass == contactClass) return std::make_shared<cOlContactItem>();
-    if (itemClass == taskClass) return std::make_shared<cOlTaskItem>();
+std::shared_ptr<cOlItem> cOutlookAddIn::WrapperFor(std::int32_t itemClass) const {
+    if (itemClass == appointmentClass) return std::make_shared<cOlAppointmentItem>(ribbon_);
+    if (itemClass == contactClass) return std::make_shared<cOlContactItem>(ribbon_);
+    if (itemClass == taskClass) return std::make_shared<cOlTaskItem>(ribbon_);
     return nullptr;
 }
 
 cOutlookAddIn::ItemWrappers& cOutlookAddIn::WrappersOf(std::int32_t itemClass) {
     if (itemClass == appointmentClass) return appointments_;
     return itemClass == contactClass ? contacts_ : tasks_;
+}
+
+cOutlookAddIn::ItemWrappers& cOutlookAddIn::WrappersOf(RibbonXml::Kind kind) {
+    if (kind == RibbonXml::Kind::Appointment) return appointments_;
+    return kind == RibbonXml::Kind::Contact ? contacts_ : tasks_;
+}
+
+void cOutlookAddIn::RibbonLoaded(RibbonXml::Kind kind, const Dispatch& ui) {
+    ribbon_->Loaded(kind, ui);
+    if (kind == RibbonXml::Kind::Explorer) {
+        const std::vector<std::shared_ptr<cOlExplorer>> wrappers = explorers_;  // an event meanwhile may add one
+        for (const auto& wrapper : wrappers) {
+            if (wrapper) wrapper->RibbonLoaded();
+        }
+        return;
+    }
+    const ItemWrappers wrappers = WrappersOf(kind);
+    for (const auto& wrapper : wrappers) {
+        if (wrapper) wrapper->RibbonLoaded();
+    }
 }
 
 bool cOutlookAddIn::Watch(const Dispatch& window, const std::shared_ptr<WatchedWindow>& watched) {
@@ -174,6 +195,7 @@ void cOutlookAddIn::UnInitHandler(const Dispatch& application) {
     appointments_.clear();
     windows_.clear();
     if (application) return;
+    ribbon_->Release();
     colInsp_.Release();
     colExpl_.Release();
     myolapp_.Release();

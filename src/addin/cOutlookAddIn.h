@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "addin/EventSource.h"
+#include "addin/RibbonUi.h"
 #include "addin/WatchedWindow.h"
 #include "addin/cOlExplorer.h"
 #include "addin/cOlItem.h"
@@ -28,6 +29,13 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     void colInsp_NewInspector(const platform::Dispatch& inspector);
     void myolapp_Quit();
 
+    // The ribbon of this session; offers nothing before InitHandler and after UnInitHandler.
+    [[nodiscard]] const std::shared_ptr<RibbonUi>& Ribbon() const { return ribbon_; }
+    // The host has taken that ribbon: command bars of ours in such windows go.
+    void RibbonLoaded(RibbonXml::Kind kind, const platform::Dispatch& ui);
+    // A new wrapper for an item of that class; none where such items get no button.
+    [[nodiscard]] std::shared_ptr<cOlItem> WrapperFor(std::int32_t itemClass) const;
+
     // The add-in's own folder with a trailing backslash.
     [[nodiscard]] std::string GetApplPath() const;
 
@@ -40,9 +48,8 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
 
     void AttachCollections(const platform::Dispatch& application);
     void WrapOpenWindows();
-    // A new wrapper for an item of that class; none where such items get no button.
-    [[nodiscard]] static std::shared_ptr<cOlItem> WrapperFor(std::int32_t itemClass);
     [[nodiscard]] ItemWrappers& WrappersOf(std::int32_t itemClass);
+    [[nodiscard]] ItemWrappers& WrappersOf(RibbonXml::Kind kind);
     [[nodiscard]] bool Watch(const platform::Dispatch& window, const std::shared_ptr<WatchedWindow>& watched);
     void OpenFirstExplorer();
     [[nodiscard]] platform::Dispatch FirstExplorer() const;
@@ -58,6 +65,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     EventSource colInsp_;
     platform::Dispatch application_;
     std::string progId_;
+    std::shared_ptr<RibbonUi> ribbon_ = std::make_shared<RibbonUi>(0);
     std::vector<std::shared_ptr<cOlExplorer>> explorers_;
     ItemWrappers contacts_;
     ItemWrappers tasks_;

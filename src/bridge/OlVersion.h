@@ -8,5 +8,6 @@ inline constexpr std::int32_t Outlook2000 = 9;
 inline constexpr std::int32_t Outlook2002 = 10;
 inline constexpr std::int32_t Outlook2003 = 11;
 inline constexpr std::int32_t Outlook2007 = 12;
+inline constexpr std::int32_t Outlook2010 = 14;
 
 inline std::int32_t OlVersion = 0;

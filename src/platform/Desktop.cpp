@@ -53,6 +53,15 @@ void MakeTopmost(WindowHandle window) {
 
 Size ScreenSize() { return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}; }
 
+int DotsPerInch() {
+    constexpr int standard = 96;
+    const HDC screen = GetDC(nullptr);
+    if (!screen) return standard;
+    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return dots > 0 ? dots : standard;
+}
+
 void RunPendingMessages() {
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {

@@ -29,6 +29,8 @@ void MoveWindowTo(WindowHandle window, const Rect& position);
 void MakeTopmost(WindowHandle window);
 
 [[nodiscard]] Size ScreenSize();
+// The resolution that Windows tells this process; 96 where it tells none.
+[[nodiscard]] int DotsPerInch();
 
 void RunPendingMessages();
 

@@ -13,7 +13,9 @@
 #include "platform/Module.h"
 #include "platform/com/Com.h"
 #include "platform/com/Dispatch.h"
+#include "platform/com/OwnTypeLibrary.h"
 #include "platform/com/Registration.h"
+#include "platform/com/RibbonObject.h"
 
 namespace platform {
 namespace {
@@ -40,16 +42,6 @@ HRESULT HandOn(Call&& call) noexcept {
     return S_OK;
 }
 
-// The description of IDTExtensibility2 in this library's own resources; empty where it cannot be had.
-ComPtr<ITypeInfo> LoadExtensibilityInfo() {
-    ComPtr<ITypeLib> library;
-    ComPtr<ITypeInfo> info;
-    const std::wstring path = Widened(ModulePath());
-    if (FAILED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Put()))) return info;
-    if (FAILED(library->GetTypeInfoOfGuid(extensibilityId, info.Put()))) return {};
-    return info;
-}
-
 // The add-in as COM sees it: it hands on every call of the host, guarded, and returns S_OK.
 class AddinObject final : public IDTExtensibility2 {
   public:
@@ -63,7 +55,7 @@ class AddinObject final : public IDTExtensibility2 {
         if (!object) return E_POINTER;
         const bool known = id == IID_IUnknown || id == IID_IDispatch || id == extensibilityId;
         *object = known ? static_cast<IDTExtensibility2*>(this) : nullptr;
-        if (!known) return E_NOINTERFACE;
+        if (!known) return QueryRibbon(id, object);
         AddRef();
         return S_OK;
     }
@@ -123,9 +115,14 @@ class AddinObject final : public IDTExtensibility2 {
         InterlockedDecrement(&uses);
     }
 
+    HRESULT QueryRibbon(REFIID id, void** object) noexcept {
+        RibbonInstance* ribbon = id == ribbonExtensibilityId ? instance_->Ribbon() : nullptr;
+        return ribbon ? MakeRibbonObject(*ribbon, static_cast<IDTExtensibility2*>(this), object) : E_NOINTERFACE;
+    }
+
     // Office drives the vtable, so the description is loaded only for whoever asks by name.
     bool Info() noexcept {
-        if (!info_) Guarded([&] { info_ = LoadExtensibilityInfo(); });
+        if (!info_) Guarded([&] { info_ = OwnTypeInfo(extensibilityId); });
         return static_cast<bool>(info_);
     }
 

@@ -14,6 +14,7 @@
 namespace platform {
 
 class Dispatch;
+class RibbonInstance;
 
 // The add-in class as Outlook drives it.
 class AddinInstance {
@@ -31,6 +32,8 @@ class AddinInstance {
     virtual void AddinInstance_OnAddInsUpdate() = 0;
     virtual void AddinInstance_OnStartupComplete() {}
     virtual void AddinInstance_OnBeginShutdown() = 0;
+    // What the add-in offers to a host with a ribbon, for as long as this object lives; null for nothing.
+    virtual RibbonInstance* Ribbon() noexcept { return nullptr; }
     // The host has let go of the object.
     virtual void AddinInstance_Terminate() = 0;
 };

@@ -5,6 +5,8 @@
 //
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "platform/Err.h"
 #include "platform/Module.h"
 #include "platform/SystemError.h"
@@ -31,6 +33,43 @@ HBITMAP BitmapOf(const Dispatch& picture) {
     OLE_HANDLE handle = 0;
     if (!object || FAILED(object->get_Handle(&handle))) return nullptr;
     return Widened(handle);
+}
+
+// Rows from the top, four bytes a pixel.
+BITMAPINFO DescriptionOf(int width, int height) {
+    BITMAPINFO description{};
+    description.bmiHeader.biSize = sizeof description.bmiHeader;
+    description.bmiHeader.biWidth = width;
+    description.bmiHeader.biHeight = -height;
+    description.bmiHeader.biPlanes = 1;
+    description.bmiHeader.biBitCount = 32;
+    return description;
+}
+
+class ScreenContext {
+  public:
+    ScreenContext() : context_(GetDC(nullptr)) {}
+    ScreenContext(const ScreenContext&) = delete;
+    ScreenContext& operator=(const ScreenContext&) = delete;
+    ~ScreenContext() {
+        if (context_) ReleaseDC(nullptr, context_);
+    }
+    [[nodiscard]] HDC Get() const { return context_; }
+
+  private:
+    HDC context_;
+};
+
+Pixels PixelsOf(HBITMAP bitmap) {
+    BITMAP form{};
+    if (!GetObjectA(bitmap, sizeof form, &form)) return {};
+    Pixels pixels{form.bmWidth, form.bmHeight, {}};
+    pixels.values.resize(static_cast<std::size_t>(form.bmWidth) * static_cast<std::size_t>(form.bmHeight));
+    BITMAPINFO description = DescriptionOf(form.bmWidth, form.bmHeight);
+    const ScreenContext screen;
+    const int lines = GetDIBits(screen.Get(), bitmap, 0, static_cast<UINT>(form.bmHeight), pixels.values.data(),
+                                &description, DIB_RGB_COLORS);
+    return lines == form.bmHeight ? pixels : Pixels();
 }
 
 class OpenedClipboard {
@@ -78,6 +117,25 @@ Dispatch PictureOf(BitmapHandle bitmap, PaletteHandle palette) {
         return {};
     }
     return Dispatch::Attach(picture.As<IDispatch>(IID_IDispatch).Detach());
+}
+
+Pixels ReadBitmapResource(std::int32_t resource) {
+    const BitmapHandle bitmap = LoadBitmapResource(resource);
+    if (!bitmap) return {};
+    Pixels pixels = PixelsOf(static_cast<HBITMAP>(bitmap.handle));
+    if (pixels.Empty()) RecordLastError();
+    DeleteObject(bitmap.handle);
+    return pixels;
+}
+
+Dispatch PictureOf(const Pixels& pixels) {
+    if (pixels.Empty()) return {};
+    const BITMAPINFO description = DescriptionOf(pixels.width, pixels.height);
+    void* bits = nullptr;
+    const BitmapHandle bitmap = Checked(CreateDIBSection(nullptr, &description, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (!bitmap || !bits) return {};
+    std::copy(pixels.values.begin(), pixels.values.end(), static_cast<std::uint32_t*>(bits));
+    return PictureOf(bitmap, {});
 }
 
 bool ClearClipboard() {

@@ -7,6 +7,7 @@
 #pragma once
 #include <cstdint>
 
+#include "platform/Pixels.h"
 #include "platform/com/Dispatch.h"
 
 namespace platform {
@@ -36,6 +37,11 @@ enum class SystemColour : std::int32_t { ScrollBar = 0, Menu = 4 };
 
 // A picture that owns `bitmap`; where none can be made the bitmap is freed.
 [[nodiscard]] Dispatch PictureOf(BitmapHandle bitmap, PaletteHandle palette);
+
+// A bitmap resource as numbers, alpha 0; empty where there is none.
+[[nodiscard]] Pixels ReadBitmapResource(std::int32_t resource);
+// A picture with real transparency; the colours of `pixels` are multiplied by their alpha.
+[[nodiscard]] Dispatch PictureOf(const Pixels& pixels);
 
 bool ClearClipboard();
 bool PutOnClipboard(const Dispatch& picture);
