@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bridge/OlVersion.h"
+#include "bridge/OptionsControls.h"
 #include "bridge/OptionsLayout.h"
 #include "bridge/Profiles.h"
 #include "language/Language.h"
@@ -19,11 +20,7 @@
 #include "support/RegistryKeys.h"
 
 using platform::Control;
-using platform::ControlKind;
-using platform::ControlSpec;
 using RegEdit::Root;
-
-namespace ControlStyle = platform::ControlStyle;
 
 namespace {
 
@@ -33,53 +30,7 @@ constexpr std::string_view baseProfile = "corvella";
 constexpr const char* productName = "Corvella";
 constexpr const char* automatic = "Automatic";
 
-constexpr ControlSpec controls[] = {
-    {"Picture1", ControlKind::PictureBox},
-    {"Label6", ControlKind::Label},
-    {"Frame1", ControlKind::Frame},
-    {"Label1", ControlKind::Label},
-    {"TextDelay", ControlKind::TextBox},
-    {"Label2", ControlKind::Label},
-    {"Label3", ControlKind::Label},
-    {"TextRemain", ControlKind::TextBox},
-    {"Label4", ControlKind::Label},
-    {"CheckT", ControlKind::CheckBox, ControlStyle::Hidden},
-    {"CheckA", ControlKind::CheckBox, ControlStyle::Hidden},
-    {"CheckC", ControlKind::CheckBox, ControlStyle::Hidden},
-    {"Frame2", ControlKind::Frame},
-    {"OptionSync", ControlKind::OptionButton, ControlStyle::GroupStart},
-    {"OptionDlg", ControlKind::OptionButton},
-    {"Frame3", ControlKind::Frame},
-    {"Label5", ControlKind::Label},
-    {"ComboProfiles", ControlKind::ComboBox},
-    {"ButtonOK", ControlKind::Button, ControlStyle::Default},
-    {"ButtonCancel", ControlKind::Button, ControlStyle::Cancel},
-    {"ButtonHelp", ControlKind::Button},
-};
-
-// What the form reads where the language file has nothing.
-constexpr std::pair<const char*, const char*> captions[] = {
-    {"Label6", "These settings apply whenever Outlook passes data to Corvella."},
-    {"Frame1", "Transfer to the phone"},
-    {"Label1", "&Start Corvella after:"},
-    {"Label2", "seconds"},
-    {"Label3", "&Keep Corvella open for:"},
-    {"Label4", "seconds"},
-    {"Frame2", "Synchronize command"},
-    {"OptionSync", "Synchronize &immediately"},
-    {"OptionDlg", "Show the synchronization &dialog first"},
-    {"Frame3", "Profile"},
-    {"Label5", "&Profile for Outlook:"},
-    {"ButtonOK", "OK"},
-    {"ButtonCancel", "Cancel"},
-    {"ButtonHelp", "&Help"},
-};
-
-// In the order of OptionsLayout::Item.
-constexpr std::array<const char*, OptionsLayout::items> arranged{
-    "Picture1", "Label6",     "Frame1",        "Label1",   "TextDelay",    "Label2",
-    "Label3",   "TextRemain", "Label4",        "Frame2",   "OptionSync",   "OptionDlg",
-    "Frame3",   "Label5",     "ComboProfiles", "ButtonOK", "ButtonCancel", "ButtonHelp"};
+using OptionsControls::Row;
 
 [[nodiscard]] std::string Value(const char* name) {
     return RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Outlook, name);
@@ -92,8 +43,8 @@ void SaveValue(const char* name, std::string_view text) {
 class Captions : public OptionsLayout::TextMeasure {
   public:
     explicit Captions(FormOlAddInOptions& form) : form_(form) {}
-    [[nodiscard]] platform::Size Of(OptionsLayout::Item item, std::int32_t width) const override {
-        const Control& control = form_.The(arranged[static_cast<std::size_t>(item)]);
+    [[nodiscard]] platform::Size Of(std::size_t number, std::int32_t width) const override {
+        const Control& control = form_.Controls()[number];
         return form_.TextSize(control, control.Caption(), width);
     }
 
@@ -103,7 +54,7 @@ class Captions : public OptionsLayout::TextMeasure {
 
 }  // namespace
 
-FormOlAddInOptions::FormOlAddInOptions() : Form("FormOlAddInOptions", controls) {
+FormOlAddInOptions::FormOlAddInOptions() : Form("FormOlAddInOptions", OptionsControls::specs) {
     ShowDesignTexts();
     The("Picture1").SetPicture("*information");
     The("ButtonOK").on.click = [this] { ButtonOK_Click(); };
@@ -143,13 +94,16 @@ void FormOlAddInOptions::Form_Load() {
 
 void FormOlAddInOptions::ShowDesignTexts() {
     SetCaption("Corvella Add-In Options");
-    for (const auto& [name, caption] : captions) The(name).SetCaption(caption);
-    for (Control& control : Controls()) control.SetToolTip({});
+    for (Control& control : Controls()) {
+        control.ShowDesignCaption();
+        control.SetToolTip({});
+    }
 }
 
 void FormOlAddInOptions::ShowValues() {
-    The("TextDelay").SetText(Value("Delay"));
-    The("TextRemain").SetText(Value("Remain"));
+    for (const Row& row : OptionsControls::rows) {
+        if (row.value) The(row.control.name).SetText(Value(row.value));
+    }
     ListProfiles();
     const bool direct = platform::Val(Value("NoDlg")) != 0;
     The(direct ? "OptionSync" : "OptionDlg").SetValue(true);
@@ -185,15 +139,16 @@ void FormOlAddInOptions::Arrange() {
     request.lineHeight = TextSize(The("Label1"), "X").height;
     request.widest = WorkArea().width - Scaled(16);  // the form's border
     request.tallest = WorkArea().height - (Position().height - InsideSize().height);
-    const OptionsLayout::Layout layout = OptionsLayout::Arranged(request, Captions(*this));
-    for (std::size_t i = 0; i < arranged.size(); ++i) The(arranged[i]).SetPosition(layout.at[i]);
+    const OptionsLayout::Layout layout = OptionsLayout::Arrange(request, OptionsControls::places, Captions(*this));
+    for (std::size_t i = 0; i < layout.at.size(); ++i) Controls()[i].SetPosition(layout.at[i]);
     SetInsideSize(layout.inside);
     Center();
 }
 
 void FormOlAddInOptions::SaveValues() {
-    SaveValue("Delay", The("TextDelay").Text());
-    SaveValue("Remain", The("TextRemain").Text());
+    for (const Row& row : OptionsControls::rows) {
+        if (row.value) SaveValue(row.value, The(row.control.name).Text());
+    }
     SaveValue("NoDlg", The("OptionSync").Value() ? "1" : "");
     const Control& profiles = The("ComboProfiles");
     SaveValue("Profile", profiles.ListIndex() == 0 ? std::string() : profiles.Text());

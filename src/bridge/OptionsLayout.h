@@ -1,54 +1,51 @@
-// bridge/OptionsLayout.h: where everything stands in the options dialog. Pure: asks
-// for the size of texts, knows no windows.
+// bridge/OptionsLayout.h: where everything stands in the options dialog. Pure: asks for the size of texts, knows no
+// windows.
 //
-// Shapes  Pixels of the form's inside. Lengths of the design are those at 96 dots an inch.
-// Rules   Three groups below each other, as wide as the widest text needs; the fields of all groups begin in one
-//         column, and every label stands on the line of its field. Where the screen is too narrow for that, options and
-//         the text on top are broken into lines; where it is too low everything moves closer together.
+// Shapes  Pixels of the form's inside. Lengths of the design are those at 96 dots an inch. Controls are numbered as
+//         their places are listed, from 0.
+// Rules   Controls stand below each other in the order in which they are listed: groups as wide as the widest text
+//         needs, in them lines of a label and its field, or options; the buttons in a row at the end. The fields of all
+//         groups begin in one column, and every label stands on the line of its field. Where the screen is too narrow
+//         for that, options and the introduction are broken into lines; where it is too low everything moves closer
+//         together.
 #pragma once
-#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
+#include <vector>
 
-#include "platform/forms/Control.h"
+#include "platform/Geometry.h"
 
 namespace OptionsLayout {
 
 using platform::Rect;
 using platform::Size;
 
-enum class Item : std::uint8_t {
-    Picture1,
-    Label6,
-    Frame1,
-    Label1,
-    TextDelay,
-    Label2,
-    Label3,
-    TextRemain,
-    Label4,
-    Frame2,
-    OptionSync,
-    OptionDlg,
-    Frame3,
-    Label5,
-    ComboProfiles,
-    ButtonOK,
-    ButtonCancel,
-    ButtonHelp,
+// What a control is to the layout.
+enum class Place : std::uint8_t {
+    Nowhere,       // it is never shown
+    Picture,       // in the head of the dialog; there is one
+    Introduction,  // beside the picture; there is one
+    Group,         // the frame around all that follows, up to the next group or the buttons
+    Label,         // begins a line of its group
+    Number,        // a short field on the line of its label
+    Unit,          // a text behind it
+    Field,         // a field as wide as the group leaves room for
+    Option,        // a line of its own
+    Button,
 };
-inline constexpr std::size_t items = static_cast<std::size_t>(Item::ButtonHelp) + 1;
 
 class TextMeasure {
   public:
-    // What the caption of an item needs, broken into lines at `width` (0: not broken).
-    [[nodiscard]] virtual Size Of(Item item, std::int32_t width) const = 0;
+    // What the caption of a control needs, broken into lines at `width` (0: not broken).
+    [[nodiscard]] virtual Size Of(std::size_t control, std::int32_t width) const = 0;
 
   protected:
     ~TextMeasure() = default;
 };
 
 struct Request {
-    std::int32_t dotsAnInch = 96;
+    std::int32_t dotsAnInch = platform::designDotsAnInch;
     std::int32_t lineHeight = 13;  // of the form's font
     std::int32_t widest = 0;       // inside; 0: no limit
     std::int32_t tallest = 0;      // the same
@@ -56,10 +53,9 @@ struct Request {
 
 struct Layout {
     Size inside;
-    std::array<Rect, items> at;
-    [[nodiscard]] const Rect& Of(Item item) const { return at[static_cast<std::size_t>(item)]; }
+    std::vector<Rect> at;  // of each control; what stands nowhere is empty
 };
 
-[[nodiscard]] Layout Arranged(const Request& request, const TextMeasure& measure);
+[[nodiscard]] Layout Arrange(const Request& request, std::span<const Place> places, const TextMeasure& measure);
 
 }  // namespace OptionsLayout

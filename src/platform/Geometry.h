@@ -1,10 +1,20 @@
-// platform/Geometry.h: sizes and places.
+// platform/Geometry.h: sizes, places and scaled lengths.
 //
 // Shapes  Pixels, of the screen or of a form's inside as the user of the value says; right and bottom lie just outside.
 #pragma once
 #include <cstdint>
 
+#include "platform/Text.h"
+
 namespace platform {
+
+// What the lengths of our designs are meant for.
+inline constexpr std::int32_t designDotsAnInch = 96;
+
+// A length of the design at another resolution.
+[[nodiscard]] inline std::int32_t Scaled(std::int32_t lengthAt96, std::int32_t dotsAnInch) {
+    return RoundHalfEven(static_cast<double>(lengthAt96) * dotsAnInch / designDotsAnInch);
+}
 
 struct Size {
     std::int32_t width = 0, height = 0;

@@ -36,7 +36,8 @@ constexpr std::int32_t symbolCharSet = 2;
 constexpr char maskFontDot = 'l';
 constexpr const char* generalHelp = "AddInOutl.htm";
 
-// In tab order; Label1 stands before the inputs, which a screen reader names by it.
+// In tab order; Label1 stands before the inputs, which a screen reader names by it. A caption is what stands there
+// where the language file has nothing. scripts/tables.py reads these rows as text: literals and names only.
 constexpr ControlSpec controls[] = {
     {"Image2", ControlKind::Image},
     {"LabelCaption", ControlKind::Label, Style::Verbatim | Style::Centred},
@@ -49,12 +50,12 @@ constexpr ControlSpec controls[] = {
     {"Text1", ControlKind::TextBox, Style::Hidden},
     {"List1", ControlKind::ListBox, Style::Hidden},
     {"FileOpen", ControlKind::Button, Style::Hidden},
-    {"Check1", ControlKind::CheckBox, Style::Hidden},
-    {"ButtonOKYes", ControlKind::Button, Style::Default},
-    {"ButtonNo", ControlKind::Button, Style::Hidden},
-    {"ButtonCancel", ControlKind::Button, Style::Hidden | Style::Cancel},
-    {"ButtonAll", ControlKind::Button, Style::Hidden},
-    {"ButtonHelp", ControlKind::Button, Style::Hidden},
+    {"Check1", ControlKind::CheckBox, Style::Hidden, "&Show this message again"},
+    {"ButtonOKYes", ControlKind::Button, Style::Default, "OK"},
+    {"ButtonNo", ControlKind::Button, Style::Hidden, "&No"},
+    {"ButtonCancel", ControlKind::Button, Style::Hidden | Style::Cancel, "Cancel"},
+    {"ButtonAll", ControlKind::Button, Style::Hidden, "A&ll"},
+    {"ButtonHelp", ControlKind::Button, Style::Hidden, "&Help"},
     {"ButtonUpgrade", ControlKind::Button, Style::Hidden},
     {"buttonyes", ControlKind::CheckBox, Style::Hidden},
     {"RetVal", ControlKind::TextBox, Style::Hidden},
@@ -68,14 +69,6 @@ constexpr ControlSpec controls[] = {
     {"Timer1", ControlKind::Timer},
 };
 
-// What stands on the form where no language file has a text for it.
-struct OwnText {
-    const char *control, *text;
-};
-constexpr OwnText ownTexts[] = {
-    {"ButtonOKYes", "OK"}, {"ButtonNo", "&No"},     {"ButtonCancel", "Cancel"},
-    {"ButtonAll", "A&ll"}, {"ButtonHelp", "&Help"}, {"Check1", "&Show this message again"},
-};
 constexpr const char* ownCaption = "Corvella";
 
 struct ButtonPart {
@@ -113,7 +106,6 @@ Links links;
 bool formLoaded = false;
 
 FormQuestion::FormQuestion() : Form("FormQuestion", controls, {.titleBar = false, .resizable = false}) {
-    for (const OwnText& own : ownTexts) The(own.control).SetCaption(own.text);
     SetCaption(ownCaption);
     The("Check1").SetValue(true);
     The("LabelCaption").SetFont({.bold = true});

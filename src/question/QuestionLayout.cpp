@@ -17,7 +17,7 @@ constexpr Length gapAt96 = 7, sectionGapAt96 = 10, pictureAt96 = 32, buttonWidth
                  textWidthAt96 = 380, inputWidthAt96 = 260, smallestWidthAt96 = 220, captionSideAt96 = 4;
 constexpr Length tightGapAt96 = 3, tightButtonEdgeAt96 = 2;
 constexpr Length linesOfList = 5, fewestPromptLines = 3;
-constexpr Length twipsAnInch = 1440, designDotsAnInch = 96;
+constexpr Length twipsAnInch = 1440;
 
 // How much room the parts get: first with less between them, then with fewer lines in a caption.
 struct Spacing {
@@ -35,9 +35,7 @@ class Arrangement {
     bool Compute(Layout& layout);
 
   private:
-    [[nodiscard]] Length Scaled(Length lengthAt96) const {
-        return platform::RoundHalfEven(static_cast<double>(lengthAt96) * request_.dotsAnInch / designDotsAnInch);
-    }
+    [[nodiscard]] Length Scaled(Length lengthAt96) const { return platform::Scaled(lengthAt96, request_.dotsAnInch); }
     [[nodiscard]] Length Gap() const { return Scaled(spacing_.tight ? tightGapAt96 : gapAt96); }
     [[nodiscard]] Length Side() const { return request_.sides / 2; }
     [[nodiscard]] Length PictureSpan() const { return request_.picture ? Scaled(pictureAt96) + 2 * Gap() : 0; }

@@ -16,8 +16,8 @@ namespace Style = platform::ControlStyle;
 constexpr ControlSpec controls[] = {
     {"LabelPrompt", ControlKind::Label, Style::Verbatim},
     {"TextAnswer", ControlKind::TextBox},
-    {"ButtonOK", ControlKind::Button, Style::Default},
-    {"ButtonCancel", ControlKind::Button, Style::Cancel},
+    {"ButtonOK", ControlKind::Button, Style::Default, "OK"},
+    {"ButtonCancel", ControlKind::Button, Style::Cancel, "Cancel"},
 };
 
 // At 96 dots an inch.
@@ -30,8 +30,6 @@ class InputForm : public platform::Form {
         SetCaption(title);
         The("LabelPrompt").SetCaption(prompt);
         The("TextAnswer").SetText(defaultText);
-        The("ButtonOK").SetCaption("OK");
-        The("ButtonCancel").SetCaption("Cancel");
         The("ButtonOK").on.click = [this] {
             answer = The("TextAnswer").Text();
             cancelled = false;

@@ -17,8 +17,8 @@ using platform::Property;
 constexpr platform::ControlSpec table[] = {
     {"A", ControlKind::Label},
     {"B_", ControlKind::Button},
-    {"C", ControlKind::OptionButton, 0, 0},
-    {"C", ControlKind::OptionButton, 0, 2},
+    {"C", ControlKind::OptionButton, 0, "", 0},
+    {"C", ControlKind::OptionButton, 0, "", 2},
     {"P", ControlKind::PictureBox},
     {"T", ControlKind::TextBox},
     {"N", ControlKind::TabStrip},

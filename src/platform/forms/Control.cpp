@@ -65,6 +65,7 @@ bool Has(ControlKind kind, Property property) {
 
 Control::Control(const ControlSpec& spec)
     : spec_(spec),
+      caption_(spec.caption),
       backColour_(InitialBackColor(spec.kind)),
       foreColour_(InitialForeColor(spec.kind)),
       visible_(!Is(ControlStyle::Hidden)),
@@ -87,6 +88,11 @@ bool Control::Keep(Property property, Kept& kept, Kept value) {
 }
 
 bool Control::SetCaption(std::string_view caption) { return Keep(Property::Caption, caption_, std::string(caption)); }
+
+void Control::ShowDesignCaption() {
+    if (Has(Property::Caption)) SetCaption(spec_.caption);
+}
+
 bool Control::SetToolTip(std::string_view toolTip) { return Keep(Property::ToolTip, toolTip_, std::string(toolTip)); }
 bool Control::SetPicture(std::string_view file) { return Keep(Property::Picture, picture_, std::string(file)); }
 bool Control::SetFont(const FontStyle& font) { return Keep(Property::Font, font_, font); }

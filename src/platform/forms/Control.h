@@ -102,9 +102,10 @@ inline constexpr std::uint32_t Centred = 0x200;     // a label's text stands in 
 // A line of a form's table. A name may stand there several times with different indices: a control array.
 struct ControlSpec {
     static constexpr std::int32_t NoIndex = -1;
-    const char* name;
-    ControlKind kind;
+    const char* name = "";
+    ControlKind kind = ControlKind::Label;
     std::uint32_t style = 0;
+    const char* caption = "";  // until a text is set
     std::int32_t index = NoIndex;
 };
 
@@ -155,6 +156,7 @@ class Control {
     [[nodiscard]] std::int32_t ListIndexSet() const { return listIndex_; }
 
     bool SetCaption(std::string_view caption);
+    void ShowDesignCaption();  // the one of the form's table, if the control has one
     bool SetToolTip(std::string_view toolTip);
     bool SetPicture(std::string_view file);  // bitmap, icon, metafile, GIF or JPEG; empty, or a file that cannot be
                                              // read: none

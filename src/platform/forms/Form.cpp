@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::int32_t firstControlId = 100;
 constexpr UINT activatedMessage = WM_APP + 1;  // posted, so that the focus is settled when it arrives
-constexpr int designDotsAnInch = 96;
 constexpr int toolTipWidth = 400;
 constexpr std::uint32_t faceColour = 0x8000000Fu;  // COLOR_BTNFACE
 
@@ -568,7 +567,7 @@ void Form::Center() {
 }
 
 std::int32_t Form::Scaled(std::int32_t lengthAt96) const {
-    return MulDiv(lengthAt96, windows_->DotsAnInch(), designDotsAnInch);
+    return platform::Scaled(lengthAt96, windows_->DotsAnInch());
 }
 
 Size Form::TextSize(const Control& control, std::string_view text, std::int32_t width) const {

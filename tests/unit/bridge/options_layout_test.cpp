@@ -1,45 +1,59 @@
 #include <doctest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "bridge/OptionsLayout.h"
+#include "bridge/OptionsControls.h"
 
 using namespace OptionsLayout;
 
 namespace {
 
+using Names = std::vector<std::string_view>;
+
+// The number of a control in the dialog's own table.
+std::size_t NumberOf(std::string_view name) {
+    for (std::size_t i = 0; i < OptionsControls::specs.size(); ++i) {
+        if (OptionsControls::specs[i].name == name) return i;
+    }
+    FAIL("no control is called " << name);
+    return 0;
+}
+
 // Texts of so many characters, each 6 pixels wide at 96 dots an inch.
 struct Texts final : TextMeasure {
-    explicit Texts(std::int32_t dots) : dotsAnInch(dots) {
-        lengths.fill(12);
-        Set(Item::Label6, 60);
-        Set(Item::OptionDlg, 50);
+    explicit Texts(std::int32_t dots) : dotsAnInch(dots), lengths(OptionsControls::places.size(), 12) {
+        Set("Label6", 60);
+        Set("OptionDlg", 50);
     }
-    void Set(Item item, std::int32_t length) { lengths[static_cast<std::size_t>(item)] = length; }
+    void Set(std::string_view name, std::int32_t length) { lengths[NumberOf(name)] = length; }
     [[nodiscard]] std::int32_t Letter() const { return 6 * dotsAnInch / 96; }
     [[nodiscard]] std::int32_t Line() const { return 13 * dotsAnInch / 96; }
-    [[nodiscard]] Size Of(Item item, std::int32_t width) const override {
-        const std::int32_t whole = lengths[static_cast<std::size_t>(item)] * Letter();
+    [[nodiscard]] Size Of(std::size_t control, std::int32_t width) const override {
+        const std::int32_t whole = lengths[control] * Letter();
         if (width == 0 || whole <= width) return {whole, Line()};
         return {width, (whole + width - 1) / width * Line()};
     }
 
     std::int32_t dotsAnInch;
-    std::array<std::int32_t, items> lengths{};
+    std::vector<std::int32_t> lengths;
 };
 
-Layout ArrangedAt(const Texts& texts, std::int32_t widest = 0, std::int32_t tallest = 0) {
-    return Arranged({texts.dotsAnInch, texts.Line(), widest, tallest}, texts);
+struct Arranged : Layout {
+    [[nodiscard]] const Rect& Of(std::string_view name) const { return at[NumberOf(name)]; }
+};
+
+Arranged ArrangedAt(const Texts& texts, std::int32_t widest = 0, std::int32_t tallest = 0) {
+    return {Arrange({texts.dotsAnInch, texts.Line(), widest, tallest}, OptionsControls::places, texts)};
 }
 
-const std::vector<std::vector<Item>> groups{
-    {Item::Frame1, Item::Label1, Item::TextDelay, Item::Label2, Item::Label3, Item::TextRemain, Item::Label4},
-    {Item::Frame2, Item::OptionSync, Item::OptionDlg},
-    {Item::Frame3, Item::Label5, Item::ComboProfiles},
+const std::vector<Names> groups{
+    {"Frame1", "Label1", "TextDelay", "Label2", "Label3", "TextRemain", "Label4"},
+    {"Frame2", "OptionSync", "OptionDlg"},
+    {"Frame3", "Label5", "ComboProfiles"},
 };
-const std::vector<Item> outside{Item::Picture1, Item::Label6,   Item::Frame1,       Item::Frame2,
-                                Item::Frame3,   Item::ButtonOK, Item::ButtonCancel, Item::ButtonHelp};
+const Names outside{"Picture1", "Label6", "Frame1", "Frame2", "Frame3", "ButtonOK", "ButtonCancel", "ButtonHelp"};
 
 bool Meet(const Rect& a, const Rect& b) {
     return a.left < b.Right() && b.left < a.Right() && a.top < b.Bottom() && b.top < a.Bottom();
@@ -48,7 +62,7 @@ bool Holds(const Rect& outer, const Rect& inner) {
     return inner.left >= outer.left && inner.top >= outer.top && inner.Right() <= outer.Right() &&
            inner.Bottom() <= outer.Bottom();
 }
-int Faults(const Layout& layout, const std::vector<Item>& neighbours) {
+int Faults(const Arranged& layout, const Names& neighbours) {
     int faults = 0;
     for (std::size_t i = 0; i < neighbours.size(); ++i) {
         for (std::size_t j = 0; j < i; ++j) faults += Meet(layout.Of(neighbours[i]), layout.Of(neighbours[j])) ? 1 : 0;
@@ -57,8 +71,10 @@ int Faults(const Layout& layout, const std::vector<Item>& neighbours) {
 }
 
 // Everything is inside, every group holds what belongs to it, and nothing covers anything else.
-void CheckSound(const Layout& layout) {
-    for (const Rect& place : layout.at) {
+void CheckSound(const Arranged& layout) {
+    for (std::size_t i = 0; i < layout.at.size(); ++i) {
+        if (OptionsControls::places[i] == Place::Nowhere) continue;
+        const Rect& place = layout.at[i];
         CHECK(place.width > 0);
         CHECK(place.height > 0);
         CHECK(Holds({0, 0, layout.inside.width, layout.inside.height}, place));
@@ -80,67 +96,105 @@ TEST_CASE("nothing in the options dialog covers anything else, at any resolution
 }
 TEST_CASE("every text of the options dialog has the room that it needs") {
     Texts texts(96);
-    for (const Item item :
-         {Item::Label1, Item::Label5, Item::Label4, Item::Frame2, Item::ButtonHelp, Item::OptionSync}) {
+    for (const char* const item : {"Label1", "Label5", "Label4", "Frame2", "ButtonHelp", "OptionSync"}) {
         texts.Set(item, 70);
-        const Layout layout = ArrangedAt(texts);
+        const Arranged layout = ArrangedAt(texts);
         CheckSound(layout);
         CHECK(layout.Of(item).width >= 70 * texts.Letter());
         texts.Set(item, 12);
     }
 }
 TEST_CASE("the fields of all groups begin in one column, and the groups are as wide as each other") {
-    const Layout layout = ArrangedAt(Texts(96));
-    CHECK(layout.Of(Item::TextRemain).left == layout.Of(Item::TextDelay).left);
-    CHECK(layout.Of(Item::ComboProfiles).left == layout.Of(Item::TextDelay).left);
-    CHECK(layout.Of(Item::Label3).left == layout.Of(Item::Label1).left);
-    CHECK(layout.Of(Item::Label5).left == layout.Of(Item::OptionSync).left);
-    for (const Item frame : {Item::Frame2, Item::Frame3}) {
-        CHECK(layout.Of(frame).left == layout.Of(Item::Frame1).left);
-        CHECK(layout.Of(frame).width == layout.Of(Item::Frame1).width);
+    const Arranged layout = ArrangedAt(Texts(96));
+    CHECK(layout.Of("TextRemain").left == layout.Of("TextDelay").left);
+    CHECK(layout.Of("ComboProfiles").left == layout.Of("TextDelay").left);
+    CHECK(layout.Of("Label3").left == layout.Of("Label1").left);
+    CHECK(layout.Of("Label5").left == layout.Of("OptionSync").left);
+    for (const char* const frame : {"Frame2", "Frame3"}) {
+        CHECK(layout.Of(frame).left == layout.Of("Frame1").left);
+        CHECK(layout.Of(frame).width == layout.Of("Frame1").width);
     }
-    CHECK(layout.Of(Item::ButtonHelp).Right() == layout.Of(Item::Frame1).Right());
+    CHECK(layout.Of("ButtonHelp").Right() == layout.Of("Frame1").Right());
 }
 TEST_CASE("a label stands in the middle of the line of its field") {
-    const Layout layout = ArrangedAt(Texts(120));
-    const auto middle = [&](Item item) { return 2 * layout.Of(item).top + layout.Of(item).height; };
-    for (const auto& [label, field] : {std::pair{Item::Label1, Item::TextDelay},
-                                       {Item::Label2, Item::TextDelay},
-                                       {Item::Label3, Item::TextRemain},
-                                       {Item::Label5, Item::ComboProfiles}}) {
+    const Arranged layout = ArrangedAt(Texts(120));
+    const auto middle = [&](std::string_view item) { return 2 * layout.Of(item).top + layout.Of(item).height; };
+    for (const auto& [label, field] : {std::pair<const char*, const char*>{"Label1", "TextDelay"},
+                                       {"Label2", "TextDelay"},
+                                       {"Label3", "TextRemain"},
+                                       {"Label5", "ComboProfiles"}}) {
         CHECK(std::abs(middle(label) - middle(field)) <= 1);
     }
 }
 TEST_CASE("the three buttons are equal and stand in a row") {
     Texts texts(96);
-    texts.Set(Item::ButtonCancel, 30);
-    const Layout layout = ArrangedAt(texts);
-    for (const Item button : {Item::ButtonCancel, Item::ButtonHelp}) {
-        CHECK(layout.Of(button).width == layout.Of(Item::ButtonOK).width);
-        CHECK(layout.Of(button).top == layout.Of(Item::ButtonOK).top);
+    texts.Set("ButtonCancel", 30);
+    const Arranged layout = ArrangedAt(texts);
+    for (const char* const button : {"ButtonCancel", "ButtonHelp"}) {
+        CHECK(layout.Of(button).width == layout.Of("ButtonOK").width);
+        CHECK(layout.Of(button).top == layout.Of("ButtonOK").top);
     }
 }
 TEST_CASE("at twice the resolution the dialog is twice the size but for the edges of its fields") {
-    const Layout once = ArrangedAt(Texts(96)), twice = ArrangedAt(Texts(192));
+    const Arranged once = ArrangedAt(Texts(96)), twice = ArrangedAt(Texts(192));
     CHECK(twice.inside.width == 2 * once.inside.width);
     CHECK(twice.inside.height == 2 * once.inside.height - 3 * 6);
 }
 TEST_CASE("where the screen is narrow options are broken into lines") {
     Texts texts(96);
-    texts.Set(Item::OptionDlg, 120);
-    const Layout layout = ArrangedAt(texts, 500);
+    texts.Set("OptionDlg", 120);
+    const Arranged layout = ArrangedAt(texts, 500);
     CheckSound(layout);
     CHECK(layout.inside.width == 500);
-    CHECK(layout.Of(Item::OptionDlg).height > layout.Of(Item::OptionSync).height);
+    CHECK(layout.Of("OptionDlg").height > layout.Of("OptionSync").height);
     CHECK(ArrangedAt(texts).inside.width > 700);
 }
 TEST_CASE("where the screen is low everything moves closer together, and where it is not it does not") {
     const Texts texts(192);
-    const Layout roomy = ArrangedAt(texts);
+    const Arranged roomy = ArrangedAt(texts);
     CHECK(roomy.inside.height > 540);
     CHECK(ArrangedAt(texts, 0, roomy.inside.height).inside.height == roomy.inside.height);
-    const Layout low = ArrangedAt(texts, 0, 540);
+    const Arranged low = ArrangedAt(texts, 0, 540);
     CheckSound(low);
     CHECK(low.inside.height <= 540);
     CHECK(low.inside.width == roomy.inside.width);
+}
+TEST_CASE("every control of the options dialog stands in its own place") {
+    struct Row {
+        const char* name;
+        Rect place;
+    };
+    const Arranged layout = ArrangedAt(Texts(96));
+    constexpr Row expected[] = {
+        {"Picture1", {12, 12, 32, 32}},
+        {"Label6", {56, 15, 300, 26}},
+        {"Frame1", {12, 54, 344, 81}},
+        {"Label1", {24, 79, 72, 13}},
+        {"TextDelay", {104, 75, 60, 21}},
+        {"Label2", {172, 79, 172, 13}},
+        {"Label3", {24, 106, 72, 13}},
+        {"TextRemain", {104, 102, 60, 21}},
+        {"Label4", {172, 106, 172, 13}},
+        {"CheckT", {}},
+        {"CheckA", {}},
+        {"CheckC", {}},
+        {"Frame2", {12, 145, 344, 70}},
+        {"OptionSync", {24, 166, 320, 17}},
+        {"OptionDlg", {24, 186, 320, 17}},
+        {"Frame3", {12, 225, 344, 54}},
+        {"Label5", {24, 250, 72, 13}},
+        {"ComboProfiles", {104, 246, 240, 21}},
+        {"ButtonOK", {56, 289, 96, 23}},
+        {"ButtonCancel", {158, 289, 96, 23}},
+        {"ButtonHelp", {260, 289, 96, 23}},
+    };
+    CHECK(std::size(expected) == OptionsControls::places.size());
+    for (const Row& row : expected) {
+        CAPTURE(std::string(row.name));
+        const Rect& place = layout.Of(row.name);
+        CHECK(place.left == row.place.left);
+        CHECK(place.top == row.place.top);
+        CHECK(place.width == row.place.width);
+        CHECK(place.height == row.place.height);
+    }
 }

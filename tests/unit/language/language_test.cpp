@@ -410,8 +410,8 @@ using platform::FormView;
 constexpr platform::ControlSpec table[] = {
     {"Label1", ControlKind::Label},
     {"Label1_", ControlKind::Label},
-    {"Option", ControlKind::OptionButton, 0, 0},
-    {"Option", ControlKind::OptionButton, 0, 2},
+    {"Option", ControlKind::OptionButton, 0, "", 0},
+    {"Option", ControlKind::OptionButton, 0, "", 2},
     {"Picture1", ControlKind::PictureBox},
     {"NavBar", ControlKind::TabStrip},
     {"TextDelay", ControlKind::TextBox},

@@ -12,8 +12,8 @@ namespace {
 constexpr ControlSpec table[] = {
     {"Label1", ControlKind::Label},
     {"TextDelay", ControlKind::TextBox},
-    {"Option", ControlKind::OptionButton, 0, 0},
-    {"Option", ControlKind::OptionButton, 0, 2},
+    {"Option", ControlKind::OptionButton, 0, "", 0},
+    {"Option", ControlKind::OptionButton, 0, "", 2},
     {"Combo1", ControlKind::ComboBox},
     {"Picture1", ControlKind::PictureBox},
     {"Image1", ControlKind::Image, ControlStyle::Hidden},
