@@ -3,8 +3,10 @@
 //
 // Shapes  ANSI text; names, values and files as in IniText.h; numbers are decimal text. In the registry a section is
 //         a key below "Software\Quillmark\Corvella\" and a setting a text value in it.
-// Errors  All swallowed: a read yields its default, a write false. The caller's pending error stays as it was. With an
-//         empty file name every read yields its default and nothing is written.
+// Errors  All swallowed: a read yields its default. Of a write the procedures tell whether there was anything to write,
+//         not whether it reached the disk: a flush that fails changes nothing in that. False also where the file
+//         cannot be read, which is then not written. The caller's pending error stays as it was. With an empty file
+//         name every read yields its default and nothing is written.
 // Owns    one cache of files (IniCache.h); what is not flushed is lost if the process ends without IniInit.
 #pragma once
 #include <cstdint>

@@ -52,11 +52,14 @@ void TakeOverConfigFile() {
     if (paths.TemporaryFolder.empty()) return;  // not known: there is no scripting object
     const std::string left = In(paths.TemporaryFolder, configFile);
     if (!FileExists(left) || !Files::GetFileContents(left).starts_with(configFileBegin)) return;
+    bool everywhere = true;
     for (const std::string& folder : {paths.AddInFolder, paths.RoamingDataFolder}) {
         const std::string target = In(folder, configFile);
-        if (!FileExists(target)) Files::CopyFileIfChanged(left, target, true);
+        if (platform::PathIsMissing(folder)) Files::MkDir_(folder);
+        if (platform::PathIsMissing(target)) Files::CopyFileIfChanged(left, target, true);
+        if (!FileExists(target)) everywhere = false;
     }
-    platform::RemoveFile(left);
+    if (everywhere) platform::RemoveFile(left);
 }
 
 std::string FindConfigFile() {
@@ -108,10 +111,11 @@ std::string DefaultFolder(std::int32_t storageMode) {
     return WithBackslash(paths.SystemFolder.empty() ? paths.AddInFolder : paths.SystemFolder);
 }
 
+// Proven by adding nothing to the settings file: one that is there after all, unseen a moment ago, keeps its text.
 bool CanHoldSettings(const std::string& folder) {
     const std::string file = In(folder, settingsFile);
-    Files::WriteFileConents(file, {});
-    return FileExists(file);
+    const bool written = Files::WriteFileConents(file, {}, true);
+    return FileExists(file) || written;
 }
 
 // Empty where the user leaves the question unanswered.
@@ -178,10 +182,10 @@ std::string GetMainIniFile(std::int32_t storageMode) {
     const std::string profile = CurrentProfile();
     if (IsBaseProfile(profile)) return IniFile::location.CurrentFile;
     const std::string file = ProfileFile(profile);
-    if (FileExists(file)) {
-        IniFile::location.CurrentFile = file;
-    } else {
+    if (platform::PathIsMissing(file)) {
         TellMissingProfile(file);
+    } else {
+        IniFile::location.CurrentFile = file;
     }
     return IniFile::location.CurrentFile;
 }
@@ -191,8 +195,9 @@ std::string GetIniFilename_(std::int32_t storageMode) {
     const Debug::Trace trace("GetIniFilename_");
     if (paths.AddInFolder.empty()) paths.AddInFolder = Files::AppFolder();
     if (storageMode != IniFile::inRegistry) ReadIniFilesOnce();
-    // PathsInit looks for the settings files too, and may have led to an entered folder already.
-    if (state.IniFiles.empty() && paths.RoamingDataFolder.empty()) WindowsMisc::PathsInit();
+    // PathsInit looks for the settings files too, and may have led to an entered folder already. It runs whatever
+    // folder the registry names: what an installer has left, and the other folders, are found by it.
+    if (paths.RoamingDataFolder.empty() && !std::exchange(state.PathsSought, true)) WindowsMisc::PathsInit();
     return WithBackslash(state.IniFiles.empty() ? FolderThatHoldsSettings(storageMode) : state.IniFiles);
 }
 

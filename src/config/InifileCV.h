@@ -19,6 +19,7 @@ struct State {
 
     std::string IniFiles;       // the folder that the registry names, or that the user entered
     bool IniFilesRead = false;  // the registry was asked
+    bool PathsSought = false;   // PathsInit was run for them
     bool PromptEnded = false;   // the user left the question for a folder unanswered, and is not asked again
     bool MissingProfileTold = false;
 };

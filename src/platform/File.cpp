@@ -26,6 +26,8 @@ bool PathExists(const std::string& path) noexcept {
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+bool PathIsMissing(const std::string& path) noexcept { return !PathExists(path) && MeansMissing(GetLastError()); }
+
 std::optional<std::uint64_t> FileSize(const std::string& path) noexcept {
     WIN32_FILE_ATTRIBUTE_DATA data;
     if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data)) return std::nullopt;

@@ -15,6 +15,9 @@ namespace platform {
 // True when the attributes of the file or folder can be read.
 [[nodiscard]] bool PathExists(const std::string& path) noexcept;
 
+// True only when Windows says that there is nothing of that name. What cannot be looked at is neither there nor missing.
+[[nodiscard]] bool PathIsMissing(const std::string& path) noexcept;
+
 // In bytes; none where there is no such file.
 [[nodiscard]] std::optional<std::uint64_t> FileSize(const std::string& path) noexcept;
 

@@ -43,6 +43,17 @@ void RecordStatus(std::int32_t status, const std::string& description) noexcept 
     SetLastError(lastError);
 }
 
+bool MeansMissing(std::uint32_t status) noexcept {
+    switch (status) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_INVALID_DRIVE:
+        case ERROR_INVALID_NAME:
+        case ERROR_BAD_PATHNAME: return true;
+        default: return false;
+    }
+}
+
 void RecordLastError() noexcept { RecordStatus(static_cast<std::int32_t>(GetLastError())); }
 
 }  // namespace platform

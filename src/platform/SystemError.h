@@ -16,7 +16,11 @@ namespace platform {
 // that number; every other status stays as it is. An empty description is replaced by Windows' own text.
 void RecordStatus(std::int32_t status, const std::string& description = {}) noexcept;
 
-// The same for the thread's last error.
+// True only for a status (ERROR_...) by which Windows says that a file or folder is not there. With every other one it
+// may be there: a share that reconnects, a lock, a lack of memory.
+[[nodiscard]] bool MeansMissing(std::uint32_t status) noexcept;
+
+// The same as RecordStatus for the thread's last error.
 void RecordLastError() noexcept;
 
 }  // namespace platform

@@ -76,6 +76,14 @@ class OpenFile {
         return SetFilePointer(file_, static_cast<LONG>(size), nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER &&
                MayDo("end") && SetEndOfFile(file_);
     }
+    // The time is set to now: else Windows may still change it when the file is closed.
+    [[nodiscard]] FileStamp StampNow() const noexcept {
+        FILETIME now;
+        GetSystemTimeAsFileTime(&now);
+        SetFileTime(file_, nullptr, nullptr, &now);
+        GetFileTime(file_, nullptr, nullptr, &now);
+        return {true, Size(), std::uint64_t{now.dwHighDateTime} << 32 | now.dwLowDateTime};
+    }
     void GoTo(std::size_t position) const noexcept {
         SetFilePointer(file_, static_cast<LONG>(position), nullptr, FILE_BEGIN);
     }
@@ -90,78 +98,143 @@ void RemoveQuietly(const std::string& path) noexcept {
     SetLastError(lastError);
 }
 
+struct FileState {
+    FileStamp stamp;
+    DWORD attributes = FILE_ATTRIBUTE_NORMAL;
+};
+
+FileState StateOf(const std::string& path) noexcept {
+    FileState state;
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data)) {
+        state.stamp.unknown = !MeansMissing(GetLastError());
+        return state;
+    }
+    state.attributes = data.dwFileAttributes;
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return state;
+    state.stamp = {true, std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow,
+                   std::uint64_t{data.ftLastWriteTime.dwHighDateTime} << 32 | data.ftLastWriteTime.dwLowDateTime};
+    return state;
+}
+
+enum class Outcome { Done, Changed, NotPossibleHere, Failed };
+
+// What kept a file from being opened or made that was as expected before.
+bool MeansChanged(DWORD status) noexcept {
+    return status == ERROR_SHARING_VIOLATION || status == ERROR_LOCK_VIOLATION || status == ERROR_FILE_EXISTS ||
+           status == ERROR_ALREADY_EXISTS || status == ERROR_FILE_NOT_FOUND;
+}
+
 // Where the file differs from bytes of the same number in one sector only, that one is written where it stands.
-bool WriteOneSector(const std::string& path, std::string_view bytes) {
+// Nobody else writes the file while it is open here.
+Outcome WriteOneSector(const std::string& path, std::string_view bytes, FileStamp& stamp) {
     OpenFile file;
-    if (!MayDo("open") || !file.Open(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING)) return false;
+    if (!MayDo("open") || !file.Open(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING)) {
+        return Outcome::NotPossibleHere;
+    }
+    if (StampOf(path) != stamp) return Outcome::Changed;
     std::string old(file.Size(), '\0');
-    if (old.size() != bytes.size() || !file.Read(old) || old.size() != bytes.size()) return false;
+    if (old.size() != bytes.size() || !file.Read(old) || old.size() != bytes.size()) return Outcome::NotPossibleHere;
     const std::string_view there = old;
     std::size_t at = 0;
     while (at < bytes.size() && there.substr(at, sector) == bytes.substr(at, sector)) at += sector;
-    if (at >= bytes.size()) return true;
+    if (at >= bytes.size()) return Outcome::Done;
     const std::size_t behind = std::min(at + sector, bytes.size());
-    if (there.substr(behind) != bytes.substr(behind)) return false;
+    if (there.substr(behind) != bytes.substr(behind)) return Outcome::NotPossibleHere;
     file.GoTo(at);
-    return file.Write(bytes.substr(at, sector)) && file.Flush();
+    const bool done = file.Write(bytes.substr(at, sector)) && file.Flush();
+    stamp = file.StampNow();
+    return done ? Outcome::Done : Outcome::NotPossibleHere;
 }
 
-enum class Outcome { Done, NotPossibleHere, Failed };
+// Made anew: what a crash has left under that name goes first.
+bool OpenBeside(OpenFile& file, const std::string& beside, DWORD attributes) {
+    if (!MayDo("make")) return false;
+    if (file.Open(beside, GENERIC_WRITE, 0, CREATE_NEW, attributes)) return true;
+    return DeleteFileA(beside.c_str()) && file.Open(beside, GENERIC_WRITE, 0, CREATE_NEW, attributes);
+}
 
 // The whole bytes on the disk, under a name of their own.
 Outcome WriteBeside(const std::string& beside, std::string_view bytes, DWORD attributes) {
     OpenFile file;
-    if (!MayDo("make") || !file.Open(beside, GENERIC_WRITE, 0, CREATE_ALWAYS, attributes)) {
-        return Outcome::NotPossibleHere;
-    }
+    if (!OpenBeside(file, beside, attributes)) return Outcome::NotPossibleHere;
     if (file.Write(bytes) && file.Flush()) return Outcome::Done;
     file.Close();
     RemoveQuietly(beside);
     return Outcome::Failed;
 }
 
-Outcome PutInPlace(const std::string& beside, const std::string& path) {
-    if (MayDo("replace") &&
-        MoveFileExA(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        return Outcome::Done;
+// Windows does not replace a file that somebody has open.
+Outcome PutInPlace(const std::string& beside, const std::string& path, FileStamp& stamp) {
+    const FileStamp ours = StampOf(beside);
+    const DWORD how = MOVEFILE_WRITE_THROUGH | (stamp.exists ? MOVEFILE_REPLACE_EXISTING : 0u);
+    Outcome outcome = Outcome::NotPossibleHere;
+    if (MayDo("replace")) {
+        if (StampOf(path) != stamp) {
+            outcome = Outcome::Changed;
+        } else if (MoveFileExA(beside.c_str(), path.c_str(), how)) {
+            stamp = ours;
+            return Outcome::Done;
+        }
     }
     RemoveQuietly(beside);
-    return Outcome::NotPossibleHere;
+    return outcome;
 }
 
 // A full disk shows when the space is reserved, before anything of the old text is gone.
-bool Overwrite(const std::string& path, std::string_view bytes, DWORD attributes) {
+Outcome Overwrite(const std::string& path, std::string_view bytes, DWORD attributes, FileStamp& stamp) {
     OpenFile file;
-    if (!MayDo("open") || !file.Open(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS, attributes)) return false;
+    if (!MayDo("open")) return Outcome::Failed;
+    if (!file.Open(path, GENERIC_WRITE, FILE_SHARE_READ, stamp.exists ? OPEN_EXISTING : CREATE_NEW, attributes)) {
+        return MeansChanged(GetLastError()) ? Outcome::Changed : Outcome::Failed;
+    }
+    if (stamp.exists && StampOf(path) != stamp) return Outcome::Changed;
     const std::size_t oldSize = file.Size();
     if (bytes.size() > oldSize && !file.EndAt(bytes.size())) {
         const DWORD lastError = GetLastError();
         file.EndAt(oldSize);
         SetLastError(lastError);
-        return false;
+        return Outcome::Failed;
     }
     file.GoTo(0);
-    return file.Write(bytes) && (bytes.size() >= oldSize || file.EndAt(bytes.size())) && file.Flush();
+    if (!file.Write(bytes) || (bytes.size() < oldSize && !file.EndAt(bytes.size())) || !file.Flush())
+        return Outcome::Failed;
+    stamp = file.StampNow();
+    return Outcome::Done;
+}
+
+// `stamp`: the expected one, and then that of these bytes.
+Outcome Replace(const std::string& path, std::string_view bytes, FileStamp& stamp) {
+    const FileState old = StateOf(path);
+    if (old.stamp != stamp) return Outcome::Changed;
+    if ((old.attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return Outcome::Failed;
+    }
+    const bool standsInSectors = (old.attributes & FILE_ATTRIBUTE_COMPRESSED) == 0;
+    if (stamp.exists && stamp.size == bytes.size() && standsInSectors) {
+        const Outcome outcome = WriteOneSector(path, bytes, stamp);
+        if (outcome != Outcome::NotPossibleHere) return outcome;
+    }
+    const std::string beside = std::string(path).append(besideEnding);
+    Outcome outcome = WriteBeside(beside, bytes, old.attributes);
+    if (outcome == Outcome::Done) outcome = PutInPlace(beside, path, stamp);
+    return outcome == Outcome::NotPossibleHere ? Overwrite(path, bytes, old.attributes, stamp) : outcome;
 }
 
 }  // namespace
 
-FileStamp StampOf(const std::string& path) noexcept {
-    WIN32_FILE_ATTRIBUTE_DATA data;
-    if (!GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data)) return {};
-    if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return {};
-    return {true, std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow,
-            std::uint64_t{data.ftLastWriteTime.dwHighDateTime} << 32 | data.ftLastWriteTime.dwLowDateTime};
-}
+FileStamp StampOf(const std::string& path) noexcept { return StateOf(path).stamp; }
 
 bool FolderIsThere(const std::string& path) noexcept {
     const DWORD attributes = GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-std::optional<std::string> ReadWhole(const std::string& path) {
+std::optional<std::string> ReadWhole(const std::string& path, Others others) {
+    const DWORD share = others == Others::MayWrite ? shareAll : FILE_SHARE_READ | FILE_SHARE_DELETE;
     OpenFile file;
-    if (MayDo("read") && file.Open(path, GENERIC_READ, shareAll, OPEN_EXISTING)) {
+    if (MayDo("read") && file.Open(path, GENERIC_READ, share, OPEN_EXISTING)) {
         std::string bytes(file.Size(), '\0');
         if (file.Read(bytes)) return bytes;
     }
@@ -180,31 +253,13 @@ bool WriteWhole(const std::string& path, std::string_view bytes, Opening opening
     return false;
 }
 
-std::optional<FileStamp> ReplaceWhole(const std::string& path, std::string_view bytes) {
-    WIN32_FILE_ATTRIBUTE_DATA old;
-    const bool isThere = GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &old) != 0;
-    const DWORD attributes = isThere ? old.dwFileAttributes : FILE_ATTRIBUTE_NORMAL;
-    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
-        RecordStatus(ERROR_ACCESS_DENIED);
-        return std::nullopt;
+Replacement ReplaceWhole(const std::string& path, std::string_view bytes, const FileStamp& expected) {
+    FileStamp stamp = expected;
+    switch (Replace(path, bytes, stamp)) {
+        case Outcome::Done: return {Replacing::Done, stamp};
+        case Outcome::Changed: return {Replacing::Changed, {}};
+        default: RecordFileError(); return {Replacing::Failed, {}};
     }
-    const bool asLong = isThere && old.nFileSizeHigh == 0 && old.nFileSizeLow == bytes.size();
-    const bool standsInSectors = (attributes & FILE_ATTRIBUTE_COMPRESSED) == 0;
-    if (asLong && standsInSectors && WriteOneSector(path, bytes)) return StampOf(path);
-    const std::string beside = path + ".new";
-    Outcome outcome = WriteBeside(beside, bytes, attributes);
-    FileStamp stamp;
-    if (outcome == Outcome::Done) {
-        stamp = StampOf(beside);
-        outcome = PutInPlace(beside, path);
-    }
-    if (outcome == Outcome::NotPossibleHere) {
-        outcome = Overwrite(path, bytes, attributes) ? Outcome::Done : Outcome::Failed;
-        stamp = StampOf(path);
-    }
-    if (outcome == Outcome::Done) return stamp;
-    RecordFileError();
-    return std::nullopt;
 }
 
 bool DuplicateFile(const std::string& from, const std::string& to) noexcept {

@@ -17,24 +17,37 @@ struct FileStamp {
     bool exists = false;  // a folder is no file
     std::uint64_t size = 0;
     std::uint64_t modified = 0;  // units of 100 nanoseconds
+    bool unknown = false;        // Windows does not tell (a share that reconnects): the file may be there
     [[nodiscard]] bool operator==(const FileStamp&) const = default;
 };
 [[nodiscard]] FileStamp StampOf(const std::string& path) noexcept;
 
 [[nodiscard]] bool FolderIsThere(const std::string& path) noexcept;
 
-// None where the file cannot be opened or read. Others may read, write and delete the file meanwhile.
-[[nodiscard]] std::optional<std::string> ReadWhole(const std::string& path);
+// None where the file cannot be opened or read. Others may read and delete the file meanwhile. Where they may not write
+// it, a file that somebody has open for writing cannot be opened, and what is read is never half of a text.
+enum class Others { MayWrite, MayNotWrite };
+[[nodiscard]] std::optional<std::string> ReadWhole(const std::string& path, Others others = Others::MayWrite);
 
 enum class Opening { Replacing, Appending };
 bool WriteWhole(const std::string& path, std::string_view bytes, Opening opening) noexcept;
 
-// Writes so that whatever happens meanwhile, the file is the old or the new one: beside it (path + ".new"), flushed,
-// and put in its place. Where old and new differ within one sector of the disk only, that sector is written where it
-// stands. Where the folder does not allow a file beside, the file itself is overwritten, once the space for it is
-// reserved. Returns the stamp that the file then has; of a file put in place it is that of these bytes even if
-// somebody has already written others. None where nothing was written. A file marked read-only is not written.
-[[nodiscard]] std::optional<FileStamp> ReplaceWhole(const std::string& path, std::string_view bytes);
+// Writes so that whatever happens meanwhile, the file is the old or the new one: beside it (path + besideEnding),
+// flushed, and put in its place. Where old and new differ within one sector of the disk only, that sector is written
+// where it stands. Where the folder does not allow a file beside, the file itself is overwritten, once the space for it
+// is reserved. A file marked read-only is not written.
+//
+// Nothing is written over a file that is not, or not any more, the one of the stamp `expected`, nor over one that
+// somebody else is writing: the outcome is then Changed, and the caller loads it again.
+enum class Replacing { Done, Changed, Failed };  // Failed: the error is pending
+struct Replacement {
+    Replacing outcome = Replacing::Failed;
+    FileStamp stamp;  // once it is done: of these bytes, even if somebody has already written others
+};
+[[nodiscard]] Replacement ReplaceWhole(const std::string& path, std::string_view bytes, const FileStamp& expected);
+
+// No user's own file is called so: one that is there is what a crash has left, and is replaced.
+inline constexpr std::string_view besideEnding = ".CVOutlookAddIn.tmp";
 
 bool DuplicateFile(const std::string& from, const std::string& to) noexcept;
 bool MakeFolder(const std::string& path) noexcept;

@@ -27,6 +27,9 @@ constexpr int firstReader = 15;  // the numbers under which a file is tried to b
 constexpr int lastReader = 30;
 constexpr int triesWithInvalidCall = 2;
 
+constexpr int pausesForWriters = 6;
+constexpr std::uint32_t pauseForWriters = 5;  // milliseconds, which Windows may make 16
+
 constexpr int triesAfterRegistration = 20;
 constexpr std::uint32_t pauseAfterRegistration = 100;  // milliseconds
 
@@ -74,6 +77,14 @@ std::optional<std::string> ReadWithRetries(const std::string& path) {
         if (std::optional<std::string> bytes = platform::ReadWhole(path)) return bytes;
     }
     return std::nullopt;
+}
+
+std::optional<std::string> ReadBetweenWrites(const std::string& path, bool waiting) {
+    for (int tries = 0;; ++tries) {
+        if (auto bytes = platform::ReadWhole(path, platform::Others::MayNotWrite)) return bytes;
+        if (!waiting || tries == pausesForWriters) return std::nullopt;
+        platform::Pause(pauseForWriters);
+    }
 }
 
 std::string Encoded(const std::string& text, std::int32_t encoding) {
@@ -151,11 +162,12 @@ void CopyFileIfChanged(const std::string& source, std::string destination, bool 
     platform::DuplicateFile(source, destination);
 }
 
-std::string GetFileContents(const std::string& path, std::int32_t /*flags*/, std::int32_t* result) {
+std::string GetFileContents(const std::string& path, std::int32_t flags, std::int32_t* result) {
     const platform::ErrorScope ownErrors;
     std::optional<std::string> text;
     if (FileExists(path)) {
-        text = ReadWithRetries(path);
+        text =
+            (flags & nobodyWriting) != 0 ? ReadBetweenWrites(path, (flags & notWaiting) == 0) : ReadWithRetries(path);
         if (!text) WriteDebug("GetFileContents", freeText);
     } else {
         WriteDebug("File not found:" + path, freeText);

@@ -36,7 +36,10 @@ void MkDir_(const std::string& folder, std::int32_t flags = 0);
 void CopyFileIfChanged(const std::string& source, std::string destination, bool onlyIfChanged);
 
 // The whole file without its byte-order mark. `result`: the mark found (ByteOrderMark.h), or `unreadable`.
+// Flags: `nobodyWriting` is for a text that must not be half of one; while somebody writes the file this waits, some
+// tens of milliseconds at most, and then takes it for unreadable. `notWaiting` with it leaves out the wait.
 inline constexpr std::int32_t unreadable = -1;
+enum ReadingFlags : std::int32_t { nobodyWriting = 1, notWaiting = 2 };
 [[nodiscard]] std::string GetFileContents(const std::string& path, std::int32_t flags = 0,
                                           std::int32_t* result = nullptr);
 

@@ -30,6 +30,7 @@ endif()
 cv_test(config_inifile_test
     WINDOWS
         config/inifile_test.cpp
+        config/shared_file_test.cpp
     LINK config_inifile
     LABELS unit
 )

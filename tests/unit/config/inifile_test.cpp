@@ -271,7 +271,7 @@ TEST_CASE("a file marked read-only stays as it is, and the change is dropped") {
     SetIniSetting("S", "k", "w", true);
     CHECK(settings.File() == "[S]\r\nk=v\r\n");
     CHECK(GetIniSetting("S", "k") == "v");
-    CHECK_FALSE(settings.folder.Exists("corvella.ini.new"));
+    CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
     SetFileAttributesA(location.CurrentFile.c_str(), FILE_ATTRIBUTE_NORMAL);
     CHECK(platform::Err().Number() == 0);
 }
@@ -286,7 +286,7 @@ TEST_CASE("a hidden file stays hidden") {
 TEST_CASE("where nothing can be made beside the file it is overwritten in place, longer or shorter") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
-    CreateDirectoryA(settings.folder.Path("corvella.ini.new").c_str(), nullptr);
+    CreateDirectoryA(settings.folder.Path("corvella.ini.CVOutlookAddIn.tmp").c_str(), nullptr);
     SetIniSetting("S", "k", "a longer value", true);
     CHECK(settings.File() == "[S]\r\nk=a longer value\r\n");
     SetIniSetting("S", "k", "w", true);
@@ -331,14 +331,14 @@ TEST_CASE("a value that spans the border of two sectors is not written where it 
     CHECK(steps["replace"] == 1);
     CHECK(settings.File() == "[S]\r\n" + fill + "\r\nk=56\r\n");
 }
-TEST_CASE("what came from outside in as many bytes is overwritten whole and never mixed with ours") {
+TEST_CASE("what came from outside in as many bytes stays, and ours is written into it") {
     const Settings settings;
     const std::string fill(1000, 'x');
     settings.File("[S]\r\nk=1\r\n" + fill + "\r\nm=2\r\n");
     CHECK(SetIniSetting("S", "k", "0", false));
     settings.File("[S]\r\nk=1\r\n" + fill + "\r\nm=9\r\n");
     IniInit(false);  // writes without verifying
-    CHECK(settings.File() == "[S]\r\nk=0\r\n" + fill + "\r\nm=2\r\n");
+    CHECK(settings.File() == "[S]\r\nk=0\r\n" + fill + "\r\nm=9\r\n");
 }
 TEST_CASE("a file that another program has open for reading is written all the same") {
     const Settings settings;
@@ -349,7 +349,7 @@ TEST_CASE("a file that another program has open for reading is written all the s
     SetIniSetting("S", "k", "w", true);
     CloseHandle(reader);
     CHECK(settings.File() == "[S]\r\nk=w\r\n");
-    CHECK_FALSE(settings.folder.Exists("corvella.ini.new"));
+    CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
 }
 TEST_CASE("a file that cannot be read is not taken for an empty one and not overwritten") {
     const Settings settings;
@@ -374,9 +374,14 @@ TEST_CASE("a written text is verified, and written once more where the disk hold
     file = location.CurrentFile;
     const auto overwriteBeforeReading = [](const char* step) {
         if (std::string(step) == "read") {
-            const HANDLE handle = CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, TRUNCATE_EXISTING, 0, nullptr);
+            // Of the same size and time: nobody has written it, the disk has.
+            const HANDLE handle =
+                CreateFileA(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+            FILETIME time;
+            GetFileTime(handle, nullptr, nullptr, &time);
             DWORD written = 0;
             WriteFile(handle, "[X]", 3, &written, nullptr);
+            SetFileTime(handle, nullptr, nullptr, &time);
             CloseHandle(handle);
         }
         return std::uint32_t{0};
@@ -521,13 +526,13 @@ TEST_CASE("before a write too, a text without unwritten changes is loaded again 
     CHECK(SetIniSetting("S", "a", "2", true));
     CHECK(settings.File() == "[S]\r\na=2\r\nforeign=1\r\n");
 }
-TEST_CASE("a changed text that is written back overwrites what came from outside") {
+TEST_CASE("a changed text that is written back overwrites what came from outside in the same keys only") {
     const Settings settings;
     settings.File("[S]\r\na=1\r\n");
     CHECK(SetIniSetting("S", "a", "2", false));
-    settings.File("[S]\r\na=1\r\nforeign=1\r\n");
+    settings.File("[S]\r\na=9\r\nforeign=1\r\n");
     CHECK(SetIniSetting("S", "b", "3", true));
-    CHECK(settings.File() == "[S]\r\na=2\r\nb=3\r\n");
+    CHECK(settings.File() == "[S]\r\na=2\r\nforeign=1\r\nb=3\r\n");
 }
 TEST_CASE("a read after a change from outside drops what was not written") {
     const Settings settings;
@@ -768,7 +773,7 @@ KilledAtEachStep KillAtEachStep(const std::string& value) {
         ++(isOld ? left.oldOnes : left.newOnes);
         CHECK(RunSettingsHelper({"kill", "0", location.CurrentFile, "healed"}) == 0);
         CHECK(settings.File() == LongText("healed"));
-        CHECK_FALSE(settings.folder.Exists("corvella.ini.new"));
+        CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
         if (ended != 99) CHECK(ended == 0);
     }
     return left;
@@ -825,7 +830,7 @@ TEST_CASE("a disk that refuses any one step leaves the old or the new file and n
             CHECK((left == before || left == after));
             oldOnes += left == before ? 1 : 0;
             CHECK(GetIniSetting("Kill", "k") == (left == before ? "old" : value));
-            CHECK_FALSE(settings.folder.Exists("corvella.ini.new"));
+            CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
         }
         CHECK(failAt > 4);
         CHECK(oldOnes == givenUp);
@@ -850,14 +855,14 @@ TEST_CASE("a disk that refuses every step from one on leaves the old or the new 
             const std::string left = settings.File();
             CHECK((left == before || left == after));
             CHECK(GetIniSetting("Kill", "k") == (left == before ? "old" : value));
-            DeleteFileA(settings.folder.Path("corvella.ini.new").c_str());
+            DeleteFileA(settings.folder.Path("corvella.ini.CVOutlookAddIn.tmp").c_str());
         }
         CHECK(failAt > 4);
     }
 }
 TEST_CASE("where a file must be overwritten in place, a disk too full for the longer text leaves the old one") {
     const Settings settings;
-    CreateDirectoryA(settings.folder.Path("corvella.ini.new").c_str(), nullptr);
+    CreateDirectoryA(settings.folder.Path("corvella.ini.CVOutlookAddIn.tmp").c_str(), nullptr);
     const std::string before = LongText("old");
     settings.File(before);
     CHECK(GetIniSetting("Kill", "k") == "old");

@@ -12,6 +12,7 @@
 #include "testing/AnsweringPrompt.h"
 #include "testing/ComForTests.h"
 #include "testing/DebugLog.h"
+#include "testing/ImportPatch.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/TempFolder.h"
 
@@ -99,6 +100,31 @@ class Machine : WithScriptingObject {
     PrivateRegistry registry;
     TempFolder folder;
     AnsweringPrompt user;
+};
+
+// The first question about the attributes of that file fails.
+std::string unseenFile;
+DWORD unseenError = 0;
+DWORD WINAPI AttributesButOnce(LPCSTR path) {
+    if (lstrcmpiA(path, unseenFile.c_str()) == 0) {
+        unseenFile.clear();
+        SetLastError(unseenError);
+        return INVALID_FILE_ATTRIBUTES;
+    }
+    return GetFileAttributesW(std::wstring(path, path + lstrlenA(path)).c_str());
+}
+class UnseenOnce {
+  public:
+    UnseenOnce(const std::string& file, DWORD error) {
+        const ImportPatch::Import imports[] = {
+            {"KERNEL32.dll", "GetFileAttributesA", reinterpret_cast<void*>(AttributesButOnce)}};
+        REQUIRE(patch_.Replace(GetModuleHandleA(nullptr), imports) == 1);
+        unseenFile = file;
+        unseenError = error;
+    }
+
+  private:
+    ImportPatch patch_;
 };
 
 }  // namespace
@@ -301,6 +327,22 @@ class OwnTemp {
     std::string tmp_, temp_;
 };
 
+// A full disk.
+BOOL WINAPI FailToCopy(LPCSTR, LPCSTR, BOOL) {
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
+class FailingCopies {
+  public:
+    FailingCopies() {
+        const ImportPatch::Import imports[] = {{"KERNEL32.dll", "CopyFileA", reinterpret_cast<void*>(FailToCopy)}};
+        REQUIRE(patch_.Replace(GetModuleHandleA(nullptr), imports) == 1);
+    }
+
+  private:
+    ImportPatch patch_;
+};
+
 const std::string configText = "#Corvella config file\r\n[S]\r\n";
 
 }  // namespace
@@ -331,6 +373,39 @@ TEST_CASE("it does not replace a config.ini that is there") {
     CHECK(machine.folder.Read("AddIn\\config.ini") == "own");
     CHECK(machine.folder.Read("Roaming\\Corvella\\config.ini") == configText);
     CHECK_FALSE(machine.folder.Exists("Windows temp\\config.ini"));
+}
+TEST_CASE("it stays in the temporary folder until every copy is made") {
+    const Machine machine;
+    const OwnTemp temp(machine.folder.Path("Windows temp"));
+    machine.folder.Write("Windows temp\\config.ini", configText);
+    machine.Settings("[S]\r\n");
+    {
+        const FailingCopies full;
+        GetIniFile();
+    }
+    CHECK_FALSE(machine.folder.Exists("AddIn\\config.ini"));
+    CHECK(machine.folder.Read("Windows temp\\config.ini") == configText);
+    Machine::Start();
+    GetIniFile();
+    CHECK(machine.folder.Read("AddIn\\config.ini") == configText);
+    CHECK(machine.folder.Read("Roaming\\Corvella\\config.ini") == configText);
+    CHECK_FALSE(machine.folder.Exists("Windows temp\\config.ini"));
+}
+TEST_CASE("with IniFiles set too, it is handed over and the well-known folders are found") {
+    const Machine machine;
+    const OwnTemp temp(machine.folder.Path("Windows temp"));
+    machine.folder.Write("Windows temp\\config.ini", configText);
+    machine.Make("Own");
+    Machine::SetIniFiles(machine.folder.Path("Own"));
+    GetIniFile();
+    CHECK(location.CurrentFile == machine.folder.Path("Own\\corvella.ini"));
+    CHECK(paths.RoamingDataFolder == machine.Default());
+    CHECK(paths.PictureFolder == machine.Default());
+    CHECK(machine.folder.Read("AddIn\\config.ini") == configText);
+    CHECK(machine.folder.Read("Roaming\\Corvella\\config.ini") == configText);
+    CHECK_FALSE(machine.folder.Exists("Windows temp\\config.ini"));
+    CHECK(state.ConfigFile == addInFolder + "\\config.ini");
+    CHECK_FALSE(machine.folder.Exists("Roaming\\Corvella\\corvella.ini"));
 }
 TEST_CASE("a config.ini of somebody else stays where it is") {
     const Machine machine;
@@ -464,6 +539,20 @@ TEST_CASE("a settings file that is there is not written") {
     machine.Settings("[S]\r\nk=v\r\n");
     CHECK(GetIniFilename_(0) == machine.Default());
     CHECK(machine.folder.Read("Roaming\\Corvella\\corvella.ini") == "[S]\r\nk=v\r\n");
+}
+TEST_CASE("a settings file that cannot be seen for a moment keeps its text when the folder is proven") {
+    for (const DWORD error : {DWORD{ERROR_NETNAME_DELETED}, DWORD{ERROR_FILE_NOT_FOUND}}) {
+        CAPTURE(error);
+        const Machine machine;
+        machine.Settings("[S]\r\nk=v\r\n");
+        {
+            const UnseenOnce unseen(machine.Default("corvella.ini"), error);
+            CHECK(GetIniFilename_(0) == machine.Default());
+            CHECK(unseenFile.empty());
+        }
+        CHECK(machine.folder.Read("Roaming\\Corvella\\corvella.ini") == "[S]\r\nk=v\r\n");
+        CHECK(machine.user.inputs.empty());
+    }
 }
 TEST_CASE("a folder that cannot be written is asked for until one can be, which IniFiles then names") {
     Machine machine;
