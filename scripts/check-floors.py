@@ -1,10 +1,13 @@
 #!/usr/bin/env python3
-"""Looks at what the sources under src/ include.
+"""Looks at what the sources under src/ and standins/ include.
 
 The rules:
     floor     a file includes only what stands on its own floor or below (docs/architecture.md); every file has one
+    room      two folders on one floor know nothing of each other
     circle    no two modules (a header with its source) include each other, not over any number of others either
     unknown   an included file of this system exists
+    stranger  the stand-in for Outlook does not name the product: an add-in is to it any add-in
+And under src/ alone:
     system    outside platform/ only the C++ standard library is included, and nothing that brings Windows' headers in
     size      nowhere the parts of the standard library that make the DLL large or need a newer Windows
 """
@@ -17,8 +20,13 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
-# The folders, bottom floor first. A file belongs to the longest of these that it lies under.
-FLOORS = ["platform", "platform/com", "platform/forms", "support", "config", "language", "shell", "question", "bridge", "addin"]
+# Of each tree the floors, bottom first, with the folders that stand there. A folder is one floor.
+TREES = {
+    "src": [["platform"], ["platform/com"], ["platform/forms"], ["support"], ["config"], ["language"], ["shell"], ["question"],
+            ["bridge"], ["addin"]],
+    "standins": [["outlook", "corvella"], ["outlook/program"]],
+}
+STRANGERS = {"standins": ("outlook/", re.compile("corvella|quillmark", re.I))}
 TOO_LARGE = {"iostream", "fstream", "sstream", "iomanip", "regex", "thread", "filesystem", "locale", "codecvt", "mutex",
              "condition_variable", "future", "format"}
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(?:"([^"]+)"|<([^>]+)>)', re.M)
@@ -28,9 +36,15 @@ def module_of(name):
     return name.rsplit(".", 1)[0]
 
 
-def floor_of(name):
-    folder = name.rpartition("/")[0]
-    return FLOORS.index(folder) if folder in FLOORS else None
+def folder_of(name):
+    return name.rpartition("/")[0]
+
+
+def floor_of(tree, name):
+    for floor, folders in enumerate(TREES[tree]):
+        if folder_of(name) in folders:
+            return floor
+    return None
 
 
 def circles(edges):
@@ -54,49 +68,68 @@ def circles(edges):
     return found
 
 
-def check(source):
-    """(rule, sentence) for everything that is wrong under the folder `source`."""
+def floor_faults(tree, name, included):
+    """Of one include between files that are there."""
+    floor, other = floor_of(tree, name), floor_of(tree, included)
+    if floor is None or other is None:
+        return
+    if other > floor:
+        yield "floor", f"{name} (floor {floor}) includes {included} (floor {other})"
+    if other == floor and folder_of(name) != folder_of(included):
+        yield "room", f"{name} includes {included}, which stands in another room of the same floor"
+
+
+def system_faults(name, own, system):
+    """Windows' headers outside platform/, directly or through a file of ours; what makes the DLL large."""
+    def brings_windows(header, seen):
+        if header in seen:
+            return False
+        seen.add(header)
+        return any(theirs.endswith(".h") for theirs in system.get(header, [])) or \
+            any(brings_windows(following, seen) for following in own.get(header, []))
+
+    for included in own[name]:
+        if not name.startswith("platform/") and brings_windows(included, set()):
+            yield "system", f"{name} includes {included}, which brings a system header in"
+    for header in system[name]:
+        if header.endswith(".h") and not name.startswith("platform/"):
+            yield "system", f"{name} includes <{header}>"
+        if header in TOO_LARGE:
+            yield "size", f"{name} includes <{header}>"
+
+
+def check(source, tree):
+    """(rule, sentence) for everything that is wrong under the folder `source`, and how many files were looked at."""
     files = {path.relative_to(source).as_posix(): path.read_text(encoding="latin-1")
-             for kind in ("*.h", "*.cpp") for path in source.rglob(kind)}
+             for kind in ("*.h", "*.cpp", "CMakeLists.txt") for path in source.rglob(kind)}
+    faults = []
+    if tree in STRANGERS:
+        folder, word = STRANGERS[tree]
+        faults += [("stranger", f"{name} names {word.search(text)[0]}") for name, text in sorted(files.items())
+                   if name.startswith(folder) and word.search(text)]
+    files = {name: text for name, text in files.items() if not name.endswith(".txt")}
     own = {name: [ours for ours, _ in INCLUDE.findall(text) if ours] for name, text in files.items()}
     system = {name: [theirs for _, theirs in INCLUDE.findall(text) if theirs] for name, text in files.items()}
-    faults = []
-
-    def brings_windows(name, seen):
-        if name in seen:
-            return False
-        seen.add(name)
-        return any(header.endswith(".h") for header in system.get(name, [])) or \
-            any(brings_windows(following, seen) for following in own.get(name, []))
 
     edges = collections.defaultdict(set)
     for name in sorted(files):
-        floor = floor_of(name)
-        if floor is None:
-            faults.append(("floor", f"{name} stands on no floor; its folder is not among FLOORS in scripts/check-floors.py"))
+        if floor_of(tree, name) is None:
+            faults.append(("floor", f"{name} stands on no floor; its folder is not among TREES in scripts/check-floors.py"))
         for included in own[name]:
             if included not in files:
                 faults.append(("unknown", f"{name} includes {included}, which is not there"))
                 continue
-            above = floor_of(included)
-            if floor is not None and above is not None and above > floor:
-                faults.append(("floor", f"{name} (floor {floor}) includes {included} (floor {above})"))
+            faults += floor_faults(tree, name, included)
             if module_of(included) != module_of(name):
                 edges[module_of(name)].add(module_of(included))
-            if not name.startswith("platform/") and brings_windows(included, set()):
-                faults.append(("system", f"{name} includes {included}, which brings a system header in"))
-        for header in system[name]:
-            if header.endswith(".h") and not name.startswith("platform/"):
-                faults.append(("system", f"{name} includes <{header}>"))
-            if header in TOO_LARGE:
-                faults.append(("size", f"{name} includes <{header}>"))
+        if tree == "src":
+            faults += system_faults(name, own, system)
     faults += [("circle", " -> ".join(circle + circle[:1])) for circle in circles(edges)]
     return faults, len(files)
 
 
-def self_test():
-    """Each break alone in an otherwise good tree has to be reported under its rule, and only it."""
-    good = {
+GOOD = {
+    "src": {
         "platform/Text.h": "#pragma once\n#include <string>\n",
         "platform/Text.cpp": '#include "platform/Text.h"\n#include <windows.h>\n',
         "platform/Com.h": "#include <windows.h>\n",
@@ -106,36 +139,58 @@ def self_test():
         "bridge/RegEdit.h": '#include "support/Debug.h"\n',
         "bridge/CVOutlAddIn.cpp": '#include "bridge/RegEdit.h"\n',
         "addin/Connect.cpp": '#include "bridge/RegEdit.h"\n#include "support/Debug.h"\n',
-    }
+    },
+    "standins": {
+        "outlook/Host.h": "#include <windows.h>\n",
+        "outlook/Items.h": "#include <thread>\n",
+        "outlook/Items.cpp": '#include "outlook/Items.h"\n#include "outlook/Host.h"\n',
+        "outlook/Session.h": '#include "outlook/Host.h"\n#include "outlook/Items.h"\n',
+        "outlook/program/Frame.cpp": '#include "outlook/Session.h"\n',
+        "outlook/program/CMakeLists.txt": "add_executable(OutlookStandIn Frame.cpp)\n",
+        "corvella/Start.h": "// of Corvella\n",
+    },
+}
+
+
+def self_test():
+    """Each break alone in an otherwise good tree has to be reported under its rule, and only it."""
     breaks = [
-        ("none", {}),
-        ("none", {"platform/com/Com.h": '#include "platform/Text.h"\n'}),
-        ("floor", {"platform/Text.cpp": '#include "platform/com/Com.h"\n', "platform/com/Com.h": ""}),
-        ("floor", {"support/Debug.cpp": '#include "bridge/RegEdit.h"\n', "bridge/RegEdit.h": ""}),
-        ("floor", {"bridge/RegEdit.h": '  #  include "addin/Names.h"\n', "addin/Names.h": ""}),
-        ("floor", {"support/room/Thing.h": ""}),
-        ("floor", {"newroom/Thing.cpp": ""}),
-        ("circle", {"support/Prompt.h": '#include "support/Debug.h"\n'}),
-        ("circle", {"addin/A.cpp": '#include "addin/B.h"\n', "addin/A.h": "", "addin/B.h": '#include "addin/C.h"\n',
-                    "addin/C.h": "", "addin/C.cpp": '#include "addin/A.h"\n'}),
-        ("unknown", {"addin/Connect.cpp": '#include "bridge/Gone.h"\n'}),
-        ("system", {"addin/Connect.cpp": "#include <windows.h>\n"}),
-        ("system", {"bridge/RegEdit.cpp": "#include <oleauto.h>\n"}),
-        ("system", {"addin/Connect.cpp": '#include "platform/Com.h"\n'}),
-        ("system", {"addin/Connect.cpp": '#include "platform/Middle.h"\n', "platform/Middle.h": '#include "platform/Com.h"\n'}),
-        ("size", {"platform/Text.cpp": "#include <iostream>\n"}),
-        ("size", {"support/Debug.h": "#include <mutex>\n"}),
+        ("src", "none", {}),
+        ("src", "none", {"platform/com/Com.h": '#include "platform/Text.h"\n'}),
+        ("src", "floor", {"platform/Text.cpp": '#include "platform/com/Com.h"\n', "platform/com/Com.h": ""}),
+        ("src", "floor", {"support/Debug.cpp": '#include "bridge/RegEdit.h"\n', "bridge/RegEdit.h": ""}),
+        ("src", "floor", {"bridge/RegEdit.h": '  #  include "addin/Names.h"\n', "addin/Names.h": ""}),
+        ("src", "floor", {"support/room/Thing.h": ""}),
+        ("src", "floor", {"newroom/Thing.cpp": ""}),
+        ("src", "circle", {"support/Prompt.h": '#include "support/Debug.h"\n'}),
+        ("src", "circle", {"addin/A.cpp": '#include "addin/B.h"\n', "addin/A.h": "", "addin/B.h": '#include "addin/C.h"\n',
+                           "addin/C.h": "", "addin/C.cpp": '#include "addin/A.h"\n'}),
+        ("src", "unknown", {"addin/Connect.cpp": '#include "bridge/Gone.h"\n'}),
+        ("src", "system", {"addin/Connect.cpp": "#include <windows.h>\n"}),
+        ("src", "system", {"bridge/RegEdit.cpp": "#include <oleauto.h>\n"}),
+        ("src", "system", {"addin/Connect.cpp": '#include "platform/Com.h"\n'}),
+        ("src", "system", {"addin/Connect.cpp": '#include "platform/Middle.h"\n', "platform/Middle.h": '#include "platform/Com.h"\n'}),
+        ("src", "size", {"platform/Text.cpp": "#include <iostream>\n"}),
+        ("src", "size", {"support/Debug.h": "#include <mutex>\n"}),
+        ("standins", "none", {}),
+        ("standins", "floor", {"outlook/Items.cpp": '#include "outlook/program/Pen.h"\n', "outlook/program/Pen.h": ""}),
+        ("standins", "floor", {"outlook/day/Day.cpp": ""}),
+        ("standins", "room", {"corvella/main.cpp": '#include "outlook/Host.h"\n'}),
+        ("standins", "circle", {"outlook/Items.cpp": '#include "outlook/Session.h"\n'}),
+        ("standins", "unknown", {"outlook/program/Frame.cpp": '#include "outlook/program/Gone.h"\n'}),
+        ("standins", "stranger", {"outlook/Items.cpp": "// Software\\Quillmark\n"}),
+        ("standins", "stranger", {"outlook/program/CMakeLists.txt": "add_executable(CorvellaDay)\n"}),
     ]
     failures = []
-    for rule, changes in breaks:
+    for tree, rule, changes in breaks:
         with tempfile.TemporaryDirectory() as folder:
-            for name, text in (good | changes).items():
+            for name, text in (GOOD[tree] | changes).items():
                 path = pathlib.Path(folder) / name
                 path.parent.mkdir(parents=True, exist_ok=True)
                 path.write_text(text)
-            found, _ = check(pathlib.Path(folder))
+            found, _ = check(pathlib.Path(folder), tree)
             if [which for which, _ in found] != ([] if rule == "none" else [rule]):
-                failures.append(f"expected {rule} for {changes}, got {found}")
+                failures.append(f"{tree}: expected {rule} for {changes}, got {found}")
     return failures, len(breaks)
 
 
@@ -147,7 +202,9 @@ def main():
         failures, count = self_test()
         print("\n".join(failures) or f"check-floors: {count} trees, all judged as they should be")
         return 1 if failures else 0
-    faults, count = check(ROOT / "src")
+    results = [check(ROOT / tree, tree) for tree in TREES]
+    faults = [fault for found, _ in results for fault in found]
+    count = sum(number for _, number in results)
     for rule, what in faults:
         print(f"check-floors: {rule}: {what}")
     if not faults:

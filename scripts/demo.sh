@@ -25,7 +25,7 @@ check() {  # check "what must be" actual expected
 value() { wine reg query "HKCU\\Software\\Quillmark\\Corvella\\$1" /v "$2" 2>/dev/null | tr -d '\r' | awk -v n="$2" '$1==n {print $3}'; }
 
 say "== Building and preparing (a first run installs and builds: some minutes)"
-. scripts/install-addin.sh || exit 1
+. scripts/install-addin.sh OutlookDay || exit 1
 . scripts/period-look.sh
 cv_paint_desktop
 cv_set_managed N
@@ -35,7 +35,7 @@ for key in OlAddIn Outlook; do wine reg delete "HKCU\\Software\\Quillmark\\Corve
 
 say "== Outlook $outlook (stand-in) starts, in $language; it looks for add-ins in the registry"
 # The program asks for a picture by a line "@picture NAME" and goes on when NAME.done is there.
-( cd "$pictures" && LC_ALL=$cv_locale timeout 400 wine "$cv_outlook" /version "$outlook" /play demo 2>/dev/null; echo "@ended $?" ) | {
+( cd "$pictures" && LC_ALL=$cv_locale timeout 400 wine "$cv_outlook" /version "$outlook" /record "$cv_record" /play day 2>/dev/null; echo "@ended $?" ) | {
     ended=1
     while IFS= read -r line; do
         line=${line%$'\r'}

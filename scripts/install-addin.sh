@@ -1,16 +1,19 @@
 # To be sourced: builds the programs and installs the add-in in the private Wine prefix, as an installer would.
 #
 #   cv_install  the folder of Corvella and the add-in (C:\Corvella), as a path of this machine
-#   cv_outlook  the windowed Outlook stand-in
+#   cv_outlook  the windowed Outlook stand-in, for a person or, after `. scripts/install-addin.sh OutlookDay`, with the day
+#   cv_record   where the started Corvella notes each start, as a Windows path
 #
 # Then  cv_set_language NAME  writes the settings file that Corvella and the add-in share, and sets
 #
 #   cv_locale    the LC_ALL under which Wine has that language's Windows code page; it need not be installed
 #   cv_codepage  its name
-scripts/build.sh win32-release CVOutlookAddIn OutlookStandIn standin_corvella > build/build.log 2>&1 || { tail -n 40 build/build.log; return 1; }
+cv_target=${1:-OutlookStandIn}
+scripts/build.sh win32-release CVOutlookAddIn "$cv_target" standin_corvella > build/build.log 2>&1 || { tail -n 40 build/build.log; return 1; }
 . scripts/wine-env.sh
 cv_install=$WINEPREFIX/drive_c/Corvella
-cv_outlook=$(find "$PWD/build/win32-release" -name OutlookStandIn.exe | head -n 1)
+cv_outlook=$(find "$PWD/build/win32-release" -name "$cv_target.exe" | head -n 1)
+cv_record='C:\Corvella\Corvella.record.txt'
 mkdir -p "$cv_install"
 cp build/win32-release/src/addin/CVOutlookAddIn.dll build/win32-release/standins/corvella/Corvella.exe lang/*.lng "$cv_install/"
 wine 'C:\windows\syswow64\regsvr32.exe' /s 'C:\Corvella\CVOutlookAddIn.dll' || { echo "regsvr32 failed" >&2; return 1; }
@@ -29,5 +32,5 @@ cv_set_language() {
 }
 # Whether Wine draws the frames of the stand-in's windows (N), as on a display without a window manager.
 cv_set_managed() {
-    wine reg add 'HKCU\Software\Wine\AppDefaults\OutlookStandIn.exe\X11 Driver' /v Managed /d "$1" /f >/dev/null 2>&1
+    wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$cv_target.exe\\X11 Driver" /v Managed /d "$1" /f >/dev/null 2>&1
 }

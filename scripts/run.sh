@@ -8,7 +8,7 @@ language=${2:-English}
 [ -e "lang/$language.lng" ] || { echo "run: a language of lang/, not '$language'" >&2; exit 2; }
 export CV_DISPLAY=own
 mkdir -p build
-. scripts/install-addin.sh
+. scripts/install-addin.sh OutlookStandIn
 cv_set_managed Y
 cv_set_language "$language"
-exec env LC_ALL="$cv_locale" wine "$cv_outlook" /version "${1:-2003}"
+exec env LC_ALL="$cv_locale" wine "$cv_outlook" /version "${1:-2003}" /record "$cv_record"

@@ -1,5 +1,7 @@
 #include "corvella/Start.h"
 
+#include <algorithm>
+
 namespace Corvella {
 namespace {
 
@@ -36,10 +38,23 @@ constexpr std::string_view fromOutlook = " ol";
 
 }  // namespace
 
+std::string Note(const Start& start) {
+    std::string note;
+    const auto add = [&note](const std::string& list, const char* kind) {
+        const auto count = std::count(list.begin(), list.end(), ';');
+        if (count != 0)
+            note += (note.empty() ? "" : ", ") + std::to_string(count) + " " + kind + (count == 1 ? "" : "s");
+    };
+    add(start.changedC, "contact");
+    add(start.changedT, "task");
+    add(start.changedA, "appointment");
+    return note;
+}
+
 std::string RecordLine(const Start& start) {
     return "show=" + std::to_string(start.showState) + "\tChangedA=" + OneLine(start.changedA) +
            "\tChangedC=" + OneLine(start.changedC) + "\tChangedT=" + OneLine(start.changedT) +
-           "\tcommand=" + OneLine(start.commandLine) + "\r\n";
+           "\tnote=" + OneLine(Note(start)) + "\tcommand=" + OneLine(start.commandLine) + "\r\n";
 }
 
 std::string Arguments(std::string_view commandLine) {

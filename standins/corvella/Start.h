@@ -1,6 +1,6 @@
 // corvella/Start.h: one start of Corvella, as a line of the record and as words for a person. Pure text.
 //
-// Shapes  A line: fields "name=value" with a tab between, the command line last, CR LF at the end. Tabs, line
+// Shapes  A line: fields "name=value" with a tab between, a note for people and the command line last, CR LF at the end. Tabs, line
 //         breaks and backslashes inside a value are written "\t", "\r", "\n", "\\", so that a start is one line.
 #pragma once
 #include <string>
@@ -17,6 +17,9 @@ struct Start {
 };
 
 [[nodiscard]] std::string RecordLine(const Start& start);
+
+// The changed items that were found, for a person: "2 contacts, 1 task"; empty for none.
+[[nodiscard]] std::string Note(const Start& start);
 
 // What stands behind the program in a command line, without the blanks around it.
 [[nodiscard]] std::string Arguments(std::string_view commandLine);

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "outlook/BarObjects.h"
 #include "outlook/ClassLookup.h"
-#include "outlook/Session.h"
+#include "outlook/Enumerator.h"
+#include "outlook/Handlers.h"
+#include "outlook/Host.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -98,7 +99,7 @@ class Custom {
 
 }  // namespace
 
-AddInList::AddInList(Session& session, std::shared_ptr<Gate> gate) : session_(session), gate_(std::move(gate)) {
+AddInList::AddInList(Host& host, std::shared_ptr<Gate> gate) : host_(host), gate_(std::move(gate)) {
     list_ = Make<AddInsObject>(gate_);
 }
 AddInList::~AddInList() = default;
@@ -174,12 +175,12 @@ bool AddInList::Load(AddIn& addIn, ConnectMode mode) {
 }
 
 bool AddInList::Connect(AddIn& addIn, ConnectMode mode) {
-    const long startedBy = session_.options.startedBy == StartedBy::User ? 1 : 3;
-    Custom custom(session_.options.customArray, startedBy, true);
+    const long startedBy = host_.TheOptions().startedBy == StartedBy::User ? 1 : 3;
+    Custom custom(host_.TheOptions().customArray, startedBy, true);
     const Ref<standin::Object> self = ObjectOf(addIn);
     return Tell(addIn, mode == ConnectMode::Startup ? "OnConnection(Startup)" : "OnConnection(AfterStartup)",
                 [&](Extensibility& object) {
-                    return object.OnConnection(session_.ApplicationObject().get(), static_cast<int>(mode), self.get(),
+                    return object.OnConnection(host_.Application().get(), static_cast<int>(mode), self.get(),
                                                custom.Get());
                 });
 }
@@ -191,7 +192,7 @@ void AddInList::ConnectAgain(const std::string& progId) {
 
 bool AddInList::Unload(AddIn& addIn, DisconnectMode mode) {
     if (!addIn.loaded) return false;
-    Custom custom(session_.options.customArray, 0, false);
+    Custom custom(host_.TheOptions().customArray, 0, false);
     Tell(addIn, mode == DisconnectMode::UserClosed ? "OnDisconnection(UserClosed)" : "OnDisconnection(HostShutdown)",
          [&](Extensibility& object) { return object.OnDisconnection(static_cast<int>(mode), custom.Get()); });
     addIn.published = {};
@@ -226,16 +227,16 @@ void AddInList::LoadOnDemand(const std::string& progId) {
 void AddInList::TellUpdate() {
     for (const auto& addIn : addIns_) {
         if (!addIn->loaded) continue;
-        Custom custom(session_.options.customArray, 0, false);
+        Custom custom(host_.TheOptions().customArray, 0, false);
         Tell(*addIn, "OnAddInsUpdate", [&](Extensibility& object) { return object.OnAddInsUpdate(custom.Get()); });
     }
-    session_.ContentsChanged();
+    host_.ContentsChanged();
 }
 
 void AddInList::TellStartupComplete() {
     for (const auto& addIn : addIns_) {
         if (!addIn->loaded) continue;
-        Custom custom(session_.options.customArray, 0, false);
+        Custom custom(host_.TheOptions().customArray, 0, false);
         Tell(*addIn, "OnStartupComplete",
              [&](Extensibility& object) { return object.OnStartupComplete(custom.Get()); });
     }
@@ -245,7 +246,7 @@ void AddInList::Shutdown(bool onlyThoseAsking) {
     const auto told = [&](const AddIn& addIn) { return addIn.loaded && (!onlyThoseAsking || addIn.wantsShutdown); };
     for (const auto& addIn : addIns_) {
         if (!told(*addIn)) continue;
-        Custom custom(session_.options.customArray, 0, false);
+        Custom custom(host_.TheOptions().customArray, 0, false);
         Tell(*addIn, "OnBeginShutdown", [&](Extensibility& object) { return object.OnBeginShutdown(custom.Get()); });
     }
     for (const auto& addIn : addIns_)
@@ -301,16 +302,16 @@ std::wstring AddInObject::GetGuid() {
 void AddInObject::PutConnect(bool connect) {
     if (connect == GetConnect()) return;
     const bool done =
-        connect ? TheSession().addIns->LoadByUser(addIn_->progId) : TheSession().addIns->UnloadByUser(addIn_->progId);
+        connect ? TheHost().AddIns().LoadByUser(addIn_->progId) : TheHost().AddIns().UnloadByUser(addIn_->progId);
     if (!done) Refuse(E_FAIL);
 }
 
 void AddInObject::PutObject(IDispatch* object) {
     addIn_->published = Theirs<IDispatch>(object);
-    TheSession().ContentsChanged();
+    TheHost().ContentsChanged();
 }
 
-Result AddInObject::GetParent() { return TheSession().addIns->Object(); }
+Result AddInObject::GetParent() { return TheHost().AddIns().Object(); }
 
 // --- COMAddIns ---
 
@@ -320,7 +321,7 @@ const TypeDescription& AddInsObject::Type() const {
 }
 
 Result AddInsObject::CallItem(Call& call) {
-    AddInList& list = *TheSession().addIns;
+    AddInList& list = TheHost().AddIns();
     if (call.IsText(0)) {
         AddIn* addIn = list.Find(Ansi(call.Text(0)));
         if (!addIn) Refuse(E_INVALIDARG);
@@ -331,11 +332,11 @@ Result AddInsObject::CallItem(Call& call) {
     return list.ObjectOf(*list.All()[static_cast<std::size_t>(index - 1)]);
 }
 
-long AddInsObject::GetCount() { return static_cast<long>(TheSession().addIns->All().size()); }
+long AddInsObject::GetCount() { return static_cast<long>(TheHost().AddIns().All().size()); }
 
 void AddInsObject::GetEnumerator(Call& call) {
     std::vector<Result> objects;
-    for (const auto& addIn : TheSession().addIns->All()) objects.push_back(TheSession().addIns->ObjectOf(*addIn));
+    for (const auto& addIn : TheHost().AddIns().All()) objects.push_back(TheHost().AddIns().ObjectOf(*addIn));
     ReturnEnumerator(call, *this, objects);
 }
 

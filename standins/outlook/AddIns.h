@@ -21,7 +21,7 @@ struct AddIn {
 
 class AddInList {
   public:
-    AddInList(Session& session, std::shared_ptr<Gate> gate);
+    AddInList(Host& host, std::shared_ptr<Gate> gate);
     ~AddInList();
 
     void Use(const std::string& progId, IUnknown* source, int loadBehavior);
@@ -52,7 +52,7 @@ class AddInList {
     [[nodiscard]] Theirs<Extensibility> Create(const AddIn& addIn) const;
     bool Tell(AddIn& addIn, const std::string& what, const std::function<HRESULT(Extensibility&)>& call);
 
-    Session& session_;
+    Host& host_;
     std::shared_ptr<Gate> gate_;
     std::vector<std::shared_ptr<AddIn>> addIns_;
     std::map<AddIn*, Ref<AddInObject>> objects_;

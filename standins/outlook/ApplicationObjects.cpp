@@ -1,7 +1,8 @@
 #include "outlook/ApplicationObjects.h"
 
 #include "outlook/AddIns.h"
-#include "outlook/Session.h"
+#include "outlook/Host.h"
+#include "outlook/Items.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -49,20 +50,14 @@ std::wstring ApplicationObject::GetVersion() {
     }
 }
 
-Result ApplicationObject::CallActiveExplorer() {
-    return TheSession().TopWindow([](const WindowObject& window) { return window.IsExplorer(); });
-}
-Result ApplicationObject::CallActiveInspector() {
-    return TheSession().TopWindow([](const WindowObject& window) { return !window.IsExplorer(); });
-}
-Result ApplicationObject::CallActiveWindow() {
-    return TheSession().TopWindow([](const WindowObject&) { return true; });
-}
+Result ApplicationObject::CallActiveExplorer() { return TheHost().TopWindow(WindowKind::Explorer); }
+Result ApplicationObject::CallActiveInspector() { return TheHost().TopWindow(WindowKind::Inspector); }
+Result ApplicationObject::CallActiveWindow() { return TheHost().TopWindow(WindowKind::Any); }
 
 Result ApplicationObject::CallCreateItem(Call& call) {
     const ItemKind* kind = KindOfType(call.Long(0));
     if (!kind) RefuseWords(E_INVALIDARG, L"The item type is not valid.");
-    return TheSession().CreateItem(*kind);
+    return TheHost().NewItem(*kind);
 }
 
 Result ApplicationObject::CallGetNamespace(Call& call) {
@@ -70,10 +65,10 @@ Result ApplicationObject::CallGetNamespace(Call& call) {
     return GetSession();
 }
 
-void ApplicationObject::CallQuit() { TheSession().QuitSoon(); }
-Result ApplicationObject::GetAddIns() { return TheSession().addIns->Object(); }
-Result ApplicationObject::GetExplorers() { return TheSession().explorers; }
-Result ApplicationObject::GetInspectors() { return TheSession().inspectors; }
+void ApplicationObject::CallQuit() { TheHost().QuitSoon(); }
+Result ApplicationObject::GetAddIns() { return TheHost().AddIns().Object(); }
+Result ApplicationObject::GetExplorers() { return TheHost().Explorers(); }
+Result ApplicationObject::GetInspectors() { return TheHost().Inspectors(); }
 
 const TypeDescription& NameSpaceObject::Type() const {
     static const TypeDescription type{
@@ -82,13 +77,13 @@ const TypeDescription& NameSpaceObject::Type() const {
 }
 
 Result NameSpaceObject::CallGetDefaultFolder(Call& call) {
-    FolderObject* folder = TheSession().store.Find(call.Long(0));
+    const Result folder = TheHost().DefaultFolder(call.Long(0));
     if (!folder) RefuseWords(E_INVALIDARG, L"There is no such folder.");
     return folder;
 }
 
 Result NameSpaceObject::CallGetItemFromId(Call& call) {
-    ItemObject* item = TheSession().FindByEntryId(call.Text(0));
+    const Result item = TheHost().ItemByEntryId(call.Text(0));
     if (!item) RefuseWords(static_cast<HRESULT>(0x8004010F), L"The operation failed. An object could not be found.");
     return item;
 }

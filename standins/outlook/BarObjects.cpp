@@ -1,6 +1,8 @@
 #include "outlook/BarObjects.h"
 
-#include "outlook/Session.h"
+#include "outlook/Enumerator.h"
+#include "outlook/Handlers.h"
+#include "outlook/Host.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -206,7 +208,7 @@ std::string CommandBarsObject::Name() const { return "CommandBars of " + window_
 HRESULT CommandBarsObject::Gone() const { return window_->Gone(); }
 
 Result CommandBarsObject::GetActionControl() {
-    const ControlPointer control = TheSession().ActionControl();
+    const ControlPointer control = TheHost().ActionControl();
     return control && !control->gone ? ObjectOf(*window_, control) : Result();
 }
 
@@ -214,7 +216,7 @@ Result CommandBarsObject::GetActiveMenuBar() { return Make<CommandBarObject>(*wi
 
 Result CommandBarsObject::CallAdd(Call& call) {
     auto bar = std::make_shared<Bar>();
-    bar->instance = TheSession().NextInstance();
+    bar->instance = TheHost().NextInstance();
     bar->name = call.TextOr(0, L"Custom " + std::to_wstring(window_->bars.bars.size() + 1));
     if (window_->bars.Named(bar->name)) Refuse(E_INVALIDARG);
     bar->nameLocal = bar->name;
@@ -225,7 +227,7 @@ Result CommandBarsObject::CallAdd(Call& call) {
     bar->builtIn = false;
     bar->visible = false;
     window_->bars.bars.push_back(bar);
-    TheSession().BarsChanged(*window_);
+    TheHost().BarsChanged(*window_);
     return Make<CommandBarObject>(*window_, bar);
 }
 
@@ -273,7 +275,7 @@ const TypeDescription& CommandBarObject::Type() const {
 std::string CommandBarObject::Name() const {
     return "CommandBar " + Quoted(Ansi(bar_->name)) + " of " + window_->Name();
 }
-void CommandBarObject::Changed() { TheSession().BarsChanged(*window_); }
+void CommandBarObject::Changed() { TheHost().BarsChanged(*window_); }
 Result CommandBarObject::GetControls() { return Make<ControlsObject>(*window_, bar_); }
 
 void CommandBarObject::CallDelete() {
@@ -327,14 +329,13 @@ Result ControlsObject::CallAdd(Call& call) {
     const std::wstring parameter = call.TextOr(2, L"");
     const std::size_t position = Before(call, 3, bar_->controls.size());
     const bool temporary = call.FlagOr(4, false);
-    const ControlPointer control =
-        MakeControl(TheSession().NextInstance(), static_cast<int>(id), static_cast<int>(type));
+    const ControlPointer control = MakeControl(TheHost().NextInstance(), static_cast<int>(id), static_cast<int>(type));
     control->parameter = parameter;
     control->temporary = temporary;
     control->builtIn = id != 1;
     if (control->builtIn) control->faceId = control->id;
     Insert(bar_, control, position);
-    TheSession().BarsChanged(*window_);
+    TheHost().BarsChanged(*window_);
     return ObjectOf(*window_, control);
 }
 
@@ -382,7 +383,7 @@ std::string ControlObject::Name() const {
     return Type().PlainName() + " " + Quoted(Ansi(Readable(control_->caption))) + " of " + window_->Name();
 }
 
-void ControlObject::Changed() { TheSession().BarsChanged(*window_); }
+void ControlObject::Changed() { TheHost().BarsChanged(*window_); }
 
 bool ControlObject::GetBuiltIn() { return control_->builtIn && control_->onAction.empty(); }
 
@@ -406,7 +407,7 @@ BarPointer ControlObject::TargetBar(const Call& call) const {
 Result ControlObject::CallCopy(Call& call) {
     const BarPointer target = TargetBar(call);
     const std::size_t position = Before(call, 1, target->controls.size());
-    const ControlPointer copy = Copied(*control_, [this] { return TheSession().NextInstance(); });
+    const ControlPointer copy = Copied(*control_, [this] { return TheHost().NextInstance(); });
     Insert(target, copy, position);
     Changed();
     return ObjectOf(*window_, copy);
@@ -427,13 +428,13 @@ void ControlObject::CallDelete(Call& call) {
     const BarPointer bar = control_->parent.lock();
     if (!bar) Refuse(E_FAIL);
     if (call.FlagOr(0, false) && !control_->temporary)
-        bar->asleep.push_back(Copied(*control_, [this] { return TheSession().NextInstance(); }));
+        bar->asleep.push_back(Copied(*control_, [this] { return TheHost().NextInstance(); }));
     Remove(bar, control_);
     MarkGone(*control_);
     Changed();
 }
 
-void ControlObject::CallExecute() { TheSession().Click(*window_, control_); }
+void ControlObject::CallExecute() { TheHost().Click(*window_, control_); }
 
 OfficeInt ControlObject::GetIndex() {
     const BarPointer bar = control_->parent.lock();
@@ -506,70 +507,5 @@ void ControlObject::PutMask(IDispatch* mask) {
 
 Result ControlObject::GetCommandBar() { return Make<CommandBarObject>(*window_, control_->menu); }
 Result ControlObject::GetControls() { return Make<ControlsObject>(*window_, control_->menu); }
-
-// --- enumerators ---
-
-void ReturnEnumerator(Call& call, const Object& of, std::vector<Result> objects) {
-    auto* enumerator = new Enumerator(of.SharedGate(), of.Name(), std::move(objects));
-    enumerator->AddRef();
-    call.ReturnEnumerator(static_cast<IEnumVARIANT*>(enumerator));
-}
-
-Enumerator::Enumerator(std::shared_ptr<Gate> gate, std::string name, std::vector<Result> objects)
-    : Counted(std::move(gate)), name_(std::move(name)), objects_(std::move(objects)) {}
-
-STDMETHODIMP Enumerator::QueryInterface(REFIID iid, void** out) {
-    if (!out) return E_POINTER;
-    *out = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IEnumVARIANT) return E_NOINTERFACE;
-    *out = static_cast<IEnumVARIANT*>(this);
-    AddRef();
-    return S_OK;
-}
-
-STDMETHODIMP Enumerator::Next(ULONG count, VARIANT* values, ULONG* fetched) {
-    if (!values || (count != 1 && !fetched)) return E_POINTER;
-    ULONG taken = 0;
-    for (ULONG i = 0; i < count; ++i) VariantInit(&values[i]);
-    const HRESULT answer = TheGate().Pass({
-        .member = [] { return std::string("Enumerator.Next"); },
-        .request = [this] { return Name() + ".Next"; },
-        .result = [&] { return " -> " + std::to_string(taken); },
-        .work = [&] { return Fetch(count, values, taken); },
-        .spoil = [](const Fault& fault) { return fault.kind == Fault::Kind::Empty ? S_FALSE : fault.code; },
-    });
-    if (fetched) *fetched = taken;
-    return answer;
-}
-
-HRESULT Enumerator::Fetch(ULONG count, VARIANT* values, ULONG& fetched) {
-    if (TheGate().Over() != S_OK) return TheGate().Over();
-    for (; fetched < count && next_ < objects_.size(); ++fetched, ++next_) {
-        values[fetched].vt = VT_DISPATCH;
-        values[fetched].pdispVal = objects_[next_].get();
-        objects_[next_]->AddRef();
-    }
-    return fetched == count ? S_OK : S_FALSE;
-}
-
-STDMETHODIMP Enumerator::Skip(ULONG count) {
-    const std::size_t left = objects_.size() - next_;
-    next_ += std::min<std::size_t>(count, left);
-    return count <= left ? S_OK : S_FALSE;
-}
-
-STDMETHODIMP Enumerator::Reset() {
-    next_ = 0;
-    return S_OK;
-}
-
-STDMETHODIMP Enumerator::Clone(IEnumVARIANT** out) {
-    if (!out) return E_POINTER;
-    auto* copy = new Enumerator(SharedGate(), name_, objects_);
-    copy->next_ = next_;
-    copy->AddRef();
-    *out = copy;
-    return S_OK;
-}
 
 }  // namespace standin

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "outlook/Face.h"
-#include "outlook/Outlook.h"
 #include "outlook/Pointers.h"
+#include "outlook/Terms.h"
 
 namespace standin {
 

@@ -1,8 +1,6 @@
 #include "outlook/Call.h"
 
-#include <algorithm>
-
-#include "outlook/Object.h"
+#include "outlook/Member.h"
 
 namespace standin {
 
@@ -43,17 +41,6 @@ std::wstring Value::Text() const {
     Value copy = *this;
     if (!copy.Become(VT_BSTR) || !copy.bstrVal) return {};
     return {copy.bstrVal, SysStringLen(copy.bstrVal)};
-}
-
-std::vector<std::string> ParameterNames(const Member& member) {
-    std::vector<std::string> names;
-    std::string text = member.parameters;
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t end = std::min(text.find(',', start), text.size());
-        names.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return names;
 }
 
 namespace {
@@ -133,10 +120,10 @@ void Call::Return(OfficeInt value) {
     result_->intVal = value.value;
 }
 
-void Call::Return(const Result& object) {
+void Call::Return(IDispatch* object) {
     if (!result_) return;
     result_->vt = VT_DISPATCH;
-    result_->pdispVal = object.get();
+    result_->pdispVal = object;
     if (object) object->AddRef();
 }
 

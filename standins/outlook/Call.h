@@ -9,13 +9,11 @@
 #include <oleauto.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
-
-#include "outlook/Pointers.h"
 
 namespace standin {
 
-class Object;
 struct Member;
 
 struct Failure {
@@ -56,7 +54,6 @@ struct OfficeInt {
 struct Date {
     double value;
 };
-using Result = Ref<Object>;  // VT_DISPATCH, NULL when empty
 
 class Call {
   public:
@@ -84,7 +81,7 @@ class Call {
     void Return(const std::wstring& text) { Return(Value::OfText(text)); }
     void Return(OfficeInt value);
     void Return(Date value) { Return(Value::OfDate(value.value)); }
-    void Return(const Result& object);
+    void Return(IDispatch* object);  // may be NULL; adds a reference for the caller
     void Return(const Value& value);
     void ReturnOutside(IUnknown* object);     // one that is not the stand-in's own: a picture, an add-in's object
     void ReturnEnumerator(IUnknown* object);  // takes over the reference

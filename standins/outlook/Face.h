@@ -8,7 +8,7 @@
 
 #include <memory>
 
-#include "outlook/Outlook.h"
+#include "outlook/Terms.h"
 
 namespace standin {
 

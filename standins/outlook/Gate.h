@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "outlook/Outlook.h"
 #include "outlook/Pointers.h"
+#include "outlook/Terms.h"
 
 namespace standin {
 
-class Session;
+class Host;
 class Gate;
 
 // Something that the outside can hold a reference to: counted apart from the references of the stand-in itself.
@@ -59,14 +59,14 @@ struct Visit {
 
 class Gate {
   public:
-    Gate(Session* session, int version) : session_(session), version_(version) {}
+    Gate(Host* host, int version) : host_(host), version_(version) {}
 
-    [[nodiscard]] Session& TheSession() const { return *session_; }
+    [[nodiscard]] Host& TheHost() const { return *host_; }
     [[nodiscard]] int Version() const { return version_; }
     // What every call returns once the session is over; S_OK while it runs.
     [[nodiscard]] HRESULT Over() const { return over_; }
     void End(HRESULT answer) { over_ = answer; }
-    void Forget() { session_ = nullptr; }
+    void Forget() { host_ = nullptr; }
 
     HRESULT Pass(const Visit& visit);
 
@@ -114,7 +114,7 @@ class Gate {
     const Fault* FaultFor(const Visit& visit);
     Fault hit_;
 
-    Session* session_;
+    Host* host_;
     int version_;
     HRESULT over_ = S_OK;
     std::map<unsigned long, Counted*> objects_;

@@ -1,5 +1,6 @@
 // outlook/Head.h: the members that every object of the Outlook library begins with.
 #pragma once
+#include "outlook/Handlers.h"
 #include "outlook/Object.h"
 
 namespace standin {

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "outlook/Session.h"
+#include "outlook/Host.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -182,7 +182,7 @@ HRESULT ItemObject::Gone() const {
     return deleted_ ? static_cast<HRESULT>(0x8004010A) : S_OK;
 }  // MAPI: the object was deleted
 
-Result ItemObject::ParentObject() { return folder_ ? Result(folder_) : Result(TheSession().store.Get(kind_.home)); }
+Result ItemObject::ParentObject() { return TheHost().Folder(folder_.value_or(kind_.home)); }
 
 const Member* ItemObject::FieldNamed(const std::string& name) const {
     const Member* member = kind_.type.Find(name, Version());
@@ -217,7 +217,7 @@ void ItemObject::SetField(DISPID id, const Value& value) {
     Derive(id);
     const Member* member = kind_.type.Find(id, Version());
     Raise(propertyChangeEvent, {EventArgument(Wide(member->name))});
-    TheSession().ContentsChanged();
+    TheHost().ContentsChanged();
 }
 
 // What Outlook fills in by itself.
@@ -246,12 +246,12 @@ void ItemObject::PutMessageClass(const std::wstring& messageClass) {
 
 Cancelled ItemObject::Save() {
     if (Ask(*this, writeEvent) == Cancelled::Yes) return Cancelled::Yes;
-    MarkSaved(folder_ ? folder_ : TheSession().store.Get(kind_.home));
-    TheSession().ContentsChanged();
+    MarkSaved(folder_.value_or(kind_.home));
+    TheHost().ContentsChanged();
     return Cancelled::No;
 }
 
-void ItemObject::MarkSaved(FolderObject* folder) {
+void ItemObject::MarkSaved(FolderKind folder) {
     if (entryId_.empty()) {
         wchar_t text[141];
         std::swprintf(text, 141, L"000000001A447390AA6611CD9BC800AA002FC45A0900%0*X%08X", 88, 0,
@@ -260,7 +260,7 @@ void ItemObject::MarkSaved(FolderObject* folder) {
     }
     if (folder_ != folder) {
         folder_ = folder;
-        folder->Add(this);
+        TheHost().PutInto(folder, *this);
     }
     saved_ = true;
     savedFields_ = fields_;
@@ -270,7 +270,7 @@ void ItemObject::MarkSaved(FolderObject* folder) {
 void ItemObject::Revert() {
     fields_ = savedFields_;
     saved_ = true;
-    TheSession().ContentsChanged();
+    TheHost().ContentsChanged();
 }
 
 void ItemObject::Delete() {
@@ -279,10 +279,9 @@ void ItemObject::Delete() {
     Raise(beforeDeleteEvent, {EventArgument(this), EventArgument(&cancel)});
     if (cancel != VARIANT_FALSE) return;
     Revert();
-    if (WindowObject* window = TheSession().InspectorOf(this)) TheSession().Close(window, SaveMode::Discard);
+    TheHost().CloseWindowOf(*this, SaveMode::Discard);
     deleted_ = true;
-    if (folder_) folder_->Remove(this);
-    TheSession().Forget(this);
+    TheHost().Forget(*this);
 }
 
 Cancelled ItemObject::AskOpen() {
@@ -305,17 +304,14 @@ void ItemObject::RefuseInClose() const {
         RefuseWords(E_FAIL, L"The item's properties and methods cannot be used inside this event procedure.");
 }
 
-Result ItemObject::GetInspector() { return TheSession().InspectorFor(this); }
+Result ItemObject::GetInspector() { return TheHost().WindowFor(*this); }
 
 void ItemObject::CallClose(Call& call) {
     RefuseInClose();
     const long mode = call.Long(0);
     if (mode < 0 || mode > 2) Refuse(E_INVALIDARG);
-    Session& session = TheSession();
-    if (WindowObject* window = session.InspectorOf(this))
-        session.Close(window, static_cast<SaveMode>(mode));
-    else
-        session.SettleChanges(this, static_cast<SaveMode>(mode));
+    if (!TheHost().CloseWindowOf(*this, static_cast<SaveMode>(mode)))
+        TheHost().SettleChanges(*this, static_cast<SaveMode>(mode));
 }
 
 void ItemObject::CallDelete() {
@@ -323,16 +319,12 @@ void ItemObject::CallDelete() {
     Delete();
 }
 
-void ItemObject::CallDisplay(Call&) { TheSession().Display(this); }
+void ItemObject::CallDisplay(Call&) { TheHost().Display(*this); }
 
 void ItemObject::CallSave() { Save(); }
 
 void ItemObject::CallSend() {
-    Session& session = TheSession();
-    if (WindowObject* window = session.InspectorOf(this))
-        session.Send(window);
-    else if (AskSend() == Cancelled::No)
-        MarkSaved(session.store.Get(FolderKind::SentMail));
+    if (!TheHost().SendFromWindowOf(*this) && AskSend() == Cancelled::No) MarkSaved(FolderKind::SentMail);
 }
 
 }  // namespace standin

@@ -2,12 +2,11 @@
 // over saved to deleted, and their events.
 #pragma once
 #include <map>
+#include <optional>
 
 #include "outlook/Head.h"
 
 namespace standin {
-
-class FolderObject;
 
 // What the classes of items differ in.
 struct ItemKind {
@@ -43,14 +42,14 @@ class ItemObject : public OutlookObject {
     // Throws Failure for a name that the class has not, or a text that does not read as the field's type.
     void SetFieldText(const std::string& name, const std::wstring& text);
 
-    Cancelled Save();                      // Write; into its home folder when it is in none
-    void MarkSaved(FolderObject* folder);  // without events
-    void Revert();                         // to what was saved last
-    void Delete();                         // with its window
-    Cancelled AskOpen();                   // Read (once), Open
-    Cancelled AskClose();                  // Close
-    Cancelled AskSend();                   // Send
-    bool inClose = false;                  // inside a Close event of it or of its window
+    Cancelled Save();                   // Write; into its home folder when it is in none
+    void MarkSaved(FolderKind folder);  // without events
+    void Revert();                      // to what was saved last
+    void Delete();                      // with its window
+    Cancelled AskOpen();                // Read (once), Open
+    Cancelled AskClose();               // Close
+    Cancelled AskSend();                // Send
+    bool inClose = false;               // inside a Close event of it or of its window
 
     // Members
     std::wstring GetEntryId() { return entryId_; }
@@ -78,7 +77,7 @@ class ItemObject : public OutlookObject {
     bool saved_ = true, deleted_ = false, read_ = false;  // a new item has no changes yet, and no entry id
     double created_ = 0, modified_ = 0;
     std::map<DISPID, Value> fields_, savedFields_;
-    FolderObject* folder_ = nullptr;
+    std::optional<FolderKind> folder_;  // none until it is first saved
 };
 
 }  // namespace standin

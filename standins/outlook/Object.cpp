@@ -4,31 +4,11 @@
 
 #include <algorithm>
 
-#include "outlook/Session.h"
+#include "outlook/Host.h"
 #include "outlook/TypeInfo.h"
 #include "outlook/Words.h"
 
 namespace standin {
-
-// --- tables ---
-
-std::string TypeDescription::PlainName() const { return interfaceName[0] == '_' ? interfaceName + 1 : interfaceName; }
-
-const Member* TypeDescription::Find(std::string_view name, int version) const {
-    for (const Members table : tables)
-        for (const Member& member : table)
-            if (member.since <= version && SameName(member.name, name)) return &member;
-    return nullptr;
-}
-
-const Member* TypeDescription::Find(DISPID id, WORD flags, int version) const {
-    for (const Members table : tables)
-        for (const Member& member : table)
-            if (member.since <= version && member.id == id && (member.kinds & flags) != 0) return &member;
-    return nullptr;
-}
-
-const Member* TypeDescription::Find(DISPID id, int version) const { return Find(id, 0xFFFF, version); }
 
 // --- texts for the transcript ---
 
@@ -117,8 +97,8 @@ EventArgument::EventArgument(VARIANT_BOOL* cancel) : text("Cancel") {
 Object::Object(std::shared_ptr<Gate> gate) : Counted(std::move(gate)) {}
 Object::~Object() = default;
 
-Result Object::GetApplication() { return TheSession().ApplicationObject(); }
-Result Object::GetSession() { return TheSession().NameSpaceObject(); }
+Result Object::GetApplication() { return TheHost().Application(); }
+Result Object::GetSession() { return TheHost().NameSpace(); }
 
 STDMETHODIMP Object::QueryInterface(REFIID iid, void** out) {
     if (!out) return E_POINTER;
@@ -172,7 +152,7 @@ STDMETHODIMP Object::GetTypeInfo(UINT index, LCID, ITypeInfo** out) {
         .work =
             [this, index, out] {
                 if (index != 0) return DISP_E_BADINDEX;
-                auto* info = new TypeInfo(*this);
+                auto* info = new TypeInfo(SharedGate(), Type(), Version());
                 info->AddRef();
                 *out = info;
                 return S_OK;

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "outlook/Call.h"
 #include "outlook/Gate.h"
 #include "outlook/Member.h"
 
@@ -40,7 +41,7 @@ class Object : public Counted, public IDispatch, public IConnectionPointContaine
     [[nodiscard]] virtual HRESULT Gone() const { return S_OK; }
     [[nodiscard]] virtual bool HasFrame() const { return false; }
     [[nodiscard]] virtual HWND Frame() const { return nullptr; }
-    [[nodiscard]] Session& TheSession() const { return TheGate().TheSession(); }
+    [[nodiscard]] Host& TheHost() const { return TheGate().TheHost(); }
     [[nodiscard]] int Version() const { return TheGate().Version(); }
 
     // Calls the sinks of this object, in the order in which they were advised. How many were called.
@@ -118,6 +119,16 @@ class ConnectionPoint : public Counted, public IConnectionPoint {
     const EventSet& set_;
     std::vector<Advised> sinks_;
 };
+
+// The object of the stand-in that `pointer` is, when it is a T; null for anything else.
+template <class T>
+T* Ours(const Gate& gate, const IUnknown* pointer) {
+    for (const auto& [serial, counted] : gate.Objects()) {
+        T* object = dynamic_cast<T*>(counted);
+        if (object && static_cast<IDispatch*>(object) == pointer) return object;
+    }
+    return nullptr;
+}
 
 // Fills `exception` (may be null) as Outlook does and returns DISP_E_EXCEPTION.
 HRESULT FillException(EXCEPINFO* exception, HRESULT scode, const wchar_t* description, bool deferred);

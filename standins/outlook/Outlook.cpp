@@ -117,7 +117,7 @@ Ending Outlook::HowItEnded() const { return session_->HowItEnded(); }
 int Outlook::Version() const { return session_->options.version; }
 
 IDispatch* Outlook::Application() {
-    const Result application = session_->ApplicationObject();
+    const Result application = session_->Application();
     application->AddRef();
     return application.get();
 }
@@ -128,7 +128,7 @@ Window Outlook::OpenExplorer(FolderKind folder) {
     MustRun(*session_);
     session_->gate->Action("open an Explorer");
     const Ref<ExplorerObject> explorer = session_->NewExplorer(session_->store.Get(folder));
-    session_->Show(explorer.get());
+    session_->Show(*explorer);
     return {explorer->Number()};
 }
 
@@ -136,28 +136,28 @@ Window Outlook::OpenInspector(Item item) {
     MustRun(*session_);
     ItemObject& opened = ItemOf(*session_, item);
     session_->gate->Action("open " + opened.Name());
-    const Ref<InspectorObject> inspector = session_->Display(&opened);
+    const Ref<InspectorObject> inspector = session_->Open(&opened);
     return {inspector ? inspector->Number() : 0};
 }
 
 void Outlook::Activate(Window window) {
     session_->gate->Action("activate " + WindowOf(*session_, window).Name());
-    session_->Activate(&WindowOf(*session_, window));
+    session_->Activate(WindowOf(*session_, window));
 }
 
 void Outlook::Deactivate(Window window) {
     session_->gate->Action("deactivate " + WindowOf(*session_, window).Name());
-    session_->Deactivate(&WindowOf(*session_, window));
+    session_->Deactivate(WindowOf(*session_, window));
 }
 
 bool Outlook::CloseWindow(Window window, SaveMode mode) {
     session_->gate->Action("close " + WindowOf(*session_, window).Name());
-    return session_->Close(&WindowOf(*session_, window), mode);
+    return session_->Close(WindowOf(*session_, window), mode);
 }
 
 bool Outlook::SendMail(Window window) {
     session_->gate->Action("send from " + WindowOf(*session_, window).Name());
-    return session_->Send(&WindowOf(*session_, window));
+    return session_->Send(WindowOf(*session_, window));
 }
 
 std::vector<Window> Outlook::Windows() const {
@@ -186,7 +186,7 @@ void Outlook::SetFrame(Window window, HWND frame) { WindowOf(*session_, window).
 bool Outlook::SwitchFolder(Window explorer, FolderKind folder) {
     FolderObject* next = session_->store.Get(folder);
     session_->gate->Action("switch to " + next->Name());
-    return session_->SwitchFolder(&ExplorerOf(*session_, explorer), next);
+    return session_->SwitchFolder(ExplorerOf(*session_, explorer), *next);
 }
 
 void Outlook::Select(Window explorer, const std::vector<Item>& items) {
@@ -203,7 +203,7 @@ Item Outlook::AddItem(FolderKind folder, const Fields& fields) {
 
 Item Outlook::AddItem(FolderKind folder, ItemClass itemClass, const Fields& fields) {
     const Item item = NewItem(itemClass, fields);
-    ItemOf(*session_, item).MarkSaved(session_->store.Get(folder));
+    ItemOf(*session_, item).MarkSaved(folder);
     session_->ContentsChanged();
     return item;
 }

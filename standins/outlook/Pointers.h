@@ -67,4 +67,7 @@ class Theirs {
     T* object_ = nullptr;
 };
 
+class Object;
+using Result = Ref<Object>;  // what a member returns as VT_DISPATCH, NULL when empty
+
 }  // namespace standin

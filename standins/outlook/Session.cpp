@@ -14,8 +14,8 @@ Session::Session(const Options& given)
     if (given.savedBars) *saved = *given.savedBars;
     gate->onReturn = [this] { Settle(); };
     gate->failuresAsExceptions = given.failures == Failures::AsExceptions;
-    application_ = Make<standin::ApplicationObject>(gate);
-    nameSpace_ = Make<standin::NameSpaceObject>(gate);
+    application_ = Make<ApplicationObject>(gate);
+    nameSpace_ = Make<NameSpaceObject>(gate);
     explorers = Make<ExplorersObject>(gate);
     inspectors = Make<InspectorsObject>(gate);
     store.Fill(gate);
@@ -29,8 +29,8 @@ Session::~Session() {
     gate->Forget();
 }
 
-Result Session::ApplicationObject() { return application_; }
-Result Session::NameSpaceObject() { return nameSpace_; }
+Result Session::Application() { return application_; }
+Result Session::NameSpace() { return nameSpace_; }
 
 // --- start and end ---
 
@@ -45,7 +45,7 @@ void Session::Start() {
     application_->Raise(events::Startup);
     application_->Raise(events::LogonComplete);
     starting_ = false;
-    if (options.startedBy == StartedBy::User && !windows_.empty()) Show(windows_.front().get());
+    if (options.startedBy == StartedBy::User && !windows_.empty()) Show(*windows_.front());
 }
 
 Ending Session::Quit() {
@@ -54,7 +54,7 @@ Ending Session::Quit() {
     quitting_ = true;
     const std::vector<Ref<WindowObject>> all(windows_.rbegin(), windows_.rend());
     for (const Ref<WindowObject>& window : all) {
-        if (Close(window.get(), SaveMode::Prompt)) continue;
+        if (Close(*window, SaveMode::Prompt)) continue;
         quitting_ = false;
         return ending_;
     }
@@ -157,102 +157,102 @@ Ref<InspectorObject> Session::InspectorFor(ItemObject* item) {
     return inspector;
 }
 
-Ref<InspectorObject> Session::Display(ItemObject* item) {
+Ref<InspectorObject> Session::Open(ItemObject* item) {
     const Turn turn(*this);
     const Ref<InspectorObject> inspector = InspectorFor(item);
     if (!inspector->shown && item->AskOpen() == Cancelled::Yes) {
-        TakeOff(inspector.get());
+        TakeOff(*inspector);
         return {};
     }
-    Show(inspector.get());
+    Show(*inspector);
     return inspector->gone ? Ref<InspectorObject>() : inspector;
 }
 
-void Session::Show(WindowObject* window) {
+void Session::Show(WindowObject& window) {
     const Turn turn(*this);
-    const Ref<WindowObject> alive(window);
-    if (window->gone) return;
-    if (!window->shown) {
-        window->shown = true;
-        order_.push_back(window->Number());
-        if (watcher) watcher->WindowShown({window->Number()});
+    const Ref<WindowObject> alive(&window);
+    if (window.gone) return;
+    if (!window.shown) {
+        window.shown = true;
+        order_.push_back(window.Number());
+        if (watcher) watcher->WindowShown({window.Number()});
     }
     Activate(window);
 }
 
-void Session::Activate(WindowObject* window) {
+void Session::Activate(WindowObject& window) {
     const Turn turn(*this);
-    const Ref<WindowObject> alive(window);
-    if (window->gone || !window->shown || active_ == window->Number()) return;
-    if (WindowObject* former = FindWindow(active_)) Deactivate(former);
-    if (window->gone) return;
-    active_ = window->Number();
+    const Ref<WindowObject> alive(&window);
+    if (window.gone || !window.shown || active_ == window.Number()) return;
+    if (WindowObject* former = FindWindow(active_)) Deactivate(*former);
+    if (window.gone) return;
+    active_ = window.Number();
     std::erase(order_, active_);
     order_.push_back(active_);
     if (watcher) watcher->WindowActivated({active_});
-    window->Raise(events::Activate);
+    window.Raise(events::Activate);
 }
 
-void Session::Deactivate(WindowObject* window) {
+void Session::Deactivate(WindowObject& window) {
     const Turn turn(*this);
-    if (active_ != window->Number()) return;
+    if (active_ != window.Number()) return;
     active_ = 0;
-    window->Raise(events::Deactivate);
+    window.Raise(events::Deactivate);
 }
 
-bool Session::SettleChanges(ItemObject* item, SaveMode mode) {
+bool Session::SettleChanges(ItemObject& item, SaveMode mode) {
     const Turn turn(*this);
     if (mode == SaveMode::Prompt) {
-        if (item->IsSaved()) return true;
+        if (item.IsSaved()) return true;
         if (options.prompted == Prompted::Cancel) return false;
         mode = options.prompted == Prompted::Yes ? SaveMode::Save : SaveMode::Discard;
     }
     if (mode == SaveMode::Discard)
-        item->Revert();
-    else if (!item->IsSaved() || item->EntryId().empty())
-        return item->Save() == Cancelled::No;
+        item.Revert();
+    else if (!item.IsSaved() || item.EntryId().empty())
+        return item.Save() == Cancelled::No;
     return true;
 }
 
-bool Session::Close(WindowObject* window, SaveMode mode) {
+bool Session::Close(WindowObject& window, SaveMode mode) {
     const Turn turn(*this);
-    const Ref<WindowObject> alive(window);
-    if (window->gone || window->closing) return true;
-    window->closing = true;
-    auto* inspector = dynamic_cast<InspectorObject*>(window);
-    if (inspector && (!SettleChanges(inspector->item.get(), mode) || inspector->item->AskClose() == Cancelled::Yes)) {
-        window->closing = false;
+    const Ref<WindowObject> alive(&window);
+    if (window.gone || window.closing) return true;
+    window.closing = true;
+    auto* inspector = dynamic_cast<InspectorObject*>(&window);
+    if (inspector && (!SettleChanges(*inspector->item, mode) || inspector->item->AskClose() == Cancelled::Yes)) {
+        window.closing = false;
         return false;
     }
     if (inspector) inspector->item->inClose = true;
     if (options.closingWindow == ClosingWindow::NotCounted)
-        std::erase_if(windows_, [&](const auto& held) { return held.get() == window; });
-    if (window->shown && !(inspector && inspector->sentInOld)) window->Raise(events::Close);
+        std::erase_if(windows_, [&](const auto& held) { return held.get() == &window; });
+    if (window.shown && !(inspector && inspector->sentInOld)) window.Raise(events::Close);
     if (inspector) inspector->item->inClose = false;
     TakeOff(window);
     if (Running() && !quitting_ && !AnyShown()) QuitSoon();
     return true;
 }
 
-void Session::TakeOff(WindowObject* window) {
-    std::erase_if(windows_, [&](const auto& held) { return held.get() == window; });
-    std::erase(order_, window->Number());
-    SaveBars(*window);
-    window->bars.MarkGone();
-    window->gone = true;
-    if (watcher) watcher->WindowClosed({window->Number()});
-    if (active_ != window->Number()) return;
+void Session::TakeOff(WindowObject& window) {
+    std::erase_if(windows_, [&](const auto& held) { return held.get() == &window; });
+    std::erase(order_, window.Number());
+    SaveBars(window);
+    window.bars.MarkGone();
+    window.gone = true;
+    if (watcher) watcher->WindowClosed({window.Number()});
+    if (active_ != window.Number()) return;
     active_ = 0;
     if (order_.empty() || quitting_) return;
-    if (WindowObject* next = FindWindow(order_.back())) Activate(next);
+    if (WindowObject* next = FindWindow(order_.back())) Activate(*next);
 }
 
-bool Session::Send(WindowObject* window) {
+bool Session::Send(WindowObject& window) {
     const Turn turn(*this);
-    const Ref<WindowObject> alive(window);
-    auto* inspector = dynamic_cast<InspectorObject*>(window);
+    const Ref<WindowObject> alive(&window);
+    auto* inspector = dynamic_cast<InspectorObject*>(&window);
     if (!inspector || inspector->item->AskSend() == Cancelled::Yes) return false;
-    inspector->item->MarkSaved(store.Get(FolderKind::SentMail));
+    inspector->item->MarkSaved(FolderKind::SentMail);
     inspector->sentInOld = options.version == 9;
     return Close(window, SaveMode::Save);
 }
@@ -261,7 +261,10 @@ bool Session::AnyShown() const {
     return std::any_of(windows_.begin(), windows_.end(), [](const auto& window) { return window->shown; });
 }
 
-Result Session::TopWindow(const std::function<bool(const WindowObject&)>& fits) const {
+Result Session::TopWindow(WindowKind kind) const {
+    const auto fits = [kind](const WindowObject& window) {
+        return kind == WindowKind::Any || window.IsExplorer() == (kind == WindowKind::Explorer);
+    };
     for (auto number = order_.rbegin(); number != order_.rend(); ++number) {
         WindowObject* window = FindWindow(*number);
         if (window && fits(*window)) return window;
@@ -271,19 +274,36 @@ Result Session::TopWindow(const std::function<bool(const WindowObject&)>& fits) 
     return {};
 }
 
+Result Session::CommandBarsOf(WindowObject& window) {
+    if (!window.commandBars) window.commandBars = Make<CommandBarsObject>(window);
+    return window.commandBars;
+}
+
+bool Session::CloseWindowOf(ItemObject& item, SaveMode mode) {
+    WindowObject* window = InspectorOf(&item);
+    if (window) Close(*window, mode);
+    return window != nullptr;
+}
+
+bool Session::SendFromWindowOf(ItemObject& item) {
+    WindowObject* window = InspectorOf(&item);
+    if (window) Send(*window);
+    return window != nullptr;
+}
+
 // --- folders and items ---
 
-bool Session::SwitchFolder(ExplorerObject* explorer, FolderObject* folder) {
+bool Session::SwitchFolder(ExplorerObject& explorer, FolderObject& folder) {
     const Turn turn(*this);
-    const Ref<ExplorerObject> alive(explorer);
-    if (explorer->folder.get() == folder) return true;
-    if (!explorer->AskFolderSwitch(folder)) return false;
-    if (explorer->gone) return false;
-    explorer->folder = folder;
-    explorer->SelectFirst();
+    const Ref<ExplorerObject> alive(&explorer);
+    if (explorer.folder.get() == &folder) return true;
+    if (!explorer.AskFolderSwitch(&folder)) return false;
+    if (explorer.gone) return false;
+    explorer.folder = &folder;
+    explorer.SelectFirst();
     ContentsChanged();
-    explorer->Raise(events::FolderSwitch);
-    if (!explorer->gone && explorer->folder->HasItems()) explorer->Raise(events::SelectionChange);
+    explorer.Raise(events::FolderSwitch);
+    if (!explorer.gone && explorer.folder->HasItems()) explorer.Raise(events::SelectionChange);
     return true;
 }
 
@@ -307,16 +327,17 @@ ItemObject* Session::FindItem(int number) const {
     return found == items_.end() ? nullptr : found->second.get();
 }
 
-ItemObject* Session::FindByEntryId(const std::wstring& entryId) const {
+Result Session::ItemByEntryId(const std::wstring& entryId) const {
     for (const auto& [number, item] : items_)
-        if (!item->IsDeleted() && !entryId.empty() && item->EntryId() == entryId) return item.get();
-    return nullptr;
+        if (!item->IsDeleted() && !entryId.empty() && item->EntryId() == entryId) return item;
+    return {};
 }
 
-void Session::Forget(const ItemObject* item) {
+void Session::Forget(ItemObject& item) {
+    store.TakeOut(&item);
     for (const Ref<WindowObject>& window : windows_)
         if (auto* explorer = dynamic_cast<ExplorerObject*>(window.get()))
-            std::erase_if(explorer->selection, [&](const auto& held) { return held.get() == item; });
+            std::erase_if(explorer->selection, [&](const auto& held) { return held.get() == &item; });
     ContentsChanged();
 }
 

@@ -3,7 +3,6 @@
 //
 // Errors  Actions throw nothing; what they are asked of objects that are gone does nothing.
 #pragma once
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -12,6 +11,7 @@
 #include "outlook/AddIns.h"
 #include "outlook/Bars.h"
 #include "outlook/Gate.h"
+#include "outlook/Host.h"
 #include "outlook/Store.h"
 #include "outlook/WindowObjects.h"
 
@@ -20,12 +20,10 @@ namespace standin {
 class ApplicationObject;
 class NameSpaceObject;
 
-class Session {
+class Session : public Host {
   public:
     explicit Session(const Options& given);
-    ~Session();
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
+    ~Session() override;
 
     Options options;
     std::shared_ptr<Gate> gate;
@@ -39,7 +37,7 @@ class Session {
     // --- life ---
     void Start();
     Ending Quit();
-    void QuitSoon() { quitWanted_ = true; }  // for a client: once its call has returned
+    void QuitSoon() override { quitWanted_ = true; }
     // One action of the host. The session ends with the last of them, never inside an event or a call of an add-in.
     class Turn {
       public:
@@ -58,44 +56,60 @@ class Session {
     void EndProcess(HRESULT answer);
     [[nodiscard]] Ending HowItEnded() const { return ending_; }
     [[nodiscard]] bool Started() const { return started_; }
-    Result ApplicationObject();
-    Result NameSpaceObject();
+    [[nodiscard]] const Options& TheOptions() const override { return options; }
+    Result Application() override;
+    Result NameSpace() override;
+    Result Explorers() override { return explorers; }
+    Result Inspectors() override { return inspectors; }
+    AddInList& AddIns() override { return *addIns; }
+    Store& Mailbox() override { return store; }
 
     // --- windows ---
-    [[nodiscard]] const std::vector<Ref<WindowObject>>& Windows() const { return windows_; }
+    [[nodiscard]] const std::vector<Ref<WindowObject>>& Windows() const override { return windows_; }
     [[nodiscard]] WindowObject* FindWindow(int number) const;  // null when it is gone
     Ref<ExplorerObject> NewExplorer(FolderObject* folder);     // hidden; raises NewExplorer
     Ref<InspectorObject> InspectorFor(ItemObject* item);       // the one it has, or a new hidden one
     InspectorObject* InspectorOf(const ItemObject* item) const;
-    Ref<InspectorObject> Display(ItemObject* item);  // null when a sink refused
-    void Show(WindowObject* window);
-    void Activate(WindowObject* window);
-    void Deactivate(WindowObject* window);
-    bool Close(WindowObject* window, SaveMode mode);
-    bool Send(WindowObject* window);
-    bool SettleChanges(ItemObject* item, SaveMode mode);  // saves or reverts; false: cancelled
+    Ref<InspectorObject> Open(ItemObject* item);  // and shows it; null when a sink refused
+    Result ExplorerFor(FolderObject& folder) override { return NewExplorer(&folder); }
+    Result WindowFor(ItemObject& item) override { return InspectorFor(&item); }
+    Result CommandBarsOf(WindowObject& window) override;
+    void Show(WindowObject& window) override;
+    void Show(FolderObject& folder) override { Show(*NewExplorer(&folder)); }
+    void Display(ItemObject& item) override { Open(&item); }
+    void Activate(WindowObject& window) override;
+    void Deactivate(WindowObject& window);
+    bool Close(WindowObject& window, SaveMode mode) override;
+    bool Send(WindowObject& window);
     [[nodiscard]] int ActiveNumber() const { return active_; }
-    Result TopWindow(const std::function<bool(const WindowObject&)>& fits) const;
+    [[nodiscard]] Result TopWindow(WindowKind kind) const override;
 
     // --- folders, items ---
-    bool SwitchFolder(ExplorerObject* explorer, FolderObject* folder);
+    bool SwitchFolder(ExplorerObject& explorer, FolderObject& folder) override;
     void Select(ExplorerObject* explorer, const std::vector<Ref<ItemObject>>& items);
     ItemObject* CreateItem(const ItemKind& kind);
     [[nodiscard]] ItemObject* FindItem(int number) const;
-    [[nodiscard]] ItemObject* FindByEntryId(const std::wstring& entryId) const;
-    void Forget(const ItemObject* item);
+    Result NewItem(const ItemKind& kind) override { return CreateItem(kind); }
+    [[nodiscard]] Result ItemByEntryId(const std::wstring& entryId) const override;
+    [[nodiscard]] Result Folder(FolderKind kind) const override { return store.Get(kind); }
+    [[nodiscard]] Result DefaultFolder(long number) const override { return store.Find(number); }
+    void PutInto(FolderKind folder, ItemObject& item) override { store.Put(folder, &item); }
+    void Forget(ItemObject& item) override;
+    bool CloseWindowOf(ItemObject& item, SaveMode mode) override;
+    bool SendFromWindowOf(ItemObject& item) override;
+    bool SettleChanges(ItemObject& item, SaveMode mode) override;
 
     // --- bars ---
-    int NextInstance() { return ++lastInstance_; }
+    int NextInstance() override { return ++lastInstance_; }
     [[nodiscard]] std::pair<WindowObject*, ControlPointer> FindControl(int instance) const;
-    ClickResult Click(WindowObject& window, const ControlPointer& control);
-    [[nodiscard]] ControlPointer ActionControl() const { return action_; }
+    ClickResult Click(WindowObject& window, const ControlPointer& control) override;
+    [[nodiscard]] ControlPointer ActionControl() const override { return action_; }
     std::shared_ptr<SavedBars> saved;
 
-    void BarsChanged(const WindowObject& window) const {
+    void BarsChanged(const WindowObject& window) const override {
         if (watcher) watcher->BarsChanged({window.Number()});
     }
-    void ContentsChanged() const {
+    void ContentsChanged() const override {
         if (watcher) watcher->ContentsChanged();
     }
 
@@ -104,14 +118,14 @@ class Session {
     Ref<T> AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments);
     void RestoreBars(WindowObject& window);
     void SaveBars(const WindowObject& window);
-    void TakeOff(WindowObject* window);
+    void TakeOff(WindowObject& window);
     [[nodiscard]] bool AnyShown() const;
     void EndSession();
     void Settle();  // ends the session when it is to end, and now is the time
     [[nodiscard]] bool Running() const { return started_ && ending_ == Ending::StillRunning; }
 
-    Ref<standin::ApplicationObject> application_;
-    Ref<standin::NameSpaceObject> nameSpace_;
+    Ref<ApplicationObject> application_;
+    Ref<NameSpaceObject> nameSpace_;
     std::vector<Ref<WindowObject>> windows_;
     std::vector<int> order_;  // shown windows, the front one last
     std::map<int, Ref<ItemObject>> items_;

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "outlook/Session.h"
+#include "outlook/Host.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -67,12 +67,10 @@ std::string FolderObject::Name() const { return "MAPIFolder " + Quoted(Ansi(name
 
 Result FolderObject::ParentObject() {
     if (kind_ == FolderKind::OutlookToday) return GetSession();
-    return TheSession().store.Get(FolderKind::OutlookToday);
+    return TheHost().Mailbox().Get(FolderKind::OutlookToday);
 }
 
 void FolderObject::Add(ItemObject* item) {
-    for (const auto& [kind, folder] : TheSession().store.All())
-        if (folder.get() != this) folder->Remove(item);
     if (std::none_of(items_.begin(), items_.end(), [&](const auto& held) { return held.get() == item; }))
         items_.push_back(item);
 }
@@ -100,8 +98,8 @@ long FolderObject::GetUnread() {
                                            [](const auto& item) { return item->FieldText("UnRead") == L"True"; }));
 }
 
-void FolderObject::CallDisplay() { TheSession().Show(TheSession().NewExplorer(this).get()); }
-Result FolderObject::CallGetExplorer() { return TheSession().NewExplorer(this); }
+void FolderObject::CallDisplay() { TheHost().Show(*this); }
+Result FolderObject::CallGetExplorer() { return TheHost().ExplorerFor(*this); }
 
 const TypeDescription& ItemsObject::Type() const {
     static const TypeDescription type{"_Items", OfficeGuid(0x00063041), {headMembers, itemsMembers}, itemsEvents};
@@ -115,7 +113,7 @@ Result ItemsObject::CallItem(Call& call) {
 Result ItemsObject::CallAdd(Call& call) {
     const ItemKind* kind = KindOfType(call.LongOr(0, folder_->GetDefaultItemType()));
     if (!kind) Refuse(E_INVALIDARG);
-    return TheSession().CreateItem(*kind);
+    return TheHost().NewItem(*kind);
 }
 
 const TypeDescription& FoldersObject::Type() const {
@@ -127,7 +125,7 @@ std::vector<Ref<FolderObject>> FoldersObject::Contents() const {
     std::vector<Ref<FolderObject>> contents;
     if (parent_->Kind() != FolderKind::OutlookToday) return contents;
     for (const KnownFolder& folder : known)
-        if (folder.kind != FolderKind::OutlookToday) contents.push_back(TheSession().store.Get(folder.kind));
+        if (folder.kind != FolderKind::OutlookToday) contents.push_back(TheHost().Mailbox().Get(folder.kind));
     return contents;
 }
 
@@ -142,6 +140,17 @@ Result FoldersObject::CallItem(Call& call) {
 void Store::Fill(const std::shared_ptr<Gate>& gate) {
     for (const KnownFolder& folder : known)
         folders_[folder.kind] = Make<FolderObject>(gate, folder.kind, folder.name, folder.itemClass);
+}
+
+void Store::Put(FolderKind kind, ItemObject* item) {
+    FolderObject* target = Get(kind);
+    for (const auto& [other, folder] : folders_)
+        if (folder.get() != target) folder->Remove(item);
+    target->Add(item);
+}
+
+void Store::TakeOut(const ItemObject* item) {
+    for (const auto& [kind, folder] : folders_) folder->Remove(item);
 }
 
 FolderObject* Store::Get(FolderKind kind) const { return folders_.at(kind).get(); }

@@ -21,7 +21,7 @@ class FolderObject : public OutlookObject {
     [[nodiscard]] ItemClass DefaultClass() const { return itemClass_; }
     [[nodiscard]] bool HasItems() const { return kind_ != FolderKind::OutlookToday; }
     [[nodiscard]] const std::vector<Ref<ItemObject>>& Contents() const { return items_; }
-    void Add(ItemObject* item);  // out of its former folder
+    void Add(ItemObject* item);
     void Remove(const ItemObject* item);
 
     long GetDefaultItemType() { return KindOf(itemClass_).creatable; }
@@ -84,7 +84,8 @@ class Store {
     void Fill(const std::shared_ptr<Gate>& gate);
     [[nodiscard]] FolderObject* Get(FolderKind kind) const;  // throws std::out_of_range
     [[nodiscard]] FolderObject* Find(long number) const;     // by OlDefaultFolders; null when there is none
-    [[nodiscard]] const std::map<FolderKind, Ref<FolderObject>>& All() const { return folders_; }
+    void Put(FolderKind kind, ItemObject* item);             // out of its former folder
+    void TakeOut(const ItemObject* item);
     void Clear() { folders_.clear(); }
 
   private:

@@ -1,13 +1,22 @@
 // outlook/TypeInfo.h: as much type information as tells what an object is: its interface's name, id and member names.
 #pragma once
-#include "outlook/Object.h"
+#include <windows.h>
+
+#include <oaidl.h>
+
+#include <memory>
+#include <string>
+
+#include "outlook/Gate.h"
+#include "outlook/Member.h"
 
 namespace standin {
 
 class TypeInfo : public Counted, public ITypeInfo {
   public:
-    explicit TypeInfo(Object& object)
-        : Counted(object.SharedGate()), type_(object.Type()), version_(object.Version()) {}
+    // `type` outlives every object of its kind.
+    TypeInfo(std::shared_ptr<Gate> gate, const TypeDescription& type, int version)
+        : Counted(std::move(gate)), type_(type), version_(version) {}
 
     [[nodiscard]] std::string Name() const override {
         return "type information of " + std::string(type_.interfaceName);

@@ -1,7 +1,6 @@
 #include "outlook/WindowObjects.h"
 
-#include "outlook/BarObjects.h"
-#include "outlook/Session.h"
+#include "outlook/Host.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -79,13 +78,12 @@ WindowObject::WindowObject(std::shared_ptr<Gate> gate, int number) : OutlookObje
 
 Result WindowObject::GetCommandBars() {
     if (bars.bars.empty()) RefuseWords(E_FAIL, L"The command bars of a note cannot be used.");
-    if (!commandBars) commandBars = Make<CommandBarsObject>(*this);
-    return commandBars;
+    return TheHost().CommandBarsOf(*this);
 }
 
 void WindowObject::CallActivate() {
     if (!shown) Refuse(E_FAIL);
-    TheSession().Activate(this);
+    TheHost().Activate(*this);
 }
 
 void WindowObject::PutState(long value) {
@@ -118,11 +116,11 @@ bool ExplorerObject::AskFolderSwitch(FolderObject* next) {
 void ExplorerObject::PutFolder(IDispatch* next) {
     FolderObject* known = Ours<FolderObject>(TheGate(), next);
     if (!known) Refuse(DISP_E_TYPEMISMATCH);
-    TheSession().SwitchFolder(this, known);
+    TheHost().SwitchFolder(*this, *known);
 }
 
-void ExplorerObject::CallClose() { TheSession().Close(this, SaveMode::Prompt); }
-void ExplorerObject::CallDisplay() { TheSession().Show(this); }
+void ExplorerObject::CallClose() { TheHost().Close(*this, SaveMode::Prompt); }
+void ExplorerObject::CallDisplay() { TheHost().Show(*this); }
 std::wstring ExplorerObject::GetCaption() { return folder->Title() + L" - Microsoft Outlook"; }
 Result ExplorerObject::GetSelection() { return Make<SelectionObject>(*this); }
 
@@ -151,10 +149,10 @@ void InspectorObject::CallClose(Call& call) {
     if (item->inClose) Refuse(E_FAIL);
     const long mode = call.Long(0);
     if (mode < 0 || mode > 2) Refuse(E_INVALIDARG);
-    TheSession().Close(this, static_cast<SaveMode>(mode));
+    TheHost().Close(*this, static_cast<SaveMode>(mode));
 }
 
-void InspectorObject::CallDisplay(Call&) { TheSession().Display(item.get()); }
+void InspectorObject::CallDisplay(Call&) { TheHost().Display(*item); }
 
 std::wstring InspectorObject::GetCaption() {
     const std::wstring subject = item->FieldText("Subject");
@@ -167,7 +165,7 @@ std::wstring InspectorObject::GetCaption() {
 
 std::vector<WindowObject*> WindowsObject::Listed() const {
     std::vector<WindowObject*> listed;
-    for (const Ref<WindowObject>& window : TheSession().Windows())
+    for (const Ref<WindowObject>& window : TheHost().Windows())
         if (window->IsExplorer() == OfExplorers()) listed.push_back(window.get());
     return listed;
 }
@@ -188,7 +186,7 @@ const TypeDescription& ExplorersObject::Type() const {
 Result ExplorersObject::CallAdd(Call& call) {
     FolderObject* folder = Ours<FolderObject>(TheGate(), call.Dispatch(0));
     if (!folder) Refuse(DISP_E_TYPEMISMATCH);
-    return TheSession().NewExplorer(folder);
+    return TheHost().ExplorerFor(*folder);
 }
 
 const TypeDescription& InspectorsObject::Type() const {
@@ -200,7 +198,7 @@ const TypeDescription& InspectorsObject::Type() const {
 Result InspectorsObject::CallAdd(Call& call) {
     ItemObject* item = Ours<ItemObject>(TheGate(), call.Dispatch(0));
     if (!item) Refuse(DISP_E_TYPEMISMATCH);
-    return TheSession().InspectorFor(item);
+    return TheHost().WindowFor(*item);
 }
 
 // --- the selection ---

@@ -7,8 +7,6 @@
 
 namespace standin {
 
-class CommandBarsObject;
-
 class WindowObject : public OutlookObject {
   public:
     WindowObject(std::shared_ptr<Gate> gate, int number);
@@ -24,7 +22,7 @@ class WindowObject : public OutlookObject {
     HWND frame = nullptr;
     bool shown = false, closing = false, gone = false;
     BarSet bars;
-    Ref<CommandBarsObject> commandBars;
+    Result commandBars;  // made when first asked for
 
     // Members
     Result GetCommandBars();
@@ -154,15 +152,5 @@ inline constexpr Event Activate{"Activate", 0xF001}, FolderSwitch{"FolderSwitch"
     LogonComplete{"MAPILogonComplete", 0xFA90, 1}, Click{"Click", 1}, OnUpdate{"OnUpdate", 1};
 
 }  // namespace events
-
-// The object of the stand-in that `pointer` is, when it is a T; null for anything else.
-template <class T>
-T* Ours(const Gate& gate, const IUnknown* pointer) {
-    for (const auto& [serial, counted] : gate.Objects()) {
-        T* object = dynamic_cast<T*>(counted);
-        if (object && static_cast<IDispatch*>(object) == pointer) return object;
-    }
-    return nullptr;
-}
 
 }  // namespace standin

@@ -1,9 +1,6 @@
 #include "day/Day.h"
 
-#include "outlook/Scenarios.h"
-
-namespace program {
-namespace day {
+namespace program::day {
 namespace {
 
 constexpr const char* mark = "<!CVOutlookAddIn.Connect>";
@@ -71,27 +68,25 @@ void ExpectNoStart(const Stage& stage, const std::string& by, const std::functio
     stage.Check(by + " started nothing", StartsOfCorvella().size() == before);
 }
 
-}  // namespace day
-
-void PlayDemo(const Stage& stage) {
+void Play(const Stage& stage) {
     using Station = void (*)(const Stage&);
-    constexpr Station stations[] = {day::Connection,
-                                    day::Bars,
-                                    day::ContactsFolder,
-                                    day::SeveralContacts,
-                                    day::OneContact,
-                                    day::TaskAndAppointment,
-                                    day::SynchroniseWithDialog,
-                                    day::ChangeOptions,
-                                    day::SynchroniseAtOnce,
-                                    day::LeaveAndClearOptions,
-                                    day::OtherCommands,
-                                    day::Log,
-                                    day::InfoBox,
-                                    day::SecondExplorer,
-                                    day::Quit};
+    constexpr Station stations[] = {Connection,
+                                    Bars,
+                                    ContactsFolder,
+                                    SeveralContacts,
+                                    OneContact,
+                                    TaskAndAppointment,
+                                    SynchroniseWithDialog,
+                                    ChangeOptions,
+                                    SynchroniseAtOnce,
+                                    LeaveAndClearOptions,
+                                    OtherCommands,
+                                    Log,
+                                    InfoBox,
+                                    SecondExplorer,
+                                    Quit};
     stage.Pump(500);  // the windows come to rest
     for (const Station station : stations) station(stage);
 }
 
-}  // namespace program
+}  // namespace program::day

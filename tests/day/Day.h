@@ -5,6 +5,7 @@
 // functions read in the language file, so that the day is the same in every language.
 #pragma once
 #include "day/Observed.h"
+#include "day/Starts.h"
 #include "outlook/program/Stage.h"
 
 namespace program::day {
@@ -32,6 +33,9 @@ CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::
                           const std::function<void()>& action);
 // Does something that is to start nothing.
 void ExpectNoStart(const Stage& stage, const std::string& by, const std::function<void()>& action);
+
+// The whole day.
+void Play(const Stage& stage);
 
 // --- the stations ---
 

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "outlook/program/Stage.h"
-#include "outlook/program/Starts.h"
 
 namespace program::day {
 

@@ -2,11 +2,12 @@
 
 #include <commctrl.h>
 
-#include "outlook/program/Program.h"
+#include "outlook/program/Child.h"
+#include "outlook/program/Drawing.h"
 
 namespace program {
 
-AddInsWindow::AddInsWindow(Program& program, const RECT& place) : program_(program) {
+AddInsWindow::AddInsWindow(Desk& desk, const RECT& place) : desk_(desk) {
     Create("COM Add-Ins", WS_POPUP | WS_CAPTION | WS_SYSMENU, WS_EX_DLGMODALFRAME, nullptr, place);
     const RECT client = Client();
     label_ = MakeChild(Handle(), "STATIC", "Add-Ins available:", SS_LEFT, 0, 0);
@@ -31,7 +32,7 @@ void AddInsWindow::ShowContents() {
     ListView_DeleteAllItems(list_);
     int row = 0;
     std::string words = "Description:";
-    for (const standin::AddInView& addIn : program_.Host().AddIns()) {
+    for (const standin::AddInView& addIn : desk_.Host().AddIns()) {
         std::string name = addIn.friendlyName.empty() ? addIn.progId : addIn.friendlyName;
         LVITEMA item{};
         item.mask = LVIF_TEXT;
@@ -47,15 +48,15 @@ void AddInsWindow::ShowContents() {
 }
 
 void AddInsWindow::OnTick(int row) {
-    const std::vector<standin::AddInView> addIns = program_.Host().AddIns();
+    const std::vector<standin::AddInView> addIns = desk_.Host().AddIns();
     if (row < 0 || row >= static_cast<int>(addIns.size())) return;
     const standin::AddInView& addIn = addIns[static_cast<std::size_t>(row)];
     const bool wanted = ListView_GetCheckState(list_, row) != 0;
     if (wanted == addIn.connected) return;
     if (wanted)
-        program_.Host().LoadAddIn(addIn.progId);
+        desk_.Host().LoadAddIn(addIn.progId);
     else
-        program_.Host().UnloadAddIn(addIn.progId);
+        desk_.Host().UnloadAddIn(addIn.progId);
 }
 
 LRESULT AddInsWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
@@ -67,10 +68,10 @@ LRESULT AddInsWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
             const auto& notice = *reinterpret_cast<const NMLISTVIEW*>(second);
             const bool ticked =
                 notice.hdr.code == static_cast<UINT>(LVN_ITEMCHANGED) && (notice.uChanged & LVIF_STATE) != 0;
-            if (ticked && !filling_) PostMessageA(Handle(), Program::readTick, static_cast<WPARAM>(notice.iItem), 0);
+            if (ticked && !filling_) PostMessageA(Handle(), Desk::readTick, static_cast<WPARAM>(notice.iItem), 0);
             return 0;
         }
-        case Program::readTick: OnTick(static_cast<int>(first)); return 0;
+        case Desk::readTick: OnTick(static_cast<int>(first)); return 0;
         default: return Pane::OnMessage(message, first, second);
     }
 }

@@ -1,14 +1,13 @@
 // program/AddInsWindow.h: the dialog "COM Add-Ins": a tick loads an add-in, taking it away unloads it.
 #pragma once
+#include "outlook/program/Desk.h"
 #include "outlook/program/Pane.h"
 
 namespace program {
 
-class Program;
-
 class AddInsWindow : public Pane {
   public:
-    AddInsWindow(Program& program, const RECT& place);
+    AddInsWindow(Desk& desk, const RECT& place);
     void ShowContents();
 
   protected:
@@ -17,7 +16,7 @@ class AddInsWindow : public Pane {
   private:
     void OnTick(int row);
 
-    Program& program_;
+    Desk& desk_;
     HWND label_, list_, location_, close_;
     bool filling_ = false;
 };

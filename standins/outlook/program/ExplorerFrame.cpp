@@ -6,7 +6,7 @@
 #include <span>
 
 #include "outlook/BuiltInBars.h"
-#include "outlook/program/Program.h"
+#include "outlook/program/Child.h"
 
 namespace program {
 
@@ -83,8 +83,8 @@ HIMAGELIST Pictures(std::span<const int> ids) {
 
 }  // namespace
 
-ExplorerFrame::ExplorerFrame(Program& program, standin::Window window, const RECT& place)
-    : HostFrame(program, window, "Microsoft Outlook", place) {
+ExplorerFrame::ExplorerFrame(Desk& desk, standin::Window window, const RECT& place)
+    : HostFrame(desk, window, "Microsoft Outlook", place) {
     folders_ = MakeChild(Handle(), WC_TREEVIEWA, "",
                          TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | WS_TABSTOP,
                          WS_EX_CLIENTEDGE, 1);
@@ -122,7 +122,7 @@ void ExplorerFrame::MakeFolders() {
 }
 
 void ExplorerFrame::ShowContents() {
-    const standin::WindowView view = program_.Host().View(TheWindow());
+    const standin::WindowView view = desk_.Host().View(TheWindow());
     SetWindowTextA(Handle(), view.caption.c_str());
     if (!columnsMade_ || view.folder != shown_) ShowFolder(view.folder);
     ShowItems();
@@ -174,7 +174,7 @@ void ExplorerFrame::SelectFirst(int count) {
 }
 
 void ExplorerFrame::ShowItems() {
-    const standin::Outlook& host = program_.Host();
+    const standin::Outlook& host = desk_.Host();
     const std::vector<standin::Item> selection = host.View(TheWindow()).selection;
     filling_ = true;
     rows_ = host.ItemsIn(shown_);
@@ -210,29 +210,29 @@ void ExplorerFrame::TakeSelection() {
     std::vector<standin::Item> selection;
     for (std::size_t row = 0; row < rows_.size(); ++row)
         if (ListView_GetItemState(items_, static_cast<int>(row), LVIS_SELECTED) != 0) selection.push_back(rows_[row]);
-    if (selection != program_.Host().View(TheWindow()).selection) program_.Host().Select(TheWindow(), selection);
+    if (selection != desk_.Host().View(TheWindow()).selection) desk_.Host().Select(TheWindow(), selection);
 }
 
 LRESULT ExplorerFrame::OnNotify(const NMHDR& notice) {
     if (filling_) return 0;
     if (notice.hwndFrom == folders_ && notice.code == static_cast<UINT>(TVN_SELCHANGEDA)) {
         const auto kind = static_cast<FolderKind>(reinterpret_cast<const NMTREEVIEWA&>(notice).itemNew.lParam);
-        program_.Host().SwitchFolder(TheWindow(), kind);
+        desk_.Host().SwitchFolder(TheWindow(), kind);
     }
     if (notice.hwndFrom != items_) return 0;
     // A list tells of each row by itself: the selection is read once they are all told.
-    if (notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) PostMessageA(Handle(), Program::readSelection, 0, 0);
+    if (notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) PostMessageA(Handle(), Desk::readSelection, 0, 0);
     if (notice.code == static_cast<UINT>(NM_DBLCLK)) {
         const int row = reinterpret_cast<const NMITEMACTIVATE&>(notice).iItem;
         if (row >= 0 && row < static_cast<int>(rows_.size()))
-            program_.Host().OpenInspector(rows_[static_cast<std::size_t>(row)]);
+            desk_.Host().OpenInspector(rows_[static_cast<std::size_t>(row)]);
     }
     return 0;
 }
 
 bool ExplorerFrame::OnEnter(HWND control) {
     if (control != items_) return false;
-    for (const standin::Item item : program_.Host().View(TheWindow()).selection) program_.Host().OpenInspector(item);
+    for (const standin::Item item : desk_.Host().View(TheWindow()).selection) desk_.Host().OpenInspector(item);
     return true;
 }
 
@@ -263,7 +263,7 @@ LRESULT ExplorerFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
         Paint();
         return 0;
     }
-    if (message == Program::readSelection) {
+    if (message == Desk::readSelection) {
         if (!filling_) TakeSelection();
         return 0;
     }

@@ -10,7 +10,7 @@ namespace program {
 
 class ExplorerFrame : public HostFrame {
   public:
-    ExplorerFrame(Program& program, standin::Window window, const RECT& place);
+    ExplorerFrame(Desk& desk, standin::Window window, const RECT& place);
     void ShowContents() override;
     bool OnEnter(HWND control) override;            // opens what is selected
     void ChooseFolder(standin::FolderKind folder);  // as if the user chose it in the folder list

@@ -1,22 +1,12 @@
 #include "outlook/program/HostFrame.h"
 
-#include "outlook/program/Program.h"
-
 namespace program {
 
-HWND MakeChild(HWND parent, const char* className, const char* text, DWORD style, DWORD extended, int id) {
-    const HWND child =
-        CreateWindowExA(extended, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 10, 10, parent,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
-    SendMessageA(child, WM_SETFONT, reinterpret_cast<WPARAM>(PlainFont()), TRUE);
-    return child;
-}
-
-HostFrame::HostFrame(Program& program, standin::Window window, const char* title, const RECT& place)
-    : program_(program), window_(window) {
+HostFrame::HostFrame(Desk& desk, standin::Window window, const char* title, const RECT& place)
+    : desk_(desk), window_(window) {
     Create(title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, nullptr, place);
-    menu_ = std::make_unique<Strip>(Handle(), program.Host(), Strip::Kind::Menu);
-    toolbar_ = std::make_unique<Strip>(Handle(), program.Host(), Strip::Kind::Toolbar);
+    menu_ = std::make_unique<Strip>(Handle(), desk.Host(), Strip::Kind::Menu);
+    toolbar_ = std::make_unique<Strip>(Handle(), desk.Host(), Strip::Kind::Toolbar);
     for (Strip* strip : {menu_.get(), toolbar_.get()}) {
         strip->onPress = [this](const standin::ControlView& control) { OnPress(control); };
         strip->onHover = [this](const standin::ControlView& control) { ShowHint(control.tooltip); };
@@ -25,7 +15,7 @@ HostFrame::HostFrame(Program& program, standin::Window window, const char* title
 
 void HostFrame::ShowBars() {
     std::vector<standin::ControlView> menu, toolbar;
-    for (const standin::BarView& bar : program_.Host().Bars(window_)) {
+    for (const standin::BarView& bar : desk_.Host().Bars(window_)) {
         if (bar.name == "Menu Bar") menu = bar.controls;
         if (bar.name == "Standard") toolbar = bar.controls;
     }
@@ -52,16 +42,16 @@ void HostFrame::OnPress(const standin::ControlView& control) {
 
 bool HostFrame::OpenMenu(const standin::ControlView& popup) {
     CloseMenu();
-    const standin::ControlView current = program_.Host().Control(popup.instance);
+    const standin::ControlView current = desk_.Host().Control(popup.instance);
     if (!current) return false;
     for (Strip* strip : {menu_.get(), toolbar_.get()}) {
         for (const standin::ControlView& control :
-             program_.Host().Controls(window_, strip == menu_.get() ? "Menu Bar" : "Standard")) {
+             desk_.Host().Controls(window_, strip == menu_.get() ? "Menu Bar" : "Standard")) {
             if (control.instance != current.instance) continue;
             strip->MarkOpen(current.instance);
             openMenu_ = current.instance;
             popup_ = std::make_unique<Popup>(
-                Handle(), program_.Host(), current.entries, strip->Below(current.instance),
+                Handle(), desk_.Host(), current.entries, strip->Below(current.instance),
                 [this](int instance) { OnChosen(instance); }, [this](POINT point) { OnOutside(point); });
             return true;
         }
@@ -82,7 +72,7 @@ void HostFrame::CloseMenu() {
     if (!popup_) return;
     ShowWindow(popup_->Handle(), SW_HIDE);
     leaving_.push_back(std::move(popup_));
-    PostMessageA(Handle(), Program::forgetMenu, 0, 0);
+    PostMessageA(Handle(), Desk::forgetMenu, 0, 0);
     menu_->MarkOpen(0);
     toolbar_->MarkOpen(0);
     ShowHint("");
@@ -93,7 +83,7 @@ void HostFrame::OnChosen(int instance) {
     if (instance == 0) return;
     if (GetCapture()) ReleaseCapture();
     CommitEdits();
-    program_.Click(window_, instance);
+    desk_.Click(window_, instance);
 }
 
 HostFrame::Spot HostFrame::SpotOf(int instance) const {
@@ -154,9 +144,9 @@ bool HostFrame::OnToolbarKey(WPARAM key) {
 }
 
 void HostFrame::OnActivate(WPARAM first) {
-    if (LOWORD(first) != WA_INACTIVE) return program_.UserActivated(window_);
+    if (LOWORD(first) != WA_INACTIVE) return desk_.UserActivated(window_);
     if (IsChild(Handle(), GetFocus())) focus_ = GetFocus();
-    program_.UserLeft(window_);
+    desk_.UserLeft(window_);
 }
 
 LRESULT HostFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
@@ -173,9 +163,9 @@ LRESULT HostFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
 
         case WM_SETFOCUS: SetFocus(focus_ ? focus_ : FirstField()); return 0;
         case WM_CLOSE:
-            if (AskClose()) program_.CloseByUser(window_);
+            if (AskClose()) desk_.CloseByUser(window_);
             return 0;
-        case Program::forgetMenu: leaving_.clear(); return 0;
+        case Desk::forgetMenu: leaving_.clear(); return 0;
         default: break;
     }
     return Pane::OnMessage(message, first, second);

@@ -4,16 +4,15 @@
 #include <memory>
 #include <string>
 
+#include "outlook/program/Desk.h"
 #include "outlook/program/Popup.h"
 #include "outlook/program/Strip.h"
 
 namespace program {
 
-class Program;
-
 class HostFrame : public Pane {
   public:
-    HostFrame(Program& program, standin::Window window, const char* title, const RECT& place);
+    HostFrame(Desk& desk, standin::Window window, const char* title, const RECT& place);
 
     [[nodiscard]] standin::Window TheWindow() const { return window_; }
     void ShowBars();                  // again, from the model
@@ -46,7 +45,7 @@ class HostFrame : public Pane {
     [[nodiscard]] virtual HWND FirstField() const = 0;  // where the keyboard goes at first
     void Arrange();
 
-    Program& program_;
+    Desk& desk_;
 
   private:
     void OnPress(const standin::ControlView& control);
@@ -63,8 +62,5 @@ class HostFrame : public Pane {
     bool onToolbar_ = false;  // the keyboard is on the toolbar
     HWND focus_ = nullptr;    // where the keyboard was when the frame was left
 };
-
-// Plain child controls of Windows, in the period's font.
-HWND MakeChild(HWND parent, const char* className, const char* text, DWORD style, DWORD extended, int id);
 
 }  // namespace program

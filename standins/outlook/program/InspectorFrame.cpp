@@ -3,7 +3,7 @@
 #include <span>
 #include <stdexcept>
 
-#include "outlook/program/Program.h"
+#include "outlook/program/Child.h"
 
 namespace program {
 
@@ -57,10 +57,10 @@ std::string TextOf(HWND window) {
 
 }  // namespace
 
-InspectorFrame::InspectorFrame(Program& program, standin::Window window, const RECT& place)
-    : HostFrame(program, window, "", place), item_(program.Host().View(window).item) {
+InspectorFrame::InspectorFrame(Desk& desk, standin::Window window, const RECT& place)
+    : HostFrame(desk, window, "", place), item_(desk.Host().View(window).item) {
     int id = firstEditId;
-    for (const FieldRow& row : RowsOf(program.Host().ClassOf(item_))) {
+    for (const FieldRow& row : RowsOf(desk.Host().ClassOf(item_))) {
         const HWND label = MakeChild(Handle(), "STATIC", row.label, SS_LEFT, 0, 0);
         const HWND edit = MakeChild(Handle(), "EDIT", "", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, id++);
         entries_.push_back({row.field, label, edit, row.half});
@@ -69,14 +69,14 @@ InspectorFrame::InspectorFrame(Program& program, standin::Window window, const R
                       WS_EX_CLIENTEDGE, bodyId);
     entries_.push_back({"Body", nullptr, body_, false});
     SendMessageA(Handle(), WM_SETICON, ICON_SMALL,
-                 reinterpret_cast<LPARAM>(WindowIcon(IconOf(program.Host().ClassOf(item_)))));
+                 reinterpret_cast<LPARAM>(WindowIcon(IconOf(desk.Host().ClassOf(item_)))));
     ShowBars();
     ShowContents();
     Arrange();
 }
 
 void InspectorFrame::ShowContents() {
-    const standin::Outlook& host = program_.Host();
+    const standin::Outlook& host = desk_.Host();
     showing_ = true;
     SetWindowTextA(Handle(), host.View(TheWindow()).caption.c_str());
     for (const Entry& entry : entries_) {
@@ -88,16 +88,16 @@ void InspectorFrame::ShowContents() {
 
 void InspectorFrame::Commit(const Entry& entry) {
     const std::string text = TextOf(entry.edit);
-    if (text == Shown(program_.Host().Field(item_, entry.field))) return;
+    if (text == Shown(desk_.Host().Field(item_, entry.field))) return;
     try {
-        program_.Host().SetField(item_, entry.field, text);
+        desk_.Host().SetField(item_, entry.field, text);
     } catch (const std::out_of_range&) {
         // half a date, while it is being typed
     }
 }
 
 void InspectorFrame::CommitEdits() {
-    if (program_.Host().IsDeleted(item_)) return;
+    if (desk_.Host().IsDeleted(item_)) return;
     for (const Entry& entry : entries_) Commit(entry);
 }
 
@@ -114,11 +114,11 @@ bool InspectorFrame::Type(const std::string& field, const std::string& text) {
 
 bool InspectorFrame::AskClose() {
     CommitEdits();
-    if (program_.Host().IsSaved(item_)) return true;
+    if (desk_.Host().IsSaved(item_)) return true;
     const int answer =
         MessageBoxA(Handle(), "Do you want to save changes?", "Microsoft Outlook", MB_YESNOCANCEL | MB_ICONEXCLAMATION);
     if (answer == IDCANCEL) return false;
-    program_.Host().CloseWindow(TheWindow(), answer == IDYES ? standin::SaveMode::Save : standin::SaveMode::Discard);
+    desk_.Host().CloseWindow(TheWindow(), answer == IDYES ? standin::SaveMode::Save : standin::SaveMode::Discard);
     return false;
 }
 

@@ -6,7 +6,7 @@ namespace program {
 
 class InspectorFrame : public HostFrame {
   public:
-    InspectorFrame(Program& program, standin::Window window, const RECT& place);
+    InspectorFrame(Desk& desk, standin::Window window, const RECT& place);
     void ShowContents() override;
     void CommitEdits() override;
     bool AskClose() override;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "outlook/program/Child.h"
 #include "outlook/program/Drawing.h"
-#include "outlook/program/HostFrame.h"
 
 namespace program {
 
@@ -11,15 +11,10 @@ namespace {
 
 constexpr int headingHeight = 18, gap = 4;
 
-std::string Items(const std::string& list, const char* kind) {
-    const auto count = std::count(list.begin(), list.end(), ';');
-    return count == 0 ? std::string() : ", " + std::to_string(count) + " " + kind + (count == 1 ? "" : "s");
-}
-
-std::string LineOf(const CorvellaStart& start) {
+std::string LineOf(const NotedStart& start) {
     constexpr int minimised = 2;
-    return start.commandLine + (start.show == minimised ? "   minimised" : "") + Items(start.contacts, "contact") +
-           Items(start.tasks, "task") + Items(start.appointments, "appointment");
+    return start.commandLine + (start.show == minimised ? "   minimised" : "") +
+           (start.note.empty() ? std::string() : "   " + start.note);
 }
 
 }  // namespace
@@ -43,9 +38,9 @@ void LogWindow::LayOut() {
     Redraw();
 }
 
-void LogWindow::ShowStarts(const std::vector<CorvellaStart>& starts) {
+void LogWindow::ShowStarts(const std::vector<NotedStart>& starts) {
     SendMessageA(starts_, LB_RESETCONTENT, 0, 0);
-    for (const CorvellaStart& start : starts)
+    for (const NotedStart& start : starts)
         SendMessageA(starts_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(LineOf(start).c_str()));
     SendMessageA(starts_, LB_SETTOPINDEX, starts.empty() ? 0 : starts.size() - 1, 0);
 }
@@ -77,7 +72,7 @@ LRESULT LogWindow::OnMessage(UINT message, WPARAM first, LPARAM second) {
         SelectObject(canvas.Get(), PlainFont());
         const COLORREF ink = GetSysColor(COLOR_BTNTEXT);
         Write(canvas.Get(), "Calls between Outlook and its add-ins", {gap, 0, middle, headingHeight}, ink, DT_LEFT);
-        Write(canvas.Get(), "Started by the add-in, as Corvella recorded it",
+        Write(canvas.Get(), "Programs that were started, as they noted it themselves",
               {middle + 2 * gap, 0, client.right, headingHeight}, ink, DT_LEFT);
         return 0;
     }

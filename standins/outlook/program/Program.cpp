@@ -3,7 +3,7 @@
 #include "outlook/BuiltInBars.h"
 #include "outlook/program/ExplorerFrame.h"
 #include "outlook/program/InspectorFrame.h"
-#include "outlook/program/Starts.h"
+#include "outlook/program/StartRecord.h"
 
 namespace program {
 
@@ -30,10 +30,10 @@ constexpr GoCommand folders[] = {
 
 }  // namespace
 
-Program::Program(const standin::Options& options) : outlook_(options) {
+Program::Program(const standin::Options& options, std::string record) : outlook_(options), record_(std::move(record)) {
     Create("", 0, 0, HWND_MESSAGE, {0, 0, 0, 0});
     log_ = std::make_unique<LogWindow>(RECT{40, 740, 1240, 1000});
-    startsBefore_ = StartsOfCorvella().size();
+    startsBefore_ = ReadStarts(record_).size();
     SetTimer(Handle(), 1, 250, nullptr);
     outlook_.Record();
     outlook_.Watch(this);
@@ -198,7 +198,7 @@ void Program::Update() {
 }
 
 void Program::LookForStarts() {
-    const std::vector<CorvellaStart> all = StartsOfCorvella();
+    const std::vector<NotedStart> all = ReadStarts(record_);
     if (all.size() <= startsBefore_ + startsShown_) return;
     startsShown_ = all.size() - startsBefore_;
     log_->ShowStarts({all.end() - static_cast<std::ptrdiff_t>(startsShown_), all.end()});

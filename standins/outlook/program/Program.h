@@ -3,23 +3,24 @@
 #pragma once
 #include <map>
 #include <memory>
+#include <string>
 
 #include "outlook/Outlook.h"
 #include "outlook/program/AddInsWindow.h"
+#include "outlook/program/Desk.h"
 #include "outlook/program/HostFrame.h"
 #include "outlook/program/LogWindow.h"
 
 namespace program {
 
-class Program : public Pane, public standin::Watcher {
+class Program : public Pane, public Desk, public standin::Watcher {
   public:
-    enum Message : UINT { refresh = WM_APP + 1, forgetMenu, readSelection, readTick, reap };
-
-    explicit Program(const standin::Options& options);
+    // `record`: the file in which started programs note themselves (StartRecord.h); empty: there is none.
+    Program(const standin::Options& options, std::string record);
     ~Program() override;
 
     void Start();
-    [[nodiscard]] standin::Outlook& Host() { return outlook_; }
+    [[nodiscard]] standin::Outlook& Host() override { return outlook_; }
     [[nodiscard]] HostFrame* FrameOf(standin::Window window) const;  // null when it has none
     [[nodiscard]] bool Over() const;
     [[nodiscard]] bool ShowsLog() const { return IsWindowVisible(log_->Handle()) != FALSE; }
@@ -28,11 +29,10 @@ class Program : public Pane, public standin::Watcher {
     void Dispatch(MSG& message);
     void Update();  // what has changed is drawn now, not with the next message
 
-    // What a user does in a frame.
-    void Click(standin::Window window, int instance);
-    void UserActivated(standin::Window window);
-    void UserLeft(standin::Window window);
-    void CloseByUser(standin::Window window);
+    void Click(standin::Window window, int instance) override;
+    void UserActivated(standin::Window window) override;
+    void UserLeft(standin::Window window) override;
+    void CloseByUser(standin::Window window) override;
 
     void WindowShown(standin::Window window) override;
     void WindowClosed(standin::Window window) override;
@@ -56,7 +56,8 @@ class Program : public Pane, public standin::Watcher {
     std::unique_ptr<LogWindow> log_;
     std::unique_ptr<AddInsWindow> addInsWindow_;
     std::map<int, bool> barsChanged_;
-    std::size_t startsBefore_ = 0, startsShown_ = 0;  // of Corvella: before this session, and in the log
+    std::string record_;
+    std::size_t startsBefore_ = 0, startsShown_ = 0;  // in the record before this session, and in the log
     bool contentsChanged_ = false, linesChanged_ = false, posted_ = false, following_ = false;
     int explorers_ = 0, inspectors_ = 0;
 };

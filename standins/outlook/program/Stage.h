@@ -45,12 +45,4 @@ class Stage {
     mutable int wrong_ = 0;
 };
 
-struct Scenario {
-    const char* name;
-    void (*play)(const Stage& stage);
-};
-
-// In scenarios.cpp; null when there is none of that name.
-[[nodiscard]] const Scenario* FindScenario(const std::string& name);
-
 }  // namespace program

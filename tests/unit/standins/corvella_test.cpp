@@ -80,9 +80,10 @@ std::string Expected(const Program& program, const std::string& arguments, int s
 
 TEST_CASE("a start is one line whatever its values hold") {
     CHECK(Corvella::RecordLine({"\"C:\\a\\Corvella.exe\" sync ol", 2, ";1", ";2;3", ""}) ==
-          "show=2\tChangedA=;1\tChangedC=;2;3\tChangedT=\tcommand=\"C:\\\\a\\\\Corvella.exe\" sync ol\r\n");
+          "show=2\tChangedA=;1\tChangedC=;2;3\tChangedT=\tnote=2 contacts, 1 "
+          "appointment\tcommand=\"C:\\\\a\\\\Corvella.exe\" sync ol\r\n");
     CHECK(Corvella::RecordLine({"a\tb\r\nc", -1, "", "", ""}) ==
-          "show=-1\tChangedA=\tChangedC=\tChangedT=\tcommand=a\\tb\\r\\nc\r\n");
+          "show=-1\tChangedA=\tChangedC=\tChangedT=\tnote=\tcommand=a\\tb\\r\\nc\r\n");
 }
 TEST_CASE("the arguments are what stands behind the program") {
     CHECK(Corvella::Arguments("\"C:\\Program Files\\Corvella.exe\" sync 0 ol") == "sync 0 ol");

@@ -1,9 +1,9 @@
-// Scenarios for OutlookStandIn.exe /play <name>: what a person would do, with pictures on the way.
-#include "outlook/Scenarios.h"
-#include "outlook/program/Stage.h"
+// OutlookStandIn.exe: the windowed stand-in, with a tour through its own windows.
+#include <windows.h>
+
+#include "outlook/program/Main.h"
 
 namespace program {
-
 namespace {
 
 using standin::FolderKind;
@@ -30,17 +30,10 @@ void Tour(const Stage& stage) {
     stage.Picture("add-ins");
 }
 
-constexpr Scenario scenarios[] = {
-    {"demo", PlayDemo},
-    {"tour", Tour},
-};
-
 }  // namespace
-
-const Scenario* FindScenario(const std::string& name) {
-    for (const Scenario& scenario : scenarios)
-        if (name == scenario.name) return &scenario;
-    return nullptr;
-}
-
 }  // namespace program
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    constexpr program::Scenario scenarios[] = {{"tour", program::Tour}};
+    return program::Main(scenarios);
+}

@@ -1,27 +1,20 @@
-// OutlookStandIn.exe [/version 2000|2002|2003|2007] [/play scenario] [/report]
-// OutlookStandIn.exe /regserver | /unregserver
-//
-// Without /play it runs until its last window is closed or a client quits it; meanwhile clients in other processes
-// reach it (ClassServer.h), once the class has been registered with /regserver. With /play the scenario is played and
-// the session ended. /report writes to the standard output "ready" when clients can reach it, and at the end what they
-// and the add-ins left behind. Exit code 0; 1 when a Check of the scenario was wrong, or Windows refused; 2 for
-// arguments that are not known.
-#include <windows.h>
+#include "outlook/program/Main.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "outlook/program/ClassServer.h"
-#include "outlook/program/Stage.h"
 
+namespace program {
 namespace {
 
-using namespace program;
 using standin::FolderKind;
+using Scenarios = std::span<const Scenario>;
 
 struct KnownVersion {
     const char* name;
@@ -31,7 +24,8 @@ constexpr KnownVersion versions[] = {{"2000", 9}, {"2002", 10}, {"2003", 11}, {"
 
 struct Arguments {
     int version = 11;
-    std::string scenario;
+    const Scenario* scenario = nullptr;
+    std::string record;
     bool report = false;
     bool registerServer = false, unregisterServer = false;
 };
@@ -58,7 +52,13 @@ bool ReadVersion(const std::string& name, int& number) {
     return false;
 }
 
-std::optional<Arguments> ReadArguments() {
+const Scenario* Named(Scenarios scenarios, const std::string& name) {
+    for (const Scenario& scenario : scenarios)
+        if (name == scenario.name) return &scenario;
+    return nullptr;
+}
+
+std::optional<Arguments> ReadArguments(Scenarios scenarios) {
     Arguments arguments;
     const std::vector<std::string> words = Words();
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -71,8 +71,11 @@ std::optional<Arguments> ReadArguments() {
             arguments.unregisterServer = true;
         } else if (words[i] == "/version" && ReadVersion(value, arguments.version)) {
             ++i;
-        } else if (words[i] == "/play" && FindScenario(value)) {
-            arguments.scenario = value;
+        } else if (words[i] == "/record" && !value.empty()) {
+            arguments.record = value;
+            ++i;
+        } else if (words[i] == "/play" && Named(scenarios, value)) {
+            arguments.scenario = Named(scenarios, value);
             ++i;
         } else {
             return std::nullopt;
@@ -158,9 +161,9 @@ void Serve(Program& program, const Arguments& arguments) {
     if (arguments.report) Report(program.Host(), stage);
 }
 
-int Play(Program& program, const std::string& scenario) {
+int Play(Program& program, const Scenario& scenario) {
     const Stage stage(program);
-    FindScenario(scenario)->play(stage);
+    scenario.play(stage);
     if (!program.Over()) program.Host().Quit();
     stage.Pump(100);
     return stage.AllRight() ? 0 : 1;
@@ -168,16 +171,18 @@ int Play(Program& program, const std::string& scenario) {
 
 }  // namespace
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    const std::optional<Arguments> arguments = ReadArguments();
+int Main(std::span<const Scenario> scenarios) {
+    const std::optional<Arguments> arguments = ReadArguments(scenarios);
     if (!arguments) return 2;
     if (arguments->registerServer) return RegisterServer() ? 0 : 1;
     if (arguments->unregisterServer) return UnregisterServer() ? 0 : 1;
     InitCommonControls();
-    Program program({.version = arguments->version});
+    Program program({.version = arguments->version}, arguments->record);
     FillMailbox(program.Host());
     program.Start();
-    if (!arguments->scenario.empty()) return Play(program, arguments->scenario);
+    if (arguments->scenario) return Play(program, *arguments->scenario);
     Serve(program, *arguments);
     return 0;
 }
+
+}  // namespace program

@@ -1,9 +1,9 @@
-// program/Starts.h: what Corvella itself recorded of its starts: a line for each in "Corvella.record.txt" beside it.
+// day/Starts.h: what Corvella itself recorded of its starts, in "Corvella.record.txt" beside it.
 #pragma once
 #include <string>
 #include <vector>
 
-namespace program {
+namespace program::day {
 
 struct CorvellaStart {
     int show = -1;                              // Windows' number of the show state, -1 where the starter said none
@@ -14,4 +14,4 @@ struct CorvellaStart {
 // In order; empty where there is no record. Corvella's folder is the one in the registry.
 [[nodiscard]] std::vector<CorvellaStart> StartsOfCorvella();
 
-}  // namespace program
+}  // namespace program::day

@@ -1,21 +1,12 @@
-#include "outlook/program/Starts.h"
+#include "outlook/program/StartRecord.h"
 
 #include <windows.h>
 
+#include <cstdlib>
 #include <string_view>
 
 namespace program {
 namespace {
-
-std::string RecordFile() {
-    char folder[MAX_PATH] = {};
-    DWORD size = sizeof folder - 1;
-    HKEY key = nullptr;
-    if (RegOpenKeyA(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", &key) != ERROR_SUCCESS) return {};
-    const LONG status = RegQueryValueExA(key, "Path", nullptr, nullptr, reinterpret_cast<BYTE*>(folder), &size);
-    RegCloseKey(key);
-    return status == ERROR_SUCCESS ? std::string(folder) + "\\Corvella.record.txt" : std::string();
-}
 
 std::string Contents(const std::string& path) {
     const HANDLE file =
@@ -42,29 +33,27 @@ std::string Unescaped(std::string_view value) {
     return text;
 }
 
-CorvellaStart Read(std::string_view line) {
-    CorvellaStart start;
+NotedStart Read(std::string_view line) {
+    NotedStart start;
     while (!line.empty()) {
         const std::string_view field = line.substr(0, line.find('\t'));
         line.remove_prefix(field.size() < line.size() ? field.size() + 1 : field.size());
         const std::size_t equals = field.find('=');
         if (equals == std::string_view::npos) continue;
-        const std::string_view name = field.substr(0, equals);
-        const std::string value = Unescaped(field.substr(equals + 1));
-        if (name == "show") start.show = std::atoi(value.c_str());
-        if (name == "ChangedA") start.appointments = value;
-        if (name == "ChangedC") start.contacts = value;
-        if (name == "ChangedT") start.tasks = value;
-        if (name == "command") start.commandLine = value;
+        start.fields[std::string(field.substr(0, equals))] = Unescaped(field.substr(equals + 1));
     }
+    start.commandLine = start.fields["command"];
+    start.note = start.fields["note"];
+    const std::string& show = start.fields["show"];
+    if (!show.empty()) start.show = std::atoi(show.c_str());
     return start;
 }
 
 }  // namespace
 
-std::vector<CorvellaStart> StartsOfCorvella() {
-    std::vector<CorvellaStart> starts;
-    const std::string record = Contents(RecordFile());
+std::vector<NotedStart> ReadStarts(const std::string& path) {
+    std::vector<NotedStart> starts;
+    const std::string record = path.empty() ? std::string() : Contents(path);
     std::size_t begin = 0;
     for (std::size_t end = record.find("\r\n"); end != std::string::npos; end = record.find("\r\n", begin)) {
         starts.push_back(Read(std::string_view(record).substr(begin, end - begin)));
