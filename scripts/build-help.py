@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Builds the manual out of help/: scripts/build-help.py OUTPUT
 
-    OUTPUT/Manual/English/*.htm, Deutsch/...   the HTML manual, a folder a language
+    OUTPUT/Manual/English/*.htm, Deutsch/...   the HTML manual, a folder for each language that has one in help/
     OUTPUT/cven.chm, cvde.chm                  the same as compiled help, made by Free Pascal's chmcmd
 
 A page's source is what stands inside its body, in UTF-8, with its title as heading. The head, the line of links to
 the other pages and the table of contents are made here, so that a page is named in one place only. What comes out is
-in Windows-1252, the code page in which the viewers of Windows 2000 read a table of contents.
+in the code page of the language (lang/languages.txt), in which the viewers of Windows 2000 read a table of contents.
 """
 import html
 import pathlib
@@ -15,19 +15,28 @@ import shutil
 import subprocess
 import sys
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+SCRIPTS = pathlib.Path(__file__).resolve().parent
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(SCRIPTS))
+import languages  # noqa: E402
+
+ROOT = SCRIPTS.parent
 SOURCE = ROOT / "help"
 
 # In the order of the contents.
 PAGES = ["index", "Sending", "Menu", "AddInOutl", "Buttons", "Trouble"]
 
-# Folder, name of the compiled help, language number of Windows, window title. The add-in knows an open viewer by
-# "Corvella Manual" in its title.
-LANGUAGES = [
-    ("English", "cven", 0x0409, "Corvella Manual"),
-    ("Deutsch", "cvde", 0x0407, "Corvella Manual (Deutsch)"),
-]
-ENCODING = "cp1252"
+# The add-in knows an open viewer by this in its title.
+TITLE = "Corvella Manual"
+
+
+def help_name(language):
+    """The compiled help's name, without its extension."""
+    return f"cv{language.help}"
+
+
+def window_title(language):
+    return TITLE if language.name == "English" else f"{TITLE} ({language.name})"
 
 
 def title_of(source):
@@ -39,11 +48,11 @@ def navigation(titles, current):
     return '<p class="nav">' + " &nbsp;|&nbsp; ".join(links) + "</p>"
 
 
-def whole_page(source, titles, page):
+def whole_page(source, titles, page, code_page):
     return f"""<!DOCTYPE HTML PUBLIC "-//W3C//DTD HTML 4.01//EN" "http://www.w3.org/TR/html4/strict.dtd">
 <html>
 <head>
-<meta http-equiv="Content-Type" content="text/html; charset=windows-1252">
+<meta http-equiv="Content-Type" content="text/html; charset=windows-{code_page}">
 <title>{titles[page]}</title>
 <link rel="stylesheet" type="text/css" href="style.css">
 </head>
@@ -63,7 +72,8 @@ def contents(titles):
             f"<ul>\n{entries}</ul>\n</body></html>\n")
 
 
-def project(name, number, title):
+def project(language):
+    name, title = help_name(language), window_title(language)
     files = "\n".join(f"{page}.htm" for page in PAGES)
     return f"""[OPTIONS]
 Compatibility=1.1 or later
@@ -72,7 +82,7 @@ Contents file=contents.hhc
 Default Window=main
 Default topic=index.htm
 Full-text search=Yes
-Language=0x{number:x}
+Language=0x{language.number:x}
 Title={title}
 
 [WINDOWS]
@@ -84,23 +94,27 @@ style.css
 """
 
 
-def write(path, text):
-    path.write_bytes(text.replace("\n", "\r\n").encode(ENCODING))
+def write(path, text, code_page):
+    try:
+        path.write_bytes(text.replace("\n", "\r\n").encode(f"cp{code_page}"))
+    except UnicodeEncodeError as error:
+        sys.exit(f"build-help: {path.name} holds {text[error.start]!r}, which code page {code_page} has not")
 
 
-def build(output, folder, name, number, title):
+def build(output, language):
+    folder, name, code_page = language.name, help_name(language), language.page
     sources = {page: (SOURCE / folder / f"{page}.htm").read_text(encoding="utf-8") for page in PAGES}
     titles = {page: title_of(source) for page, source in sources.items()}
     manual = output / "Manual" / folder
     manual.mkdir(parents=True)
     for page, source in sources.items():
-        write(manual / f"{page}.htm", whole_page(source, titles, page))
+        write(manual / f"{page}.htm", whole_page(source, titles, page, code_page), code_page)
     shutil.copy(SOURCE / "style.css", manual)
 
     work = output / "work" / folder
     shutil.copytree(manual, work)
-    write(work / "contents.hhc", contents(titles))
-    write(work / f"{name}.hhp", project(name, number, title))
+    write(work / "contents.hhc", contents(titles), code_page)
+    write(work / f"{name}.hhp", project(language), code_page)
     done = subprocess.run(["chmcmd", f"{name}.hhp"], cwd=work, capture_output=True, text=True, errors="replace")
     compiled = work / f"{name}.chm"
     if done.returncode != 0 or not compiled.exists():
@@ -114,8 +128,8 @@ def main():
     output = pathlib.Path(sys.argv[1])
     for old in ("Manual", "work"):
         shutil.rmtree(output / old, ignore_errors=True)
-    for language in LANGUAGES:
-        build(output, *language)
+    for language in languages.with_manual():
+        build(output, language)
     shutil.rmtree(output / "work")
 
 

@@ -5,11 +5,17 @@
     scripts/check-help.py --self-test      break each rule once and see that its fault is reported
     scripts/check-help.py --built DIR      what build-help.py has made in DIR: the compiled help holds every page
 
+The menu's entries and the options come from the tables of the sources (scripts/tables.py), the languages from
+lang/languages.txt.
+
 The rules
+    listed    every folder of the manual belongs to a language of the list, and no two to the same compiled help
+    letters   every page can be written in the code page of its language
     pages     every language has the same pages, each with one heading
     links     every link leads to a page
     tags      every tag that is opened is closed, in order
     texts     what is bold is a text of the add-in in that language: menus, buttons, fields
+    menu      Menu.htm names every entry of the menu
     options   AddInOutl.htm names every field and group of the options dialog
 """
 import argparse
@@ -24,9 +30,10 @@ import tempfile
 SCRIPTS = pathlib.Path(__file__).resolve().parent
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(SCRIPTS))
-builder = __import__("build-help")
+import languages  # noqa: E402
+import tables  # noqa: E402
 
-OPTIONS = ["Frame1", "Label1", "Label3", "Frame2", "OptionSync", "OptionDlg", "Frame3", "Label5"]
+builder = __import__("build-help")
 
 
 class Page(html.parser.HTMLParser):
@@ -66,7 +73,7 @@ def plain(caption):
 def texts_of(root, language):
     """{(section, key): text as one reads it}"""
     texts, section = {}, ""
-    for line in (root / "lang" / f"{language}.lng").read_bytes().decode("cp1252").splitlines():
+    for line in (root / "lang" / f"{language.name}.lng").read_bytes().decode(f"cp{language.page}").splitlines():
         if line.startswith("["):
             section = line.strip("[]")
         elif "=" in line:
@@ -75,8 +82,17 @@ def texts_of(root, language):
     return texts
 
 
-def check_language(root, folder):
-    texts = texts_of(root, folder)
+def named_options(root):
+    """What the options dialog shows of captions that a reader of the manual looks for."""
+    return [row[0][0] for row in tables.rows(root / "src/bridge/OptionsControls.h", "rows")
+            if row[1] in ("Place::Group", "Place::Label", "Place::Option")]
+
+
+def check_language(root, language):
+    folder = language.name
+    texts = texts_of(root, language)
+    demanded = {"Menu": ("menu", [("OutlookAddIn", key) for key in tables.menu_keys(root)]),
+                "AddInOutl": ("options", [("FormOlAddInOptions", key) for key in named_options(root)])}
     known = set(texts.values())
     for page in builder.PAGES:
         name = f"{folder}/{page}.htm"
@@ -84,7 +100,10 @@ def check_language(root, folder):
         if not path.exists():
             yield "pages", f"{name} is missing"
             continue
-        parsed = Page(path.read_text(encoding="utf-8"))
+        source = path.read_text(encoding="utf-8")
+        if source != source.encode(f"cp{language.page}", "ignore").decode(f"cp{language.page}"):
+            yield "letters", f"{name} holds letters that code page {language.page} has not"
+        parsed = Page(source)
         if parsed.headings != 1:
             yield "pages", f"{name} has {parsed.headings} headings"
         for fault in parsed.faults:
@@ -95,25 +114,34 @@ def check_language(root, folder):
         for bold in parsed.bold:
             if bold not in known:
                 yield "texts", f'{name}: the add-in shows no "{bold}"'
-        if page == "AddInOutl":
-            for key in OPTIONS:
-                if texts["FormOlAddInOptions", key] not in parsed.bold:
-                    yield "options", f"{name} does not name {key}"
+        rule, pairs = demanded.get(page, ("", []))
+        for section, key in pairs:
+            if texts.get((section, key)) not in parsed.bold:
+                yield rule, f"{name} does not name [{section}] {key}"
 
 
 def check(root):
     faults = []
-    for folder, *_ in builder.LANGUAGES:
-        faults += check_language(root, folder)
-        for path in sorted((root / "help" / folder).iterdir()):
+    manuals = languages.with_manual(root)
+    for path in sorted((root / "help").iterdir()):
+        if path.is_dir() and path.name not in [language.name for language in manuals]:
+            faults.append(("listed", f"help/{path.name} is no language of languages.txt"))
+    for name in {builder.help_name(language) for language in manuals}:
+        owners = [language.name for language in manuals if builder.help_name(language) == name]
+        if len(owners) > 1:
+            faults.append(("listed", f"{' and '.join(owners)} would both be compiled to {name}.chm"))
+    for language in manuals:
+        faults += check_language(root, language)
+        for path in sorted((root / "help" / language.name).glob("*.htm")):
             if path.stem not in builder.PAGES:
-                faults.append(("pages", f"{folder}/{path.name} is not among the pages"))
+                faults.append(("pages", f"{language.name}/{path.name} is not among the pages"))
     return faults
 
 
 def check_built(output):
     faults = []
-    for folder, name, *_ in builder.LANGUAGES:
+    for language in languages.with_manual():
+        folder, name = language.name, builder.help_name(language)
         with tempfile.TemporaryDirectory() as extracted:
             subprocess.run(["chmls", "extractall", str(output / f"{name}.chm"), extracted], capture_output=True,
                            check=False)
@@ -132,6 +160,13 @@ BREAKS = [
     ("tags", "help/English/Menu.htm", "</table>", ""),
     ("texts", "help/English/Menu.htm", "<b>New SMS</b>", "<b>New Message</b>"),
     ("texts", "lang/Deutsch.lng", "ButtonSendToPhone=An Handy senden", "ButtonSendToPhone=Senden"),
+    ("menu", "help/Deutsch/Menu.htm", "<b>Protokolldatei</b>", "Protokolldatei"),
+    ("menu", "src/addin/MenuEntries.cpp", '{"mAbout",', '{"mNew", "New"}, {"mAbout",'),
+    ("letters", "help/Deutsch/Menu.htm", "Öffnet Corvella.", "Öffnet Corvella: Ł."),
+    ("listed", "lang/languages.txt", "Deutsch       1252", "Svenska       1252"),
+    ("listed", "lang/languages.txt", "DEU    de", "DEU    en"),
+    ("options", "src/bridge/OptionsControls.h", '{{"ButtonOK"',
+     '{{"OptionNew", ControlKind::OptionButton, 0, "New"}, Place::Option}, {{"ButtonOK"'),
     ("options", "help/Deutsch/AddInOutl.htm", "<b>Profil für Outlook</b>", "Profil für Outlook"),
     ("options", "lang/English.lng", "Label3=&Keep Corvella open for:", "Label3=&Wait:"),
 ]
@@ -142,7 +177,7 @@ def self_test(root):
     for rule, name, old, new in BREAKS:
         with tempfile.TemporaryDirectory() as folder:
             copy = pathlib.Path(folder)
-            for part in ("help", "lang"):
+            for part in ("help", "lang", "src/addin", "src/bridge"):
                 shutil.copytree(root / part, copy / part)
             encoding = "cp1252" if name.endswith(".lng") else "utf-8"
             data = (copy / name).read_bytes()
@@ -169,7 +204,7 @@ def main():
     for rule, what in faults:
         print(f"{rule}: {what}")
     if not faults:
-        print(f"check-help: {len(builder.LANGUAGES)} languages, {len(builder.PAGES)} pages each, no fault")
+        print(f"check-help: {len(languages.with_manual())} languages, {len(builder.PAGES)} pages each, no fault")
     return 1 if faults else 0
 
 

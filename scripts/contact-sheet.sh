@@ -10,8 +10,7 @@ rm -rf "$sheet"
 mkdir -p "$sheet" docs/pictures
 
 cells=()
-for file in lang/*.lng; do
-    language=$(basename "$file" .lng)
+for language in $(python3 scripts/languages.py); do
     echo "contact-sheet: $language"
     scripts/demo.sh 2003 "$language" > "$sheet/$language.txt" || { cat "$sheet/$language.txt"; exit 1; }
     played=build/demo/2003

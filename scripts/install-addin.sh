@@ -21,11 +21,9 @@ wine reg add 'HKCU\Software\Quillmark\Corvella' /v Path /d 'C:\Corvella' /f >/de
 
 # Each settings file is a profile that the options dialog offers.
 cv_set_language() {
-    case "$1" in
-        Cesky) cv_locale=cs_CZ.UTF-8 cv_codepage=CP1250 ;;
-        Polski) cv_locale=pl_PL.UTF-8 cv_codepage=CP1250 ;;
-        *) cv_locale=C.UTF-8 cv_codepage=CP1252 ;;
-    esac
+    local found
+    found=$(python3 scripts/languages.py "$1") || return 1
+    read -r cv_locale cv_codepage <<< "$found"
     rm -f "$cv_install"/*.ini
     printf '[Settings]\r\nLanguage=%s\r\n' "$1" | tee "$cv_install/corvella.ini" > "$cv_install/Office.ini"
     wine reg add 'HKCU\Software\Quillmark\Corvella' /v IniFiles /d 'C:\Corvella\' /f >/dev/null 2>&1

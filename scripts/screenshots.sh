@@ -14,7 +14,8 @@ python3 scripts/draw-bitmaps.py
 scripts/build.sh win32-release question_screens options_screens > build/screens.log ||
     { tail build/screens.log >&2; exit 1; }
 . scripts/wine-env.sh
-export CV_LANGUAGES="English Deutsch Francais Espanol Portugues-BR Cesky Nederlands Polski"
+CV_LANGUAGES=$(python3 scripts/languages.py | tr '\n' ' ')
+export CV_LANGUAGES
 rm -rf build/screens
 
 # Resolution and size of the desktop hold for programs that are started after all others have ended.

@@ -14,8 +14,6 @@ using platform::Root;
 
 namespace {
 
-constexpr const char* productKey = "SOFTWARE\\Quillmark\\Corvella";
-
 bool HasChangedItems() {
     std::string waiting;
     for (const char* list : {"ChangedA", "ChangedC", "ChangedT"}) {
@@ -25,8 +23,8 @@ bool HasChangedItems() {
 }
 
 std::string MainAppFolder() {
-    const std::string folder = RegEdit::GetRegString(Root::LocalMachine, productKey, "Path");
-    return folder.empty() ? RegEdit::GetRegString(Root::CurrentUser, productKey, "Path") : folder;
+    const std::string folder = RegEdit::GetRegString(Root::LocalMachine, RegistryKeys::Product, "Path");
+    return folder.empty() ? RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Product, "Path") : folder;
 }
 
 void StartUpdate() {

@@ -15,6 +15,7 @@
 #include "testing/BoxAnswerer.h"
 #include "testing/DebugLog.h"
 #include "testing/FormDriver.h"
+#include "testing/Languages.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/Recorder.h"
 #include "testing/ScreenReader.h"
@@ -26,8 +27,6 @@ using platform::Rect;
 namespace {
 
 const std::string outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
-const char* const languages[] = {"English",      "Deutsch", "Francais",   "Espanol",
-                                 "Portugues-BR", "Cesky",   "Nederlands", "Polski"};
 
 // A user's registry, profiles and language, and the dialog over them.
 struct Fixture {
@@ -393,10 +392,10 @@ TEST_CASE_FIXTURE(Fixture, "the boxes for automatic sending belong to the form, 
     });
 }
 TEST_CASE_FIXTURE(Fixture, "in every language each text has its room and the dialog fits a small screen") {
-    for (const char* language : languages) {
-        CAPTURE(std::string(language));
+    for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
+        CAPTURE(language);
         Speak(language);
-        REQUIRE(Language::state.LangFile.ends_with(std::string("\\") + language + ".lng"));
+        REQUIRE(Language::state.LangFile.ends_with("\\" + language + ".lng"));
         Look([] {
             for (const Control& control : Form().Controls()) {
                 if (!control.Visible() || !control.Has(platform::Property::Caption)) continue;
@@ -414,8 +413,8 @@ TEST_CASE_FIXTURE(Fixture, "in every language each text has its room and the dia
     }
 }
 TEST_CASE_FIXTURE(Fixture, "in every language every field has an access key of its own") {
-    for (const char* language : languages) {
-        CAPTURE(std::string(language));
+    for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
+        CAPTURE(language);
         Speak(language);
         Look([] {
             std::string keys;

@@ -17,6 +17,7 @@
 #include "testing/AnsweringPrompt.h"
 #include "testing/BoxAnswerer.h"
 #include "testing/DebugLog.h"
+#include "testing/Languages.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/TempFolder.h"
 
@@ -61,9 +62,8 @@ class House {
     void MakeFolder(const std::string& name) const { CreateDirectoryA(folder_.Path(name).c_str(), nullptr); }
     // Each with its own name as the text of "Misc" "Default".
     void WriteAllLanguages() const {
-        for (const char* name :
-             {"English", "Deutsch", "Francais", "Espanol", "Portugues-BR", "Cesky", "Nederlands", "Polski"}) {
-            Write(name + ".lng"s, "x\r\n[Misc]\r\nDefault="s + name + "\r\n");
+        for (const ListedLanguage& language : ListedLanguages()) {
+            Write(language.name + ".lng", "x\r\n[Misc]\r\nDefault=" + language.name + "\r\n");
         }
     }
     void Setting(std::string_view section, std::string_view key, std::string_view value) const {
@@ -110,6 +110,20 @@ TEST_CASE("the system's language decides over the whole table where the settings
         house.System.Set(code);
         CHECK(house.Choose() == file);
         CHECK(state.LangDefault + ".lng" == file);
+    }
+}
+TEST_CASE("each language of the list is chosen by its codes of Windows, and has its help") {
+    House house;
+    house.WriteAllLanguages();
+    for (const ListedLanguage& language : ListedLanguages()) {
+        CAPTURE(language.name);
+        house.Write("cv" + language.help + ".chm", "");
+        for (const std::string& code : language.codes) {
+            CAPTURE(code);
+            house.System.Set(code);
+            CHECK(house.Choose() == language.name + ".lng");
+            CHECK(state.LangHelpFile == folder + "cv" + language.help + ".chm");
+        }
     }
 }
 TEST_CASE("the language of the settings comes before the system's") {
