@@ -31,16 +31,23 @@ std::string ProgIdOf(const Dispatch& addInInst) {
 
 void Connect::AddinInstance_OnConnection(const Dispatch& application, std::int32_t, const Dispatch& addInInst) {
     const Debug::Trace trace("AddinInstance_OnConnection");
+    const std::uint32_t turn = ++turn_;
     if (DebugSetup::IsInIde()) RegEdit::DeleteRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active);
     DebugSetup::InitDebug(false, false);
+    if (turn != turn_) return;  // disconnected while a question of the log's was open
     RegEdit::SaveRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active, "1", textValue);
     if (!HasWindows(application)) return;
-    Handler()->InitHandler(application, ProgIdOf(addInInst));
+    const std::string progId = ProgIdOf(addInInst);
+    if (turn != turn_) return;  // each call of the host may bring the disconnection, which lets go of the handler
+    const std::shared_ptr<cOutlookAddIn> handler = Handler();
+    handler->InitHandler(application, progId);
+    if (turn != turn_) handler->ReleaseEverything();
 }
 
 void Connect::AddinInstance_OnDisconnection(std::int32_t removeMode) {
     {
         const Debug::Trace trace("AddinInstance_OnDisconnection");
+        ++turn_;
         const std::shared_ptr<cOutlookAddIn> handler = Handler();
         handler->CloseExplorerWrappers();
         if (removeMode != closedByUser) handler->UnInitHandler({});

@@ -26,4 +26,5 @@ class Connect final : public platform::AddinInstance {
 
     std::shared_ptr<cOutlookAddIn> handler_;
     cOlRibbon ribbon_;
+    std::uint32_t turn_ = 0;  // counts connections and disconnections: which of them came last
 };

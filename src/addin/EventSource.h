@@ -1,6 +1,7 @@
 // addin/EventSource.h: an object of the host together with the events that one listener gets from it.
 //
-// Errors  an object whose events cannot be connected is kept without them.
+// Errors  an object whose events cannot be connected is kept without them, but an earlier connection is not given up
+//         for it.
 // Owns    the object and the connection; Release() ends the events first.
 #pragma once
 #include <memory>
@@ -14,7 +15,9 @@ class EventSource {
     template <class Listener, std::size_t count>
     void Attach(platform::Dispatch object, const platform::InterfaceId& events,
                 const std::shared_ptr<Listener>& listener, const platform::EventHandler<Listener> (&handlers)[count]) {
-        connection_ = platform::ConnectEvents(object, events, listener, handlers);
+        platform::Connection connection = platform::ConnectEvents(object, events, listener, handlers);
+        if (!connection && connection_) return;
+        connection_ = std::move(connection);
         object_ = std::move(object);
     }
     void Release() noexcept {

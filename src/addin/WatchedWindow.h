@@ -33,6 +33,10 @@ class WatchedWindow final : public std::enable_shared_from_this<WatchedWindow> {
     [[nodiscard]] bool Watch(const platform::Dispatch& window, std::weak_ptr<WindowListener> listener);
     void Release() noexcept { window_.Release(); }
 
+    [[nodiscard]] bool IsOf(const platform::Dispatch& window) const {
+        return platform::Compare(window_.Object(), window) == platform::Identity::Same;
+    }
+    [[nodiscard]] std::shared_ptr<cOlExplorer> Explorer() const { return explorer_.lock(); }  // null: has no wrapper
     [[nodiscard]] bool IsExplorer() const { return isExplorer_; }
     [[nodiscard]] std::int32_t ItemClass() const { return itemClass_; }  // of what an Inspector showed when it opened
 

@@ -114,6 +114,7 @@ void cOlExplorer::SetMenus(const Dispatch& Application_) {
     if (!popup) popup = AddPopup(menuBar, count);
     if (!entriesExist) AddEntries(popup);
     AddSynchroniseButton(explorer);
+    if (!InUse()) RemoveControls(explorer);  // closed meanwhile
 }
 
 // Counts the controls of the menu bar; a popup of ours that could not be deleted is kept in use.
@@ -202,6 +203,7 @@ void cOlExplorer::AddSendToPhoneButton() {
         OlButtons::AddCommandBarButton(objExplorer_.Object(), sendToPhoneNumber, progId_, OwnText("ButtonSendToPhone"),
                                        parameter_, false, iconOnly, sendToPhonePosition);
     Bind(sendToPhone_, button, &cOlExplorer::SendToPhone_Click);
+    if (!InUse()) sendToPhone_.Delete();  // closed meanwhile
 }
 
 void cOlExplorer::objExplorer_Close() {

@@ -36,21 +36,22 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
     static constexpr platform::EventHandler<cOutlookAddIn> applicationEvents[] = {
         {Events::Quit, &cOutlookAddIn::OnQuit}};
 
+    ReleaseEvents();
     OlVersion = platform::ValLong(application.Text(Members::Outlook::Version).substr(0, 2));
+    progId_ = progId;
+    ribbon_ = std::make_shared<RibbonUi>(OlVersion);
+    windows_.clear();
+    explorers_.assign(1, nullptr);
+    contacts_.assign(1, nullptr);
+    tasks_.assign(1, nullptr);
+    appointments_.assign(1, nullptr);
+
     myolapp_.Attach(application, Events::Application, shared_from_this(), applicationEvents);
     if (!myolapp_.Connected()) myolapp_.Release();
     platform::Err().Clear();
     if (myolapp_.Object()) AttachCollections(myolapp_.Object());
     application_ = application;
     AttachCollections(application_);
-
-    progId_ = progId;
-    ribbon_ = std::make_shared<RibbonUi>(OlVersion);
-    windows_.clear();
-    explorers_.assign(1, std::make_shared<cOlExplorer>(ribbon_));
-    contacts_.assign(1, nullptr);
-    tasks_.assign(1, nullptr);
-    appointments_.assign(1, nullptr);
 
     OpenFirstExplorer();
     WrapOpenWindows();
@@ -60,16 +61,26 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
 
 // Outlook 2000, whose application's events cannot be sunk, gets its menus at once and no events of the Explorer.
 void cOutlookAddIn::OpenFirstExplorer() {
-    const std::shared_ptr<cOlExplorer> first = explorers_.front();
     const bool outlook2000 = !myolapp_.Object();
     const Dispatch explorer = FirstExplorer();
-    if (!Watch(explorer, std::make_shared<WatchedWindow>(first))) return;
+    std::shared_ptr<cOlExplorer> first = WrapperOf(explorer);  // one that opened meanwhile has it already
+    if (!first) {
+        first = std::make_shared<cOlExplorer>(ribbon_);
+        if (!Watch(explorer, std::make_shared<WatchedWindow>(first))) return;
+        Slots::FirstFree(explorers_, IsFreeExplorer) = first;
+        if (!outlook2000) first->OpenItem(explorer, progId_, Names::WrapperParameter);
+    }
     if (outlook2000) {
         first->OpenItemOl20(explorer, progId_, Names::WrapperParameter);
     } else {
-        first->OpenItem(explorer, progId_, Names::WrapperParameter);
         if (!ribbon_->Offered()) first->SetMenus({});
     }
+}
+
+std::shared_ptr<cOlExplorer> cOutlookAddIn::WrapperOf(const Dispatch& explorer) const {
+    const auto isWatched = [&](const auto& window) { return window->IsOf(explorer); };
+    const auto watched = std::find_if(windows_.begin(), windows_.end(), isWatched);
+    return watched == windows_.end() ? nullptr : (*watched)->Explorer();
 }
 
 // The active one for Outlook 2000, else the first; each stands in for the other where the host refuses it.
@@ -95,18 +106,17 @@ void cOutlookAddIn::AttachCollections(const Dispatch& application) {
                     inspectorsEvents);
 }
 
-// Windows that were open before the add-in was loaded, the first Explorer excepted, bring no event of their own.
+// Windows that were open before the add-in was loaded bring no event of their own; one that opened meanwhile did.
 void cOutlookAddIn::WrapOpenWindows() {
+    const bool outlook2000 = !myolapp_.Object();  // there the active Explorer is served already, else the first
     const Dispatch explorers = application_.Object(Members::Outlook::Explorers);
-    if (myolapp_.Object()) {
-        const std::int32_t count = explorers.Long(Members::Collection::Count);
-        for (std::int32_t number = 2; number <= count; ++number) {
-            if (const Dispatch explorer = explorers.Object(Members::Collection::Item, number))
-                colExpl_NewExplorer(explorer);
-        }
+    std::int32_t count = explorers.Long(Members::Collection::Count);
+    for (std::int32_t number = outlook2000 ? 1 : 2; number <= count; ++number) {
+        if (const Dispatch explorer = explorers.Object(Members::Collection::Item, number))
+            colExpl_NewExplorer(explorer);
     }
     const Dispatch inspectors = application_.Object(Members::Outlook::Inspectors);
-    const std::int32_t count = inspectors.Long(Members::Collection::Count);
+    count = inspectors.Long(Members::Collection::Count);
     for (std::int32_t number = 1; number <= count; ++number) {
         if (const Dispatch inspector = inspectors.Object(Members::Collection::Item, number))
             colInsp_NewInspector(inspector);
@@ -173,7 +183,9 @@ void cOutlookAddIn::RibbonLoaded(RibbonXml::Kind kind, const Dispatch& ui) {
 }
 
 bool cOutlookAddIn::Watch(const Dispatch& window, const std::shared_ptr<WatchedWindow>& watched) {
-    if (!window || !watched->Watch(window, weak_from_this())) return false;
+    const auto isWatched = [&](const auto& other) { return other->IsOf(window); };
+    if (!window || std::any_of(windows_.begin(), windows_.end(), isWatched)) return false;
+    if (!watched->Watch(window, weak_from_this())) return false;
     windows_.push_back(watched);
     return true;
 }
@@ -196,11 +208,15 @@ void cOutlookAddIn::UnInitHandler(const Dispatch& application) {
     windows_.clear();
     if (application) return;
     ribbon_->Release();
+    ReleaseEvents();
+    application_.Reset();
+    RegEdit::DeleteRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active);
+}
+
+void cOutlookAddIn::ReleaseEvents() {
     colInsp_.Release();
     colExpl_.Release();
     myolapp_.Release();
-    application_.Reset();
-    RegEdit::DeleteRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active);
 }
 
 void cOutlookAddIn::myolapp_Quit() { UnInitHandler({}); }

@@ -24,6 +24,8 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     void InitHandler(const platform::Dispatch& application, const std::string& progId);
     void CloseExplorerWrappers();
     void UnInitHandler(const platform::Dispatch& application);
+    // Both: the handler has nothing of the host's any more.
+    void ReleaseEverything();
 
     void colExpl_NewExplorer(const platform::Dispatch& explorer);
     void colInsp_NewInspector(const platform::Dispatch& inspector);
@@ -47,14 +49,17 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     void OnQuit(const platform::EventArguments& arguments);
 
     void AttachCollections(const platform::Dispatch& application);
+    void ReleaseEvents();
     void WrapOpenWindows();
     [[nodiscard]] ItemWrappers& WrappersOf(std::int32_t itemClass);
     [[nodiscard]] ItemWrappers& WrappersOf(RibbonXml::Kind kind);
+    // False, too, where that window is watched already.
     [[nodiscard]] bool Watch(const platform::Dispatch& window, const std::shared_ptr<WatchedWindow>& watched);
     void OpenFirstExplorer();
     [[nodiscard]] platform::Dispatch FirstExplorer() const;
+    // Of a window that is watched already; null: none.
+    [[nodiscard]] std::shared_ptr<cOlExplorer> WrapperOf(const platform::Dispatch& explorer) const;
     void WatchUnknownWindows();
-    void ReleaseEverything();
 
     void WindowClosed(const std::shared_ptr<WatchedWindow>& window) override;
     [[nodiscard]] bool ServesAnyWindow() const;

@@ -85,11 +85,13 @@ struct Options {
 
 // What one call returns instead of doing its work.
 struct Fault {
-    enum class Kind { Fails, Exception, DeferredException, Empty };
+    enum class Kind { Fails, Refused, Exception, DeferredException, Empty };
     Kind kind = Kind::Fails;
     HRESULT code = E_FAIL;  // the HRESULT, or the scode of an exception
 
     static Fault Fails(HRESULT code) { return {Kind::Fails, code}; }
+    // As Fails, but an Unadvise leaves the sink where it is until the session ends; with Fails it is cut all the same.
+    static Fault Refused(HRESULT code) { return {Kind::Refused, code}; }
     // DISP_E_EXCEPTION with a filled EXCEPINFO (source, description, help file); Deferred: filled by pfnDeferredFillIn.
     // Calls that have no EXCEPINFO return `scode` itself.
     static Fault Exception(HRESULT scode) { return {Kind::Exception, scode}; }

@@ -4,6 +4,7 @@
 
 #include "platform/Err.h"
 #include "platform/Guard.h"
+#include "platform/Module.h"
 #include "platform/SystemError.h"
 #include "platform/com/Com.h"
 
@@ -64,6 +65,7 @@ class EventSink final : public IDispatch {
   private:
     ~EventSink() = default;
 
+    KeepLoaded keepLoaded_;  // a host that refuses to let go of the sink may still call it
     ULONG references_ = 1;
     IID events_;
     std::shared_ptr<Connection::Receiver> receiver_;

@@ -5,10 +5,12 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "platform/Err.h"
 #include "platform/Guard.h"
+#include "platform/Module.h"
 #include "platform/SystemError.h"
 #include "platform/forms/FormWindow.h"
 
@@ -130,6 +132,7 @@ class Form::Windows final : public ControlPeer {
 
     Form& form_;
     FormStyle style_;
+    std::optional<KeepLoaded> keepLoaded_;  // while there is a window, whose procedure Windows calls
     HWND dialog_ = nullptr, toolTips_ = nullptr;
     HWND wantedFocus_ = nullptr;  // asked for before the form is shown
     HWND activeBefore_ = nullptr, focusBefore_ = nullptr;
@@ -153,6 +156,7 @@ bool Form::Windows::Create(HWND owner) {
         RecordLastError();
         return false;
     }
+    keepLoaded_.emplace();
     if (const HDC screen = GetDC(nullptr)) {
         dotsAnInch_ = GetDeviceCaps(screen, LOGPIXELSY);
         ReleaseDC(nullptr, screen);
@@ -200,6 +204,7 @@ void Form::Windows::Forget() {
     controls_.clear();
     if (const HWND toolTips = std::exchange(toolTips_, nullptr)) DestroyWindow(toolTips);
     dialog_ = wantedFocus_ = nullptr;
+    keepLoaded_.reset();
     if (modal_) PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
@@ -501,6 +506,7 @@ std::int32_t Form::WindowNumber() const { return static_cast<std::int32_t>(reint
 WindowHandle Form::Window(const Control& control) const { return Loaded() ? windows_->Of(control).Handle() : nullptr; }
 
 bool Form::ShowModal() {
+    const KeepLoaded untilItReturns;
     if (!Load() || !windows_->Open(true)) return false;
     windows_->Pump();
     return true;

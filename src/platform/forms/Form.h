@@ -8,6 +8,7 @@
 //          and the focus is where it was. A quit message that arrives meanwhile ends the form and is passed on.
 // Errors   Every event is guarded: nothing leaves it. A window that cannot be made is recorded as the pending error.
 // Owns     Its windows, fonts, brushes and pictures, until Unload or its end. It may not end while it handles an event.
+//          The library stays loaded while there are windows.
 // Effects  Shows windows; modal forms pump messages.
 #pragma once
 #include <memory>

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Err.h"
+#include "platform/Module.h"
 #include "platform/forms/Form.h"
 #include "testing/FormDriver.h"
 
@@ -131,6 +132,14 @@ constexpr auto logIs = [](const TestForm& form, std::initializer_list<std::strin
 
 }  // namespace
 
+TEST_CASE("the library stays loaded as long as a form has its window") {
+    TestForm form;
+    REQUIRE_FALSE(IsKeptLoaded());
+    REQUIRE(form.Load(nullptr));
+    CHECK(IsKeptLoaded());
+    form.Unload();
+    CHECK_FALSE(IsKeptLoaded());
+}
 TEST_CASE("each kind of control is a window of its kind, named by its caption") {
     TestForm form;
     REQUIRE(form.Load());

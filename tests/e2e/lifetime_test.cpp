@@ -1,0 +1,259 @@
+// The add-in's life when the host calls in the middle of something: windows that open and disconnections that come
+// while it is still being connected, connections that fail half-way, and a library that something still needs.
+#include <doctest.h>
+#include <windows.h>
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "e2e/Session.h"
+#include "e2e/User.h"
+#include "testing/ImportPatch.h"
+
+using e2e::Session;
+using e2e::User;
+using standin::Fault;
+using standin::FolderKind;
+using standin::ItemClass;
+using standin::Window;
+
+namespace {
+
+HMODULE LoadedLibrary() {
+    const HMODULE library = LoadLibraryA((e2e::AddInFolder() + "CVOutlookAddIn.dll").c_str());
+    REQUIRE(library);
+    return library;
+}
+
+bool IsActive() { return e2e::ReadValue(e2e::addInKey, "Active").has_value(); }
+
+// What happens while the add-in's number-th call of the host is about to return, as when that call pumps messages.
+class Meanwhile {
+  public:
+    explicit Meanwhile(HMODULE library) {
+        current = this;
+        const ImportPatch::Import answers[] = {{"OLEAUT32.dll", "VariantClear", reinterpret_cast<void*>(&Clear)}};
+        REQUIRE(patch_.Replace(library, answers) == 1);
+    }
+    ~Meanwhile() { current = nullptr; }
+    Meanwhile(const Meanwhile&) = delete;
+    Meanwhile& operator=(const Meanwhile&) = delete;
+
+    void At(int number, std::function<void()> action) {
+        number_ = number;
+        isDue_ = [this] { return calls_ == number_; };
+        action_ = std::move(action);
+    }
+    void Once(std::function<bool()> isDue, std::function<void()> action) {
+        isDue_ = std::move(isDue);
+        action_ = std::move(action);
+    }
+    // The action was due, and is done.
+    [[nodiscard]] bool Happened() const { return happened_; }
+
+  private:
+    static HRESULT WINAPI Clear(VARIANTARG* answer) {
+        Meanwhile& now = *current;
+        ++now.calls_;
+        if (!now.happened_ && now.isDue_ && now.isDue_()) {
+            now.happened_ = true;
+            now.action_();
+        }
+        return VariantClear(answer);
+    }
+
+    inline static Meanwhile* current = nullptr;
+    ImportPatch patch_;
+    std::function<bool()> isDue_;
+    std::function<void()> action_;
+    int calls_ = 0;
+    int number_ = 0;
+    bool happened_ = false;
+};
+
+// Plays `scenario` with its action at one call after the other, a few left out each time, until it comes no more.
+template <class Scenario>
+int AtEveryCall(int step, Scenario scenario) {
+    int played = 0;
+    for (int number = 1;; number += step) {
+        CAPTURE(number);
+        if (!scenario(number)) return played;
+        ++played;
+    }
+}
+
+struct Held {
+    int references, advises;
+    bool operator==(const Held&) const = default;
+    friend std::ostream& operator<<(std::ostream& to, const Held& held) {
+        return to << held.references << " references, " << held.advises << " advises";
+    }
+};
+
+Held HeldBy(Session& session) { return {session->References(), session->Advises()}; }
+
+HRESULT CanUnload(HMODULE library) {
+    const auto ask = reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(GetProcAddress(library, "DllCanUnloadNow"));
+    const bool found = ask != nullptr;
+    REQUIRE(found);
+    return ask();
+}
+
+}  // namespace
+
+TEST_CASE("a disconnection that arrives while the add-in is being connected leaves nothing behind") {
+    const HMODULE library = LoadedLibrary();
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        const int played = AtEveryCall(23, [&](int number) {
+            Session session({.version = version});
+            Meanwhile meanwhile(library);
+            meanwhile.At(number, [&] { session->UnloadAddIn(e2e::progId); });
+            session->Start();
+            if (!meanwhile.Happened()) return false;
+            CHECK(session->References() == 0);
+            CHECK(session->Advises() == 0);
+            CHECK_FALSE(IsActive());
+            for (const Window window : session->Windows()) {
+                CHECK(session.Popups(window).empty());
+                CHECK(session.OwnControls(window).empty());
+            }
+            return true;
+        });
+        CHECK(played > 5);
+    }
+    FreeLibrary(library);
+}
+TEST_CASE("an Explorer that opens while the add-in is being connected is served once") {
+    const HMODULE library = LoadedLibrary();
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        const auto heldAfter = [&](Session& session) {
+            for (const Window window : session->Windows()) {
+                session->Deactivate(window);
+                session->Activate(window);
+            }
+            return HeldBy(session);
+        };
+        Session later({.version = version});
+        later->Start();
+        later->OpenExplorer();
+        const Held expected = heldAfter(later);
+        AtEveryCall(29, [&](int number) {
+            Session session({.version = version});
+            Meanwhile meanwhile(library);
+            meanwhile.At(number, [&] { session->OpenExplorer(); });
+            session->Start();
+            if (!meanwhile.Happened()) return false;
+            const Held held = heldAfter(session);
+            if (version >= 10) CHECK(held == expected);
+            std::size_t popups = 0;
+            for (const Window window : session->Windows()) popups += session.Popups(window).size();
+            CHECK(popups == (version >= 10 ? 2u : 1u));  // in Outlook 2000 the active one alone has it
+            CHECK(session->Quit() == standin::Ending::AddInsTold);
+            CHECK(session->References() == 0);
+            return true;
+        });
+    }
+    FreeLibrary(library);
+}
+TEST_CASE("an item window that opens while the add-in is being connected has one button, and its click is heard once") {
+    const HMODULE library = LoadedLibrary();
+    for (const int version : e2e::allVersions) {
+        CAPTURE(version);
+        Session later({.version = version});
+        later->Start();
+        later.OpenNew(ItemClass::Contact);
+        const Held expected = HeldBy(later);
+        AtEveryCall(29, [&](int number) {
+            Session session({.version = version});
+            Window contact;
+            Meanwhile meanwhile(library);
+            meanwhile.At(number, [&] { contact = session.OpenNew(ItemClass::Contact); });
+            session->Start();
+            if (!meanwhile.Happened()) return false;
+            CHECK(session.OwnControls(contact).size() == 1);
+            CHECK(HeldBy(session) == expected);
+            CHECK(session->Click(session.SendButton(contact)).sinks == 1);
+            CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").size() == 141);
+            return true;
+        });
+    }
+    FreeLibrary(library);
+}
+TEST_CASE("in Outlook 2000 an Explorer that was open before the add-in came is followed, as one that opens later") {
+    Session session({.version = 9});
+    session->Start();
+    REQUIRE(session->UnloadAddIn(e2e::progId));
+    const Window first = session.FirstWindow();
+    const Window second = session->OpenExplorer();
+    REQUIRE(session->LoadAddIn(e2e::progId));  // the second one is active and gets the menu
+    CHECK(session.Popups(second).size() == 1);
+    session->SwitchFolder(first, FolderKind::Contacts);
+    CHECK(session.OwnControls(first, "107").size() == 1);
+    session->CloseWindow(second);
+    session->CloseWindow(first);
+    CHECK(session->HowItEnded() == standin::Ending::AddInsTold);
+    CHECK(session->References() == 0);
+}
+TEST_CASE("when the collections can be connected only once, windows that open later are followed all the same") {
+    const HMODULE library = LoadedLibrary();
+    const std::pair<const char*, const char*> refused[] = {
+        {"Explorers.Advise", "Inspectors.Advise"},
+        {"Explorers.FindConnectionPoint", "Inspectors.FindConnectionPoint"},
+        {"Explorers.QueryInterface", "Inspectors.QueryInterface"},
+        {"Application.Explorers", "Application.Inspectors"},
+    };
+    for (const int version : {10, 11, 12}) {
+        for (const auto& [explorers, inspectors] : refused) {
+            CAPTURE(version);
+            CAPTURE(explorers);
+            Session session({.version = version});
+            Meanwhile meanwhile(library);
+            // Application, Explorers and Inspectors are connected; what comes next is their second attachment.
+            meanwhile.Once([&] { return session->Advises() == 3; },
+                           [&] {
+                               session->FailMember(explorers, Fault::Fails(E_FAIL), 1);
+                               session->FailMember(inspectors, Fault::Fails(E_FAIL), 1);
+                           });
+            session->Start();
+            REQUIRE(meanwhile.Happened());
+            CHECK(session->FaultsHit() == 2);
+            CHECK(session.SendButton(session.OpenNew(ItemClass::Contact)));
+            CHECK(session.Popups(session->OpenExplorer()).size() == 1);
+        }
+    }
+    FreeLibrary(library);
+}
+TEST_CASE("the library stays loaded while the host has a sink of it that it would not let go") {
+    const HMODULE library = LoadedLibrary();
+    {
+        Session session({.version = 11});
+        session->Start();
+        session->FailMember("Explorers.Unadvise", Fault::Refused(E_FAIL), 1);
+        CHECK(session->UnloadAddIn(e2e::progId));
+        REQUIRE(session->Advises() == 1);
+        CHECK(CanUnload(library) == S_FALSE);
+    }
+    CHECK(CanUnload(library) == S_OK);
+    FreeLibrary(library);
+}
+TEST_CASE("the library stays loaded while a dialog of it is open") {
+    const HMODULE library = LoadedLibrary();
+    Session session({.version = 11});
+    session->Start();
+    HRESULT duringDialog = S_OK;
+    User user("Cancel");
+    user.beforeAnswer = [&](const User::Box&) {
+        session->UnloadAddIn(e2e::progId);
+        duringDialog = CanUnload(library);
+    };
+    session->Click(session.Entries(session.FirstWindow()).at(6));
+    CHECK(user.boxes.size() == 1);
+    CHECK(duringDialog == S_FALSE);
+    CHECK(CanUnload(library) == S_OK);
+    FreeLibrary(library);
+}
