@@ -94,7 +94,6 @@ void CallMainApp(std::string_view argument) {
         platform::ShowMessageBox("Unable to find Corvella.exe", Prompt::Style::OK);
         return;
     }
-    platform::Err().Clear();
     platform::StartProcess(MainAppCommand::Call(folder, argument), platform::Show::Minimised);
     platform::Err().Clear();
 }

@@ -244,6 +244,20 @@ TEST_CASE_FIXTURE(Fixture, "an enabled timer without an interval does not fire")
     CHECK(FormOlAddInTimer::IsLoaded());
     CHECK(Timer().Enabled());
 }
+TEST_CASE_FIXTURE(Fixture, "a timer that was disabled does not fire, and Windows keeps none for it") {
+    InstallMainApp(HKEY_CURRENT_USER, Folder());
+    Put("ChangedC", ";0C");
+    Timer().SetInterval(10);
+    Timer().Enable();
+    Timer().Disable();
+    PumpFor(50);
+    CHECK(FormOlAddInTimer::IsLoaded());
+    MSG left;
+    CHECK_FALSE(PeekMessageA(&left, nullptr, WM_TIMER, WM_TIMER, PM_NOREMOVE));
+    const HWND window = FindWindowExA(HWND_MESSAGE, nullptr, "CorvellaTimer", nullptr);
+    REQUIRE(window);
+    for (UINT_PTR arming = 1; arming < 10; ++arming) CHECK_FALSE(KillTimer(window, arming));
+}
 TEST_CASE_FIXTURE(Fixture, "with all three lists empty no process is started and the form unloads") {
     InstallMainApp(HKEY_CURRENT_USER, Folder());
     Put("ChangedA", "");

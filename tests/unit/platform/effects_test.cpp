@@ -16,7 +16,11 @@
 #include "platform/Module.h"
 #include "platform/Process.h"
 #include "platform/Timer.h"
+#include "platform/com/Com.h"
+#include "platform/com/Picture.h"
+#include "platform/forms/Keyboard.h"
 #include "testing/BoxAnswerer.h"
+#include "testing/ImportPatch.h"
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
@@ -45,6 +49,22 @@ int WINAPI RecordBox(HWND owner, LPCSTR text, LPCSTR title, UINT style) {
     const auto show = reinterpret_cast<Function>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "MessageBoxA")));
     return show(owner, text, title, style);
+}
+
+struct PressedKey {
+    BYTE key, scanCode;
+    DWORD flags;
+    bool operator==(const PressedKey&) const = default;
+};
+std::vector<PressedKey> pressedKeys;
+void WINAPI RecordKey(BYTE key, BYTE scanCode, DWORD flags, ULONG_PTR) {
+    pressedKeys.push_back({key, scanCode, flags});
+}
+UINT WINAPI ScanCodeOf(UINT key, UINT asked) { return asked == 0 ? key + 1 : 0; }
+
+HRESULT WINAPI RefusePicture(LPPICTDESC, REFIID, BOOL, LPVOID* picture) {
+    *picture = nullptr;
+    return E_OUTOFMEMORY;
 }
 
 bool TimerClassExists() {
@@ -221,6 +241,35 @@ TEST_CASE("style bits that Windows refuses are left out, the others kept") {
     CHECK(user.Seen().size() == 3);
 }
 
+TEST_CASE("Control and End are pressed and released with the codes of the user's keyboard") {
+    ImportPatch patch;
+    const ImportPatch::Import keys[] = {
+        {"USER32.dll", "keybd_event", reinterpret_cast<void*>(&RecordKey)},
+        {"USER32.dll", "MapVirtualKeyA", reinterpret_cast<void*>(&ScanCodeOf)},
+    };
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), keys) == 2);
+    pressedKeys.clear();
+    SendControlEnd();
+    const std::vector<PressedKey> expected = {
+        {VK_CONTROL, VK_CONTROL + 1, 0},
+        {VK_END, VK_END + 1, KEYEVENTF_EXTENDEDKEY},
+        {VK_END, VK_END + 1, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP},
+        {VK_CONTROL, VK_CONTROL + 1, KEYEVENTF_KEYUP},
+    };
+    CHECK(pressedKeys == expected);
+}
+TEST_CASE("a bitmap that cannot become a picture is let go of") {
+    ImportPatch patch;
+    const ImportPatch::Import pictures[] = {
+        {"OLEAUT32.dll", "OleCreatePictureIndirect", reinterpret_cast<void*>(&RefusePicture)}};
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), pictures) == 1);
+    HBITMAP bitmap = CreateBitmap(16, 16, 1, 1, nullptr);
+    Err().Clear();
+    CHECK_FALSE(PictureOf({bitmap}, {}));
+    CHECK(Err().Number() == OutOfMemory);
+    CHECK(GetObjectType(bitmap) == 0);
+    Err().Clear();
+}
 TEST_CASE("a timer fires again and again until it is stopped") {
     int events = 0;
     Timer timer([&] { ++events; });

@@ -35,6 +35,10 @@ TEST_CASE("a number beyond all limits reads as the nearest one") {
 TEST_CASE("a whole number is one only when nothing else stands beside it") {
     CHECK(WholeNumber(" 2.7 ") == 2.7);
     CHECK_FALSE(WholeNumber("2.7x").has_value());
+    CHECK(WholeNumber("5e3") == 5000);  // the exponent belongs to it, where it is complete
+    CHECK(WholeNumber("5e-1 ") == 0.5);
+    CHECK_FALSE(WholeNumber("5e").has_value());
+    CHECK_FALSE(WholeNumber("5e3x").has_value());
     CHECK_FALSE(WholeNumber("").has_value());
     CHECK_FALSE(WholeNumber("seven").has_value());
 }

@@ -249,6 +249,27 @@ TEST_CASE_FIXTURE(Fixture, "error information with a code of its own keeps that 
     CHECK_FALSE(object.AsDispatch().Call("Close"));
     CHECK(Err().Number() == 438);
 }
+TEST_CASE_FIXTURE(Fixture, "error information without any code is an exception, and 1 is a code") {
+    object.answer = DISP_E_EXCEPTION;
+    CHECK_FALSE(object.AsDispatch().Call("Close"));
+    CHECK(Err().Number() == static_cast<std::int32_t>(DISP_E_EXCEPTION));
+    object.explain = [](EXCEPINFO& info) { info.wCode = 1; };
+    CHECK_FALSE(object.AsDispatch().Call("Close"));
+    CHECK(Err().Number() == 1);
+}
+TEST_CASE_FIXTURE(Fixture, "an object where a text was asked for reads as the value that stands for it") {
+    FakeObject named;
+    named.result = [](VARIANT& into) { Text(into, "Standard"); };
+    object.result = [&](VARIANT& into) {
+        into.vt = VT_DISPATCH;
+        into.pdispVal = &named;
+        named.AddRef();
+    };
+    CHECK(object.AsDispatch().Text("Bar") == "Standard");
+    REQUIRE(named.asked.size() == 1);
+    CHECK(named.asked[0].id == DISPID_VALUE);
+    CHECK(named.references == 1);
+}
 TEST_CASE_FIXTURE(Fixture, "memory that ran out and Visual Basic's own numbers are pending under their short numbers") {
     object.answer = E_OUTOFMEMORY;
     CHECK_FALSE(object.AsDispatch().Call("Close"));

@@ -329,6 +329,32 @@ TEST_CASE("Tab moves in the order of the table, to the option that is chosen") {
     CHECK(visited[2] == "Option");
     CHECK(onOption == 1);
 }
+TEST_CASE("a form opens with the focus where it was wanted before, and the wish is fulfilled once") {
+    HostWindow host;
+    TestForm form;
+    REQUIRE(form.Load());
+    form.The("CheckKeep").TakeFocus();
+    const auto focusWhenShown = [&] {
+        std::string name;
+        CHECK(Drive(form, {[&] {
+                        name = form.Focus() ? form.Focus()->Name() : "none";
+                        FormDriver::Key(VK_ESCAPE);
+                    }}));
+        return name;
+    };
+    CHECK(focusWhenShown() == "CheckKeep");
+    form.The("ButtonOK").TakeFocus();
+    CHECK(focusWhenShown() == "ButtonOK");
+}
+TEST_CASE("the face of a font that was set is the one that is drawn with") {
+    TestForm form;
+    CHECK(form.FontFace(form.The("TextName")).empty());  // nothing is drawn yet
+    REQUIRE(form.Load());
+    form.The("TextName").SetFontName("Wingdings");
+    form.The("TextName").SetFontCharSet(SYMBOL_CHARSET);
+    CHECK(form.FontFace(form.The("TextName")) == "Wingdings");
+    CHECK(form.FontFace(form.The("ButtonOK")) != "Wingdings");
+}
 TEST_CASE("an access key presses its button from any control but a field that takes letters") {
     HostWindow host;
     TestForm form;

@@ -1,0 +1,257 @@
+#!/usr/bin/env python3
+"""One small change at a time in a copy of the sources: does a test notice?
+
+    scripts/mutants.py [N] [--seed S] [--only PATH-PART] [--list] [--unit]
+
+N changes are drawn at random from all that are possible under src/. Each is built and tested in build/mutants/tree: text
+that is pure natively first, then the unit tests that link the file, those with the fewest other files first, then the
+programs of tests/e2e. The first failure, or a test that takes far longer than usual, kills the change; a change that does
+not compile does not count. --unit leaves tests/e2e out. The survivors stand in build/mutants/survivors.txt, and each of
+them wants a test, or a reason why nobody could tell the difference. Ends with 1 when fewer than nine in ten were killed."""
+import argparse
+import collections
+import pathlib
+import random
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+HOME = ROOT / "build/mutants"
+TREE = HOME / "tree"
+WINDOWS, NATIVE = "win32-release", "native-release"
+E2E = ["e2e_scenarios", "e2e_menus", "e2e_questions"]
+TARGET = 90  # percent
+NAME = re.compile(r"[A-Za-z_]\w*")
+
+# (what is replaced, by what); in code only, never in comments, strings or preprocessor lines.
+SWAPS = [
+    (re.compile(r"(?<![=!<>+\-*/&|^%])==(?!=)"), "!="),
+    (re.compile(r"!=(?!=)"), "=="),
+    (re.compile(r"(?<= )<(?= )"), "<="),
+    (re.compile(r"(?<= )>(?= )"), ">="),
+    (re.compile(r"(?<= )<=(?= )"), "<"),
+    (re.compile(r"(?<= )>=(?= )"), ">"),
+    (re.compile(r"(?<= )&&(?= )"), "||"),
+    (re.compile(r"(?<= )\|\|(?= )"), "&&"),
+    (re.compile(r"(?<= )\+(?= )"), "-"),
+    (re.compile(r"(?<= )-(?= )"), "+"),
+    (re.compile(r"(?<= )\*(?= [\w(])"), "/"),
+    (re.compile(r"(?<= )\|(?= )"), "&"),
+    (re.compile(r"\btrue\b"), "false"),
+    (re.compile(r"\bfalse\b"), "true"),
+    (re.compile(r"(?<![\w.\"'])0(?![\w.\"'])"), "1"),
+    (re.compile(r"(?<![\w.\"'])[1-9]\d{0,4}(?![\w.\"'])"), lambda found: str(int(found.group()) + 1)),
+    (re.compile(r"(?<=[( ])!(?=[\w(])"), ""),
+    (re.compile(r"\bif \((?!constexpr)(?=[^;]*\) )"), "if (!("),
+]
+# A statement that stands alone: a call or an assignment, not a declaration or a jump.
+STATEMENT = re.compile(r"^\s+(?!return\b|break\b|continue\b|using\b|case\b|default\b|const\b|static\b|else\b|throw\b|delete\b)"
+                       r"(?:[A-Za-z_][\w.:\->()\[\]]*(?:\(.*\)| [+\-|&]?= .*)|[+]{2}\w+|delete .*);\s*(?://.*)?$")
+QUOTED = re.compile(r"\"(?:[^\"\\]|\\.)*\"|'(?:[^'\\]|\\.)+'")
+
+
+def code_only(line):
+    """The line with blanks where strings and comments are: the columns stay."""
+    line = QUOTED.sub(lambda found: found.group()[0] + " " * (len(found.group()) - 2) + found.group()[0], line)
+    comment = line.find("//")
+    return line if comment < 0 else line[:comment] + " " * (len(line) - comment)
+
+
+def closing(line, start):
+    """The column of the bracket that closes the one at `start`; -1 where it is on another line."""
+    depth = 0
+    for column in range(start, len(line)):
+        depth += {"(": 1, ")": -1}.get(line[column], 0)
+        if depth == 0:
+            return column
+    return -1
+
+
+def changes_of(line):
+    """Every (changed line, what was done)."""
+    code = code_only(line)
+    if code.lstrip().startswith("#") or "static_assert" in code:
+        return
+    for pattern, instead in SWAPS:
+        for found in pattern.finditer(code):
+            by = instead(found) if callable(instead) else instead
+            if by == "if (!(":
+                end = closing(code, found.end() - 1)
+                if end > 0 and ";" not in code[found.start():end]:
+                    yield line[:found.end()] + "!(" + line[found.end():end] + ")" + line[end:], "condition turned round"
+            else:
+                yield line[:found.start()] + by + line[found.end():], f"{found.group()} -> {by or 'nothing'}"
+    if STATEMENT.match(code):
+        indent = len(line) - len(line.lstrip())
+        yield line[:indent] + ";", "statement left out"
+
+
+def all_changes(part):
+    for path in sorted((TREE / "src").rglob("*")):
+        if path.suffix not in (".cpp", ".h") or part not in str(path.relative_to(TREE)):
+            continue
+        for number, line in enumerate(path.read_text("utf-8").split("\n")):
+            for changed, what in changes_of(line):
+                yield path, number, changed, what
+
+
+def run(command, limit=1800, **more):
+    """(exit code, what was printed); the code is None where it took too long."""
+    with (HOME / "output.txt").open("w+b") as output:
+        process = subprocess.Popen(command, cwd=TREE, stdin=subprocess.DEVNULL, stdout=output,
+                                   stderr=subprocess.STDOUT, start_new_session=True, **more)
+        try:
+            code = process.wait(limit)
+        except subprocess.TimeoutExpired:
+            subprocess.run(["kill", "--", f"-{process.pid}"], stderr=subprocess.DEVNULL)
+            process.wait()
+            code = None
+        output.seek(0)
+        return code, output.read().decode("utf-8", "replace")
+
+
+def must(command):
+    code, output = run(command)
+    if code != 0:
+        sys.exit(f"mutants: {' '.join(command)} ended with {code}\n{output[-3000:]}")
+    return output
+
+
+def copy_sources():
+    """The files under version control as they are now; what is the same keeps its time, so that little is built."""
+    TREE.mkdir(parents=True, exist_ok=True)
+    listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT,
+                            capture_output=True, check=True).stdout
+    wanted = {name.decode() for name in listed.split(b"\0") if name and (ROOT / name.decode()).is_file()}
+    for old in TREE.rglob("*"):
+        name = str(old.relative_to(TREE))
+        if old.is_file() and not name.startswith("build/") and name not in wanted:
+            old.unlink()
+    for name in wanted:
+        source, target = ROOT / name, TREE / name
+        if not target.exists() or target.read_bytes() != source.read_bytes():
+            target.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy(source, target)
+
+
+class Tests:
+    """Which test programs a source file is linked into, in each of the two builds."""
+
+    def __init__(self):
+        self.of = {}       # build -> {source or header: [its tests, the most particular first]}
+        self.seconds = {}  # (build, test) -> what it takes undisturbed
+        for build in (NATIVE, WINDOWS):
+            must(["cmake", "--preset", build])
+            names = self.unit_tests(build)
+            must(["cmake", "--build", "--preset", build, "--target", *names, *(E2E if build == WINDOWS else ())])
+            self.of[build] = self.map(build, names)
+
+    @staticmethod
+    def unit_tests(build):
+        programs = must(["ninja", "-C", f"build/{build}", "-t", "targets", "all"])
+        return sorted(set(re.findall(r"^tests/unit/(\w+)(?:\.exe)?: CXX_EXECUTABLE_LINKER", programs, re.M)))
+
+    @staticmethod
+    def map(build, names):
+        headers, source = collections.defaultdict(set), None
+        for line in must(["ninja", "-C", f"build/{build}", "-t", "deps"]).splitlines():
+            if line.endswith("(VALID)"):
+                source = None
+            elif line.strip():
+                path = line.strip()
+                source = source or path  # the first is what is compiled
+                headers[source].add(path)
+        of, sizes = collections.defaultdict(set), {}
+        for name in names:
+            program = f"tests/unit/{name}" + (".exe" if build == WINDOWS else "")
+            inputs = set(must(["ninja", "-C", f"build/{build}", "-t", "inputs", program]).split())
+            linked = {path for path in inputs if "/src/" in path and path.endswith(".cpp")}
+            sizes[name] = len(linked)
+            for path in linked:
+                for each in headers.get(path, {path}):
+                    of[pathlib.Path(each).resolve()].add(name)
+        return {path: sorted(tests, key=lambda test: (sizes[test], test)) for path, tests in of.items()}
+
+    def plan(self, path, with_e2e):
+        """The tests of a changed file, in the order in which they are tried."""
+        native = [(NATIVE, test) for test in self.of[NATIVE].get(path, [])]
+        windows = [(WINDOWS, test) for test in self.of[WINDOWS].get(path, [])]
+        return native + windows + ([(WINDOWS, test) for test in E2E] if with_e2e else [])
+
+    def passes(self, build, test):
+        begin = time.monotonic()
+        limit = 900 if (build, test) not in self.seconds else 15 + 4 * self.seconds[build, test]
+        code, _ = run(["ctest", "--test-dir", f"build/{build}", "-R", f"^{test}$"], limit)
+        if code == 0:
+            self.seconds.setdefault((build, test), time.monotonic() - begin)
+        return code == 0
+
+
+def killer(tests, path, with_e2e):
+    """The test that notices; None where none does, "-" where the change does not compile."""
+    for build, test in tests.plan(path, with_e2e):
+        if test in E2E:
+            targets = [test, "installed_addin"]
+        else:
+            targets = [test]
+        code, _ = run(["cmake", "--build", "--preset", build, "--target", *targets], 600)
+        if code != 0:
+            return "-"
+        if not tests.passes(build, test):
+            return test
+    return None
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("count", nargs="?", type=int, default=40)
+    parser.add_argument("--seed", type=int)
+    parser.add_argument("--only", default="", help="only files whose path holds this")
+    parser.add_argument("--list", action="store_true", help="print the changes drawn, and do none")
+    parser.add_argument("--unit", action="store_true", help="without tests/e2e")
+    arguments = parser.parse_args()
+    seed = arguments.seed if arguments.seed is not None else random.SystemRandom().randrange(10**6)
+    HOME.mkdir(parents=True, exist_ok=True)
+    copy_sources()
+    possible = list(all_changes(arguments.only))
+    chance = random.Random(seed)
+    drawn = chance.sample(possible, len(possible))
+    print(f"mutants: {len(possible)} changes are possible; seed {seed}", flush=True)
+    if arguments.list:
+        for path, number, _, what in drawn[:arguments.count]:
+            print(f"{path.relative_to(TREE)}:{number + 1}: {what}")
+        return 0
+    tests = Tests()
+    killed, survivors, unfit = 0, [], 0
+    for path, number, changed, what in drawn:
+        if killed + len(survivors) == arguments.count:
+            break
+        name = f"{path.relative_to(TREE)}:{number + 1}: {what}"
+        text = path.read_text("utf-8")
+        lines = text.split("\n")
+        original, lines[number] = lines[number], changed
+        path.write_text("\n".join(lines), "utf-8")
+        try:
+            by = killer(tests, path, not arguments.unit)
+        finally:
+            path.write_text(text, "utf-8")
+        if by == "-":
+            unfit += 1
+        elif by:
+            killed += 1
+            print(f"killed   {name}: {by}", flush=True)
+        else:
+            survivors.append(f"{name}\n    - {original.strip()}\n    + {changed.strip()}")
+            print(f"SURVIVED {survivors[-1]}", flush=True)
+    (HOME / "survivors.txt").write_text("\n".join(survivors) + "\n")
+    total = killed + len(survivors)
+    percent = 100 * killed / max(total, 1)
+    print(f"mutants: {killed} of {total} killed ({percent:.0f} %), {unfit} did not compile; seed {seed}")
+    return 0 if percent >= TARGET else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
