@@ -113,9 +113,9 @@ bool AnswersFirstButton(std::string question) {
 
 std::string UncleanQuestion() {
     std::string question = Message("Debug1", defaultUncleanQuestion);
-    question = platform::Replaced(question, "%f", Debug::state.DebugFile);
-    question = platform::Replaced(question, "%e", {});
-    return platform::Replaced(question, "Corvella", "Corvella AddIn");
+    question = platform::Replace(question, "%f", Debug::state.DebugFile);
+    question = platform::Replace(question, "%e", {});
+    return platform::Replace(question, "Corvella", "Corvella AddIn");
 }
 
 void SetUpAfterUncleanEnd(const Start& start, bool force) {

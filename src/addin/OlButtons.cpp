@@ -21,23 +21,23 @@ constexpr std::int32_t iconAndCaption = 3;
 constexpr std::int32_t maskOffset = 100;
 
 // One placement value of a button; empty where the user set none.
-std::string Placement(std::int32_t number, const char* word) {
+std::string ReadPlacement(std::int32_t number, const char* word) {
     return RegEdit::GetRegString(platform::Root::CurrentUser, RegistryKeys::AddIn, platform::Decimal(number) + word);
 }
 
 std::int32_t PlacementNumber(std::int32_t number, const char* word, std::int32_t preset) {
-    const std::string value = Placement(number, word);
+    const std::string value = ReadPlacement(number, word);
     return value.empty() ? preset : platform::ValLong(value);
 }
 
 bool PlacementFlag(std::int32_t number, const char* word, bool preset) {
-    const std::string value = Placement(number, word);
+    const std::string value = ReadPlacement(number, word);
     return value.empty() ? preset : platform::Val(value) != 0;
 }
 
 Dispatch BarFor(const Dispatch& owner, std::int32_t number) {
     const Dispatch bars = owner.Object(Members::Window::CommandBars);
-    const std::string name = Placement(number, "Bar");
+    const std::string name = ReadPlacement(number, "Bar");
     Dispatch bar;
     if (!name.empty()) bar = bars.Object(Members::Bars::Item, name);
     return bar ? bar : bars.Object(Members::Bars::Item, "Standard");

@@ -28,7 +28,7 @@ constexpr std::int32_t sendToPhonePosition = 8;
 constexpr std::int32_t iconAndCaption = 3;
 constexpr std::int32_t iconOnly = 1;
 
-std::string WithoutMarks(std::string_view caption) { return platform::Replaced(caption, "&", ""); }
+std::string WithoutMarks(std::string_view caption) { return platform::Replace(caption, "&", ""); }
 
 std::string OwnText(const char* key) { return Language::GetLanguageString(Names::LanguageSection, key); }
 
@@ -133,7 +133,7 @@ Dispatch cOlExplorer::AddPopup(const Dispatch& menuBar, std::int16_t before) con
     Dispatch popup = menuBar.Object(Members::Controls::Add, popupControl, Missing, Missing, std::int32_t{before}, true);
     popup.Put(Members::Control::Caption, popupCaption);
     popup.Object(Members::Popup::CommandBar)
-        .Put(Members::Bar::Name, platform::Replaced(WithoutMarks(popupCaption), " ", ""));
+        .Put(Members::Bar::Name, platform::Replace(WithoutMarks(popupCaption), " ", ""));
     return popup;
 }
 

@@ -59,7 +59,7 @@ void ListItem(std::string_view entryId, char typeLetter) {
     const std::string listName = std::string("Changed") + typeLetter;
     const std::string list = Value(listName);
     if (!entryId.empty() && !ChangedItems::IsListed(list, entryId))
-        SaveValue(listName, ChangedItems::Added(list, entryId));
+        SaveValue(listName, ChangedItems::Add(list, entryId));
 }
 
 void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {

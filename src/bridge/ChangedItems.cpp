@@ -9,7 +9,7 @@ bool IsListed(std::string_view list, std::string_view entryId) {
     return platform::Contains(separated(list), separated(entryId));
 }
 
-std::string Added(std::string_view list, std::string_view entryId) {
+std::string Add(std::string_view list, std::string_view entryId) {
     std::string longer;
     longer.reserve(list.size() + 1 + entryId.size());
     return longer.append(list).append(";").append(entryId);

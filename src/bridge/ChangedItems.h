@@ -15,7 +15,7 @@ namespace ChangedItems {
 // Compared whole and with respect to case.
 [[nodiscard]] bool IsListed(std::string_view list, std::string_view entryId);
 
-[[nodiscard]] std::string Added(std::string_view list, std::string_view entryId);
+[[nodiscard]] std::string Add(std::string_view list, std::string_view entryId);
 
 // The longest interval of the change-watch timer, in milliseconds.
 inline constexpr std::int32_t longestInterval = 65535;

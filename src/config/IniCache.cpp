@@ -121,27 +121,27 @@ void Verify(CacheEntry& entry) {
 std::string Cache::Read(const std::string& fileName, std::string_view section, std::string_view key,
                         std::string_view otherwise, IniText::Comparison comparison) {
     const FileStamp stamp = platform::StampOf(fileName);
-    CacheEntry* entry = Known(fileName);
+    CacheEntry* entry = FindEntry(fileName);
     if (entry != nullptr && entry->stamp != stamp && !stamp.unknown) Drop(*entry);
     if (entry == nullptr || entry->text.empty()) {
         if (stamp.size > limit_) {
             if (entry != nullptr) Free(*entry);
             return ReadFromBigIniFile(fileName, section, key, otherwise);
         }
-        entry = Loaded(fileName, stamp, For::Reading);
+        entry = Load(fileName, stamp, For::Reading);
         if (entry == nullptr) return std::string(otherwise);
     }
-    Used(*entry);
+    Touch(*entry);
     return std::string(entry->index.Read(entry->text, section, key, comparison).value_or(otherwise));
 }
 
 bool Cache::Write(const std::string& fileName, std::string_view section, std::string_view key, std::string_view value,
                   bool flush) {
-    CacheEntry* entry = Known(fileName);
+    CacheEntry* entry = FindEntry(fileName);
     if (entry == nullptr || !entry->changed) {
         const FileStamp stamp = StampForWriting(fileName);
         if (entry != nullptr && (entry->stamp != stamp || !entry->settled)) Drop(*entry);
-        if (entry == nullptr || entry->text.empty()) entry = Loaded(fileName, stamp, For::Writing);
+        if (entry == nullptr || entry->text.empty()) entry = Load(fileName, stamp, For::Writing);
         if (entry == nullptr) return false;
     }
     if (IniText::Write(entry->text, section, key, value)) {
@@ -149,7 +149,7 @@ bool Cache::Write(const std::string& fileName, std::string_view section, std::st
         entry->edits.push_back({std::string(section), std::string(key), std::string(value)});
         entry->index.Forget();
     }
-    Used(*entry);
+    Touch(*entry);
     const bool changed = entry->changed;
     if (flush && changed && !entry->text.empty() && !WriteIniFile(*entry, true) && entry->fileName == fileName) {
         Drop(*entry);
@@ -177,7 +177,7 @@ bool Cache::WriteIniFile(CacheEntry& entry, bool verify) {
     return true;
 }
 
-CacheEntry* Cache::Known(const std::string& fileName) noexcept {
+CacheEntry* Cache::FindEntry(const std::string& fileName) noexcept {
     for (std::size_t i = 0; i < places; ++i) {
         const std::size_t place = (latest_ + i) % places;
         const std::string& known = entries_[place].fileName;
@@ -188,7 +188,7 @@ CacheEntry* Cache::Known(const std::string& fileName) noexcept {
 
 // The file's entry, or a free one, or that of the file used longest ago.
 CacheEntry& Cache::Place(const std::string& fileName) {
-    if (CacheEntry* entry = Known(fileName)) return *entry;
+    if (CacheEntry* entry = FindEntry(fileName)) return *entry;
     const auto earlier = [](const CacheEntry& a, const CacheEntry& b) { return a.lastUse < b.lastUse; };
     CacheEntry& entry = *std::min_element(entries_.begin(), entries_.end(), earlier);
     if (entry.changed) WriteIniFile(entry, false);
@@ -215,7 +215,7 @@ std::string Cache::Contents(const std::string& fileName, For purpose, bool& sett
 
 // The file's entry with its text loaded; none where the file cannot be read.
 // Logging may lead back into the cache: nobody holds an entry meanwhile.
-CacheEntry* Cache::Loaded(const std::string& fileName, const FileStamp& stamp, For purpose) {
+CacheEntry* Cache::Load(const std::string& fileName, const FileStamp& stamp, For purpose) {
     if (stamp.unknown) return nullptr;
     bool settled = true;
     bool readable = true;
@@ -234,7 +234,7 @@ CacheEntry* Cache::Loaded(const std::string& fileName, const FileStamp& stamp, F
     return &entry;
 }
 
-void Cache::Used(CacheEntry& entry) noexcept {
+void Cache::Touch(CacheEntry& entry) noexcept {
     entry.lastUse = ++uses_;
     latest_ = static_cast<std::size_t>(&entry - entries_.data());
 }

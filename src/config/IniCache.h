@@ -71,12 +71,12 @@ class Cache {
     static bool WriteIniFile(CacheEntry& entry, bool verify);
 
   private:
-    [[nodiscard]] CacheEntry* Known(const std::string& fileName) noexcept;
+    [[nodiscard]] CacheEntry* FindEntry(const std::string& fileName) noexcept;
     [[nodiscard]] CacheEntry& Place(const std::string& fileName);
     enum class For { Reading, Writing };
-    [[nodiscard]] CacheEntry* Loaded(const std::string& fileName, const platform::FileStamp& stamp, For purpose);
+    [[nodiscard]] CacheEntry* Load(const std::string& fileName, const platform::FileStamp& stamp, For purpose);
     [[nodiscard]] std::string Contents(const std::string& fileName, For purpose, bool& settled, bool& readable);
-    void Used(CacheEntry& entry) noexcept;
+    void Touch(CacheEntry& entry) noexcept;
 
     std::array<CacheEntry, places> entries_;
     std::string busyFile_;  // the one that somebody else kept writing: reads do not wait for it again

@@ -16,7 +16,7 @@
 using Debug::WriteDebug;
 using Files::FileExists;
 using platform::Contains;
-using platform::Lowered;
+using platform::ToLower;
 using platform::WithBackslash;
 using RegEdit::Root;
 using WindowsMisc::paths;
@@ -82,19 +82,19 @@ std::string CurrentProfile() {
 }
 
 bool IsBaseProfile(const std::string& profile) {
-    const std::string lowered = Lowered(profile);
+    const std::string lowered = ToLower(profile);
     return profile.empty() || profile == state.DefaultProfile || lowered == "standard" || lowered == "standard.ini";
 }
 
 std::string ProfileFile(const std::string& profile) {
     std::string file = Contains(profile, ":\\") ? profile : In(state.SettingsFolder, profile);
-    if (!Lowered(file).ends_with(".ini")) file.append(".ini");
+    if (!ToLower(file).ends_with(".ini")) file.append(".ini");
     return Files::GetFileFolderPath(file);
 }
 
 void TellMissingProfile(const std::string& file) {
     const std::string name(Files::GetFileNamePart(file));
-    if (state.MissingProfileTold || Lowered(name) == settingsFile) return;
+    if (state.MissingProfileTold || ToLower(name) == settingsFile) return;
     state.MissingProfileTold = true;
     Prompt::Message(Prompt::Id::Plain, missingProfileMessage, Prompt::Style::Warning, "%f", name);
 }
@@ -176,7 +176,7 @@ std::string GetMainIniFile(std::int32_t storageMode) {
     const platform::ErrorScope ownErrors;
     const Debug::Trace trace("GetMainIniFile");
     state.SettingsFolder = GetIniFilename_(storageMode);
-    const bool pageRelay = Lowered(LastComponent(state.SettingsFolder)) == "pagerelay";
+    const bool pageRelay = ToLower(LastComponent(state.SettingsFolder)) == "pagerelay";
     IniFile::location.BaseFile = In(state.SettingsFolder, pageRelay ? "settings.ini" : settingsFile);
     IniFile::location.CurrentFile = IniFile::location.BaseFile;
     const std::string profile = CurrentProfile();

@@ -30,14 +30,14 @@ enum SpecialFolder : std::int32_t { Windows = 0, System = 1, Temporary = 2 };  /
 
 SettingsFinder getIniFile = nullptr;
 
-std::string FolderNamed(SpecialFolder folder) {
+std::string PathOfFolder(SpecialFolder folder) {
     return Files::FileSystem().Object("GetSpecialFolder", static_cast<std::int32_t>(folder)).Text("Path");
 }
 
 void FindSystemFolders() {
-    paths.WindowsFolder = WithBackslash(FolderNamed(Windows));
-    paths.SystemFolder = WithBackslash(FolderNamed(System));
-    paths.TemporaryFolder = TemporaryFolderFrom(FolderNamed(Temporary), paths.WindowsFolder,
+    paths.WindowsFolder = WithBackslash(PathOfFolder(Windows));
+    paths.SystemFolder = WithBackslash(PathOfFolder(System));
+    paths.TemporaryFolder = TemporaryFolderFrom(PathOfFolder(Temporary), paths.WindowsFolder,
                                                 platform::EnvironmentVariable, Files::FolderExists);
 }
 

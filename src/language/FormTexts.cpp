@@ -10,17 +10,17 @@ namespace {
 
 using platform::Property;
 
-Control* Named(FormView& form, std::string_view key) {
+Control* FindControl(FormView& form, std::string_view key) {
     if (Control* control = form.Find(key)) return control;
     const auto element = LanguageText::AsElement(key);
     return element ? form.Find(element->array, element->index) : nullptr;
 }
 
 void ApplyLine(FormView& form, const LanguageText::Line& line, const PictureFile& pictureFile) {
-    Control* control = Named(form, line.key);
+    Control* control = FindControl(form, line.key);
     if (!control || LanguageText::IsLeftAlone(control->Name())) return;
     const LanguageText::Texts texts = LanguageText::Split(line.value);
-    const std::string caption = LanguageText::Unescaped(texts.caption);
+    const std::string caption = LanguageText::Unescape(texts.caption);
     control->SetCaption(caption);
     if (!control->Has(Property::Picture) || caption.empty()) {
         control->SetToolTip(texts.toolTip.value_or(std::string_view()));

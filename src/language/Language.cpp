@@ -119,7 +119,7 @@ void LoadLanguageFile() {
     if (IniFile::location.CurrentFile.empty()) InifileCV::GetIniFile();
     const std::string language = ChosenLanguage();
     const bool german = platform::Contains(language, "Deutsch");
-    state.LangWebSite = german ? platform::Replaced(webSite, ".com", ".de") : std::string(webSite);
+    state.LangWebSite = german ? platform::Replace(webSite, ".com", ".de") : std::string(webSite);
     state.LangManualFolder = ManualFolder(language);
     FindHelp(language);
     state.LangFile = FindFile(language);
@@ -150,14 +150,14 @@ std::string GetLanguageString(std::string_view section, std::string_view key, bo
     }
     if (state.LangNewLine.empty() || state.LangFile.empty()) LangInit();
     std::string text = IniFile::ReadFromIniFile(state.LangFile, section, key);
-    if (!text.empty()) text = LanguageText::Unescaped(text);
+    if (!text.empty()) text = LanguageText::Unescape(text);
     if (reportMissing && text.empty() && !state.LangText.empty()) ReportMissing(section, key);
     return text;
 }
 
 std::string GetLanguageStringReplaced(std::string_view section, std::string_view key, std::string_view placeholder,
                                       std::string_view replacement, bool reportMissing) {
-    return platform::Replaced(GetLanguageString(section, key, reportMissing), placeholder, replacement);
+    return platform::Replace(GetLanguageString(section, key, reportMissing), placeholder, replacement);
 }
 
 }  // namespace Language

@@ -27,8 +27,8 @@ constexpr Fold folds[] = {{'\xEA', 'e'}, {'\xF1', 'n'}, {'\xE7', 'c'}};  // code
 
 }  // namespace
 
-std::string Unescaped(std::string_view value) {
-    return platform::Replaced(platform::Replaced(value, "\\n", "\r"), "\\t", "\t");
+std::string Unescape(std::string_view value) {
+    return platform::Replace(platform::Replace(value, "\\n", "\r"), "\\t", "\t");
 }
 
 Texts Split(std::string_view value) {
@@ -109,7 +109,7 @@ std::string_view LanguageForSystem(std::string_view systemCode) {
 
 std::string FileName(std::string_view language) {
     std::string name(language);
-    if (!platform::Lowered(name).ends_with(extension)) name.append(extension);
+    if (!platform::ToLower(name).ends_with(extension)) name.append(extension);
     return name;
 }
 
@@ -125,7 +125,7 @@ std::string WithPlainFileName(std::string_view path) {
 }
 
 std::string HelpCode(std::string_view language) {
-    std::string code = platform::Lowered(language.substr(0, 2));
+    std::string code = platform::ToLower(language.substr(0, 2));
     if (code == "po") return "pt";
     if (code == "ne") return "nl";
     return code;

@@ -17,7 +17,7 @@ namespace LanguageText {
 
 // --- values
 
-[[nodiscard]] std::string Unescaped(std::string_view value);
+[[nodiscard]] std::string Unescape(std::string_view value);
 
 struct Texts {
     std::string_view caption;

@@ -4,7 +4,7 @@
 //         description in ANSI text. One per process: everything runs on the host's user-interface thread.
 // Rules   A failing platform call sets it; the last failure wins. A call that succeeds leaves it as it is.
 //         A call on an empty object does nothing and sets nothing, so the failure that made the object
-//         empty stays the one reported. Guarded (Guard.h) begins every call from outside with none pending.
+//         empty stays the one reported. RunGuarded (Guard.h) begins every call from outside with none pending.
 //         Whoever asks "was it 0 or did it fail" clears it first.
 // Errors  none: a description that cannot be stored is left out.
 #pragma once

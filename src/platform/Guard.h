@@ -11,7 +11,7 @@
 namespace platform {
 
 template <class Call>
-void Guarded(Call&& call) noexcept {
+void RunGuarded(Call&& call) noexcept {
     Err().Clear();
     try {
         call();

@@ -117,7 +117,7 @@ std::string UpperHex(std::uint32_t value) {
     return std::string(digits, end);
 }
 
-std::string Replaced(std::string_view text, std::string_view sought, std::string_view replacement) {
+std::string Replace(std::string_view text, std::string_view sought, std::string_view replacement) {
     if (sought.empty()) return std::string(text);
     std::string result;
     std::size_t from = 0;
@@ -129,7 +129,7 @@ std::string Replaced(std::string_view text, std::string_view sought, std::string
 
 char Lower(char letter) { return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter; }
 
-std::string Lowered(std::string_view text) {
+std::string ToLower(std::string_view text) {
     std::string lowered(text);
     std::transform(lowered.begin(), lowered.end(), lowered.begin(), Lower);
     return lowered;

@@ -29,10 +29,10 @@ namespace platform {
 [[nodiscard]] std::string UpperHex(std::uint32_t value);
 
 // `text` with every `sought` replaced, from left to right; an empty `sought` replaces nothing.
-[[nodiscard]] std::string Replaced(std::string_view text, std::string_view sought, std::string_view replacement);
+[[nodiscard]] std::string Replace(std::string_view text, std::string_view sought, std::string_view replacement);
 
 [[nodiscard]] char Lower(char letter);
-[[nodiscard]] std::string Lowered(std::string_view text);
+[[nodiscard]] std::string ToLower(std::string_view text);
 [[nodiscard]] bool SameIgnoringCase(std::string_view left, std::string_view right);
 [[nodiscard]] bool Contains(std::string_view text, std::string_view sought);
 [[nodiscard]] bool ContainsIgnoringCase(std::string_view text, std::string_view sought);

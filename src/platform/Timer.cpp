@@ -71,7 +71,7 @@ void Timer::Stop() noexcept {
 
 void Timer::Fire(std::uint32_t arming) noexcept {
     if (!running_ || arming != arming_) return;
-    Guarded([this] {
+    RunGuarded([this] {
         const Event event = event_;  // the event may end this timer, and its own function with it
         event();
     });

@@ -393,7 +393,7 @@ QuestionLayout::Request FormQuestion::LayoutRequest(std::int32_t layoutOption) {
 void FormQuestion::Arrange(const QuestionLayout::Request& request) {
     busy_ = true;
     The("LabelCaption").SetCaption(Caption());
-    const QuestionLayout::Layout layout = QuestionLayout::Arranged(request, FormMeasure(*this));
+    const QuestionLayout::Layout layout = QuestionLayout::Arrange(request, FormMeasure(*this));
     The("LabelCaption").SetPosition(layout.caption);
     The("Image2").SetPosition(layout.captionImage);
     The("Im").SetPosition(layout.picture);

@@ -37,7 +37,7 @@ constexpr std::string_view noCaptionSuffix = "2";  // of Yes, No, Cancel
 
 FormQuestion* current = nullptr;  // on top of those that are shown
 
-bool IsShown() { return Shown() != nullptr; }
+bool IsShown() { return ShownForm() != nullptr; }
 
 // What was asked, and how far the answer has come.
 struct Call {
@@ -179,7 +179,7 @@ void Prepare(FormQuestion& form, Call& call, const Identity& question) {
     form.The("ButtonAll").SetVisible((call.buttons & Prompt::Style::FourthButton) != 0);
     SetButtons(form, call);
     call.Reach(9);
-    QuestionRules::Fields fields = QuestionRules::Divided(call.prompt, call.captions, platform::IsLeadByte);
+    QuestionRules::Fields fields = QuestionRules::SplitPrompt(call.prompt, call.captions, platform::IsLeadByte);
     call.prompt = fields.prompt;
     SetOwnCaptions(form, fields);
     call.Reach(10);
@@ -205,7 +205,7 @@ void RememberAnswer(FormQuestion& form, const Call& call, const Identity& questi
     const bool asksAgain = form.The("Check1").Value();
     if (asksAgain || answer == Prompt::Answer::None || (call.buttons & Prompt::Style::NeverRemembered) != 0) return;
     QuestionRules::Remember(memory, question, answer);
-    for (const QuestionRules::Setting& setting : QuestionRules::Persisted(memory, question)) {
+    for (const QuestionRules::Setting& setting : QuestionRules::SettingsOf(memory, question)) {
         IniFile::SetIniSetting(settingsSection, setting.key, setting.value, true);
     }
 }
@@ -231,10 +231,10 @@ void Ask(Call& call) {
     call.cancelled = false;
     if (formLoaded && IsShown()) return call.Finish({});
     call.Reach(3);
-    const std::optional<Identity> question = QuestionRules::Decoded(call.questionId);
+    const std::optional<Identity> question = QuestionRules::Decode(call.questionId);
     if (!question) return platform::Err().Set(platform::SubscriptOutOfRange, "Subscript out of range");
     call.Reach(4);
-    if (std::optional<std::string> recalled = QuestionRules::Recalled(memory, *question, call.Set())) {
+    if (std::optional<std::string> recalled = QuestionRules::Recall(memory, *question, call.Set())) {
         call.cancelled = platform::ValLong(*recalled) == Prompt::Answer::Cancel;
         return call.Finish(std::move(*recalled));
     }
@@ -298,7 +298,7 @@ std::string MsgInputBox(std::int32_t questionId, std::string& prompt, std::int32
               {}};
     {
         const platform::ErrorScope outer;
-        platform::Guarded([&] { Ask(call); });
+        platform::RunGuarded([&] { Ask(call); });
         if (!call.finished) WriteDebug(procedure, call.step);
     }
     WriteDebug(procedure, lastStep);
@@ -321,9 +321,9 @@ std::int32_t MsgBoxMessage(std::int32_t questionId, std::int32_t number, std::in
     const Trace trace("MsgBoxMessage:");
     const platform::ErrorScope outer;
     std::int32_t answer = Prompt::Answer::None;
-    platform::Guarded([&] {
+    platform::RunGuarded([&] {
         std::string text = Language::GetLanguageString(messageSection, platform::Decimal(number) + "Msg");
-        text = platform::Replaced(platform::Replaced(text, search1, replace1), search2, replace2);
+        text = platform::Replace(platform::Replace(text, search1, replace1), search2, replace2);
         answer = AskMessage(questionId, buttons, std::move(text), extraOption, askLimit);
     });
     return answer;
@@ -336,7 +336,7 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
     return MsgBoxMessage(Prompt::Id::Plain, number, buttons, search1, replace1, search2, replace2, extraOption, 0);
 }
 
-FormQuestion* Shown() { return current && current->Visible() ? current : nullptr; }
+FormQuestion* ShownForm() { return current && current->Visible() ? current : nullptr; }
 
 void PlugIn() { Prompt::Plug(&port); }
 

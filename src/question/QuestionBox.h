@@ -47,7 +47,7 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
                                 const std::string& extraOption);
 
 // The form that is shown, or null.
-[[nodiscard]] FormQuestion* Shown();
+[[nodiscard]] FormQuestion* ShownForm();
 
 // From now on the lower floors ask through this box (support/Prompt.h).
 void PlugIn();

@@ -41,7 +41,7 @@ class Arrangement {
     [[nodiscard]] Length PictureSpan() const { return request_.picture ? Scaled(pictureAt96) + 2 * Gap() : 0; }
     [[nodiscard]] Length CaptionImageWidth() const { return Scaled(captionImageAt96) + 2 * Scaled(captionSideAt96); }
     [[nodiscard]] Length SectionGap() const { return Scaled(spacing_.tight ? tightGapAt96 : sectionGapAt96); }
-    Length Limited(Length height);
+    Length Limit(Length height);
     Size ButtonSize(Part part, Length content);
     [[nodiscard]] Length ButtonsInOneRow() const;
     [[nodiscard]] Length PromptWidth() const;
@@ -60,7 +60,7 @@ class Arrangement {
 };
 
 // What a caption of `height` gets.
-Length Arrangement::Limited(Length height) {
+Length Arrangement::Limit(Length height) {
     const Length most = spacing_.linesOfCaption * request_.lineHeight;
     cut_ = cut_ || height > most;
     return std::min(height, most);
@@ -73,7 +73,7 @@ Size Arrangement::ButtonSize(Part part, Length content) {
     Size text = measure_.Of(part, 0);
     if (text.width + side > content) text = {content - side, measure_.Of(part, content - side).height};
     return {std::min(content, std::max(Scaled(buttonWidthAt96), text.width + side)),
-            std::max(Limited(text.height) + edge, spacing_.tight ? 0 : Scaled(buttonHeightAt96))};
+            std::max(Limit(text.height) + edge, spacing_.tight ? 0 : Scaled(buttonHeightAt96))};
 }
 
 // All of one size, unless short captions stood on very wide buttons then, or the screen is not as wide.
@@ -121,7 +121,7 @@ Length Arrangement::FormWidth() const {
 Length Arrangement::CaptionBarHeight(Length width) {
     const Length text = width - CaptionImageWidth() - 2 * request_.border;
     return std::max({request_.captionHeight, Scaled(captionImageAt96) + 2,
-                     Limited(measure_.Of(Part::Caption, text).height) + Scaled(captionSideAt96)});
+                     Limit(measure_.Of(Part::Caption, text).height) + Scaled(captionSideAt96)});
 }
 
 Length Arrangement::InputHeight() const {
@@ -131,7 +131,7 @@ Length Arrangement::InputHeight() const {
 
 Length Arrangement::CheckHeight(Length content) {
     const Length text = measure_.Of(Part::Check, content - Scaled(tickAt96)).height;
-    return std::max(Limited(text), request_.lineHeight) + Scaled(fieldEdgeAt96);
+    return std::max(Limit(text), request_.lineHeight) + Scaled(fieldEdgeAt96);
 }
 
 // How many of such widths stand in each row, the rows as full as they can be.
@@ -191,7 +191,7 @@ bool Arrangement::Compute(Layout& layout) {
     const Length bottomMargin = std::max(Side(), request_.scrollBar);
 
     const Length bar = CaptionBarHeight(width);
-    const Length link = request_.link ? Limited(measure_.Of(Part::Link, column).height) + 2 : 0;
+    const Length link = request_.link ? Limit(measure_.Of(Part::Link, column).height) + 2 : 0;
     const Length input = request_.input != Input::None ? InputHeight() : 0;
     const Length check = request_.check ? CheckHeight(content) : 0;
     const Length buttons = PlaceButtons(layout, content);
@@ -243,7 +243,7 @@ std::int32_t Pixels(float metric, std::int32_t dotsAnInch) {
     return platform::RoundHalfEven(-static_cast<double>(metric) * dotsAnInch / twipsAnInch);
 }
 
-Layout Arranged(const Request& request, const TextMeasure& measure) {
+Layout Arrange(const Request& request, const TextMeasure& measure) {
     Layout layout;
     for (const Spacing& spacing : spacings) {
         layout = {};

@@ -55,6 +55,6 @@ struct Layout {
     bool captionsCut = false;
 };
 
-[[nodiscard]] Layout Arranged(const Request& request, const TextMeasure& measure);
+[[nodiscard]] Layout Arrange(const Request& request, const TextMeasure& measure);
 
 }  // namespace QuestionLayout

@@ -55,7 +55,7 @@ bool AllEmpty(const std::array<std::string, 3>& captions) {
 
 }  // namespace
 
-std::optional<Identity> Decoded(std::int32_t questionId) {
+std::optional<Identity> Decode(std::int32_t questionId) {
     if (questionId > lastInput) return Identity{questionId, 0, slotCodes[0]};
     const auto bits = static_cast<std::uint32_t>(questionId);
     const std::int32_t slot = (static_cast<std::int32_t>(bits & slotBits) / slotUnit & 7) + 2;
@@ -79,7 +79,7 @@ std::string ResultOf(std::int32_t answer, ButtonSet set) {
     return platform::Decimal(retry ? Prompt::Answer::Retry : answer);
 }
 
-std::optional<std::string> Recalled(const Memory& memory, const Identity& question, ButtonSet set) {
+std::optional<std::string> Recall(const Memory& memory, const Identity& question, ButtonSet set) {
     if (question.id <= Prompt::Id::Plain) return std::nullopt;
     const bool yesNo = set == ButtonSet::YesNo || set == ButtonSet::YesNoCancel;
     const std::int32_t noMask = question.slot == noSlot ? 0 : memory.AnswerNoMask[Index(question.slot)];
@@ -99,7 +99,7 @@ void Remember(Memory& memory, const Identity& question, std::int32_t answer) {
     }
 }
 
-std::vector<Setting> Persisted(const Memory& memory, const Identity& question) {
+std::vector<Setting> SettingsOf(const Memory& memory, const Identity& question) {
     std::vector<Setting> settings;
     if (question.slot == slotWithoutSettings) return settings;
     const std::string prefix(question.code == plainCode ? std::string_view() : question.code);
@@ -121,7 +121,7 @@ std::string CountKey(std::int32_t questionId) {
     return platform::UpperHex(static_cast<std::uint32_t>(questionId)) + "Asked";
 }
 
-Fields Divided(std::string_view prompt, const std::array<std::string, 3>& captions, LeadByte leads) {
+Fields SplitPrompt(std::string_view prompt, const std::array<std::string, 3>& captions, LeadByte leads) {
     Fields fields{std::string(prompt), captions, {}};
     if (!AllEmpty(captions)) return fields;
     std::vector<std::string> parts;

@@ -33,7 +33,7 @@ struct Identity {
 };
 
 // None for an identifier that names a slot that the memory does not have.
-[[nodiscard]] std::optional<Identity> Decoded(std::int32_t questionId);
+[[nodiscard]] std::optional<Identity> Decode(std::int32_t questionId);
 
 // --- buttons
 
@@ -69,7 +69,7 @@ struct Memory {
 };
 
 // The result of a question that was answered before; none: it is to be asked.
-[[nodiscard]] std::optional<std::string> Recalled(const Memory& memory, const Identity& question, ButtonSet set);
+[[nodiscard]] std::optional<std::string> Recall(const Memory& memory, const Identity& question, ButtonSet set);
 
 void Remember(Memory& memory, const Identity& question, std::int32_t answer);
 
@@ -77,7 +77,7 @@ struct Setting {
     std::string key, value;
 };
 // What is written of a question's slot, below section "Settings".
-[[nodiscard]] std::vector<Setting> Persisted(const Memory& memory, const Identity& question);
+[[nodiscard]] std::vector<Setting> SettingsOf(const Memory& memory, const Identity& question);
 
 // The next count of how often a message was asked; none where it does not fit.
 [[nodiscard]] std::optional<std::int32_t> NextCount(std::string_view count);
@@ -91,8 +91,8 @@ struct Fields {
     std::string fourthCaption;
 };
 // `captions` are the caller's own; with any of them the prompt is not divided.
-[[nodiscard]] Fields Divided(std::string_view prompt, const std::array<std::string, 3>& captions,
-                             LeadByte leads = nullptr);
+[[nodiscard]] Fields SplitPrompt(std::string_view prompt, const std::array<std::string, 3>& captions,
+                                 LeadByte leads = nullptr);
 
 struct Link {
     std::size_t start, length;

@@ -7,7 +7,7 @@
 #include "platform/Text.h"
 
 using platform::Contains;
-using platform::Replaced;
+using platform::Replace;
 
 namespace ExecText {
 namespace {
@@ -20,9 +20,9 @@ constexpr std::string_view quote = "\"";
 [[nodiscard]] bool IsWeb(std::string_view text) {
     return Contains(text, ".htm") || Contains(text, "://") || Contains(text, "www.");
 }
-[[nodiscard]] std::string WithoutBlanks(std::string_view text) { return Replaced(text, " ", "%20"); }
+[[nodiscard]] std::string WithoutBlanks(std::string_view text) { return Replace(text, " ", "%20"); }
 
-[[nodiscard]] std::string Quoted(std::string_view text) {
+[[nodiscard]] std::string Quote(std::string_view text) {
     if (!Contains(text, " ") || text.starts_with('"')) return std::string(text);
     return std::string(quote).append(text).append(quote);
 }
@@ -73,7 +73,7 @@ struct Expansion {
 [[nodiscard]] bool ProgramIsMissing(std::string_view handler, Surroundings& surroundings) {
     const std::string program = ProgramOf(handler);
     if (!Contains(program, ".") || surroundings.FileExists(program)) return false;
-    return !surroundings.FileExists(Replaced(program, "\\\\", "\\"));
+    return !surroundings.FileExists(Replace(program, "\\\\", "\\"));
 }
 
 [[nodiscard]] std::string BrowserCommand(const std::string& page, const std::string& handler, std::size_t longest) {
@@ -104,7 +104,7 @@ struct Expansion {
         const std::string handler = surroundings.ClassText("mailto" + std::string(openCommandKey));
         if (!handler.empty()) return {MailCommand(command, handler, surroundings.LongestCommand()), true};
     }
-    std::string text = Quoted(command);
+    std::string text = Quote(command);
     if (IsWeb(text)) {
         if (auto browser = WebCommand(text, surroundings)) return {*browser, true};
     }
@@ -116,7 +116,7 @@ struct Expansion {
 
 CommandLine Build(const std::string& command, Surroundings& surroundings, Shell shell) {
     CommandLine line = Chosen(command, surroundings, shell);
-    line.text = WithVariables(Replaced(line.text, "\"\"", quote), surroundings);
+    line.text = WithVariables(Replace(line.text, "\"\"", quote), surroundings);
     return line;
 }
 
@@ -165,11 +165,11 @@ std::string WithPoint(std::string_view extension) {
 }
 
 std::string WithQuotedMark(std::string_view openCommand) {
-    return Replaced(Replaced(openCommand, "\"%1\"", "\"%l\""), "%1", "\"%l\"");
+    return Replace(Replace(openCommand, "\"%1\"", "\"%l\""), "%1", "\"%l\"");
 }
 
 std::string ForDocument(std::string_view openCommand, std::string_view document) {
-    return Replaced(openCommand, "\"%l\"", std::string(quote).append(document).append(quote));
+    return Replace(openCommand, "\"%l\"", std::string(quote).append(document).append(quote));
 }
 
 }  // namespace ExecText

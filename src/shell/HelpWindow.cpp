@@ -9,7 +9,7 @@ constexpr platform::Size onLargeScreen{1000, 700}, onSmallScreen{800, 600};
 
 }  // namespace
 
-std::optional<platform::Rect> Enlarged(const platform::Rect& window, platform::Size screen) {
+std::optional<platform::Rect> Enlarge(const platform::Rect& window, platform::Size screen) {
     platform::Rect enlarged = window;
     if (window.width < narrow) {
         enlarged.width = screen.width > smallScreen.width ? onLargeScreen.width : onSmallScreen.width;

@@ -11,6 +11,6 @@ namespace HelpWindow {
 
 // A window narrower than 600 grows to the left, one lower than 500 downwards. None where it is to stay as it is: large
 // enough, or with no room for its new left edge on the screen.
-[[nodiscard]] std::optional<platform::Rect> Enlarged(const platform::Rect& window, platform::Size screen);
+[[nodiscard]] std::optional<platform::Rect> Enlarge(const platform::Rect& window, platform::Size screen);
 
 }  // namespace HelpWindow

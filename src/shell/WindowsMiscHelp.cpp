@@ -64,7 +64,7 @@ void SizeViewerOnce(const std::string& helpFile) {
     if (!IniFile::GetIniSetting(section, name).empty()) return;
     if (const auto viewer = WaitForViewer()) {
         const auto position = platform::WindowRect(viewer);
-        const auto enlarged = position ? HelpWindow::Enlarged(*position, platform::ScreenSize()) : std::nullopt;
+        const auto enlarged = position ? HelpWindow::Enlarge(*position, platform::ScreenSize()) : std::nullopt;
         if (enlarged) platform::MoveWindowTo(viewer, *enlarged);
     }
     IniFile::SetIniSetting(section, name, "1", true);

@@ -30,5 +30,5 @@ bool Files::LooksLikeFolder(std::string_view path) {
 }
 
 std::string Files::WritablePath(std::string_view path) {
-    return platform::Replaced(platform::Replaced(path, "?", "_"), "/", "_");
+    return platform::Replace(platform::Replace(path, "?", "_"), "/", "_");
 }

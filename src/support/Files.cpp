@@ -87,7 +87,7 @@ std::optional<std::string> ReadBetweenWrites(const std::string& path, bool waiti
     }
 }
 
-std::string Encoded(const std::string& text, std::int32_t encoding) {
+std::string Encode(const std::string& text, std::int32_t encoding) {
     if (encoding != Utf16LittleEndian && encoding != Utf16BigEndian) return text;
     std::string bytes = platform::Utf16Bytes(text);
     if (encoding == Utf16LittleEndian) return "\xFF\xFE" + bytes;
@@ -184,8 +184,8 @@ bool WriteFileConents(const std::string& path, const std::string& text, bool app
     if (path.empty()) return false;
     const std::string writable = WritablePath(path);
     const auto opening = append ? platform::Opening::Appending : platform::Opening::Replacing;
-    if (WriteWithRetries(writable, Encoded(text, encoding), opening)) return true;
-    if (showError && !platform::Lowered(writable).starts_with("m:")) {
+    if (WriteWithRetries(writable, Encode(text, encoding), opening)) return true;
+    if (showError && !platform::ToLower(writable).starts_with("m:")) {
         Show("Error writing file: " + writable + ", " + platform::Err().Description());
     }
     return false;

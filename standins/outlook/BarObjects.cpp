@@ -273,15 +273,15 @@ const TypeDescription& CommandBarObject::Type() const {
 }
 
 std::string CommandBarObject::Name() const {
-    return "CommandBar " + Quoted(Ansi(bar_->name)) + " of " + window_->Name();
+    return "CommandBar " + Quote(Ansi(bar_->name)) + " of " + window_->Name();
 }
-void CommandBarObject::Changed() { TheHost().BarsChanged(*window_); }
+void CommandBarObject::AnnounceChange() { TheHost().BarsChanged(*window_); }
 Result CommandBarObject::GetControls() { return Make<ControlsObject>(*window_, bar_); }
 
 void CommandBarObject::CallDelete() {
     if (bar_->builtIn || std::erase(window_->bars.bars, bar_) == 0) Refuse(E_FAIL);
     MarkGone(*bar_);
-    Changed();
+    AnnounceChange();
 }
 
 Result CommandBarObject::CallFindControl(Call& call) {
@@ -300,7 +300,7 @@ OfficeInt CommandBarObject::GetIndex() {
 void CommandBarObject::PutName(const std::wstring& name) {
     if (bar_->builtIn) Refuse(E_FAIL);
     bar_->name = bar_->nameLocal = name;
-    Changed();
+    AnnounceChange();
 }
 
 // --- CommandBarControls ---
@@ -316,7 +316,7 @@ const TypeDescription& ControlsObject::Type() const {
 }
 
 std::string ControlsObject::Name() const {
-    return bar_ ? "Controls of " + Quoted(Ansi(bar_->name)) + " of " + window_->Name()
+    return bar_ ? "Controls of " + Quote(Ansi(bar_->name)) + " of " + window_->Name()
                 : "Controls found in " + window_->Name();
 }
 
@@ -380,17 +380,17 @@ const TypeDescription& ControlObject::Type() const {
 }
 
 std::string ControlObject::Name() const {
-    return Type().PlainName() + " " + Quoted(Ansi(Readable(control_->caption))) + " of " + window_->Name();
+    return Type().PlainName() + " " + Quote(Ansi(Readable(control_->caption))) + " of " + window_->Name();
 }
 
-void ControlObject::Changed() { TheHost().BarsChanged(*window_); }
+void ControlObject::AnnounceChange() { TheHost().BarsChanged(*window_); }
 
 bool ControlObject::GetBuiltIn() { return control_->builtIn && control_->onAction.empty(); }
 
 void ControlObject::PutCaption(const std::wstring& caption) {
     if (caption.size() > longestCaption) Refuse(E_INVALIDARG);
     control_->caption = caption;
-    Changed();
+    AnnounceChange();
 }
 
 std::wstring ControlObject::GetTooltip() {
@@ -407,9 +407,9 @@ BarPointer ControlObject::TargetBar(const Call& call) const {
 Result ControlObject::CallCopy(Call& call) {
     const BarPointer target = TargetBar(call);
     const std::size_t position = Before(call, 1, target->controls.size());
-    const ControlPointer copy = Copied(*control_, [this] { return TheHost().NextInstance(); });
+    const ControlPointer copy = CopyControl(*control_, [this] { return TheHost().NextInstance(); });
     Insert(target, copy, position);
-    Changed();
+    AnnounceChange();
     return ObjectOf(*window_, copy);
 }
 
@@ -420,7 +420,7 @@ Result ControlObject::CallMove(Call& call) {
     const std::size_t old = static_cast<std::size_t>(from->IndexOf(*control_));
     Remove(from, control_);
     Insert(target, control_, target == from && position > old ? position - 1 : position);
-    Changed();
+    AnnounceChange();
     return this;
 }
 
@@ -428,10 +428,10 @@ void ControlObject::CallDelete(Call& call) {
     const BarPointer bar = control_->parent.lock();
     if (!bar) Refuse(E_FAIL);
     if (call.FlagOr(0, false) && !control_->temporary)
-        bar->asleep.push_back(Copied(*control_, [this] { return TheHost().NextInstance(); }));
+        bar->asleep.push_back(CopyControl(*control_, [this] { return TheHost().NextInstance(); }));
     Remove(bar, control_);
     MarkGone(*control_);
-    Changed();
+    AnnounceChange();
 }
 
 void ControlObject::CallExecute() { TheHost().Click(*window_, control_); }
@@ -453,27 +453,27 @@ void ControlObject::PutBuiltInFace(bool value) {
     if (!value) return;
     control_->face = {};
     control_->picture = control_->mask = {};
-    Changed();
+    AnnounceChange();
 }
 
 void ControlObject::PutFaceId(int value) {
     if (value < 0) Refuse(E_INVALIDARG);
     if (value != 0) PutBuiltInFace(true);
     control_->faceId = value;
-    Changed();
+    AnnounceChange();
 }
 
 void ControlObject::PutStyle(int value) {
     const bool known = (value >= 0 && value <= 3) || value == 7 || value == 11 || value == 14 || value == 15;
     if (!known) Refuse(E_INVALIDARG);
     control_->style = value;
-    Changed();
+    AnnounceChange();
 }
 
 void ControlObject::PutState(int value) {
     if (value < -1 || value > 2 || value == 1) Refuse(E_INVALIDARG);
     control_->state = value;
-    Changed();
+    AnnounceChange();
 }
 
 void ControlObject::CallCopyFace() {
@@ -486,7 +486,7 @@ void ControlObject::CallPasteFace() {
     if (FAILED(answer)) Refuse(answer);
     control_->faceId = 0;
     control_->picture = control_->mask = {};
-    Changed();
+    AnnounceChange();
 }
 
 void ControlObject::GetPicture(Call& call) { call.ReturnOutside(control_->picture.get()); }
@@ -496,13 +496,13 @@ void ControlObject::PutPicture(IDispatch* picture) {
     if (FAILED(CheckPicture(picture))) Refuse(E_INVALIDARG);
     control_->picture = Theirs<IDispatch>(picture);
     control_->face = {};
-    Changed();
+    AnnounceChange();
 }
 
 void ControlObject::PutMask(IDispatch* mask) {
     if (FAILED(CheckPicture(mask))) Refuse(E_INVALIDARG);
     control_->mask = Theirs<IDispatch>(mask);
-    Changed();
+    AnnounceChange();
 }
 
 Result ControlObject::GetCommandBar() { return Make<CommandBarObject>(*window_, control_->menu); }

@@ -52,7 +52,7 @@ class CommandBarObject : public Object {
     template <auto Field>
     void Write(std::decay_t<decltype(std::declval<Bar>().*Field)> value) {
         (*bar_).*Field = value;
-        Changed();
+        AnnounceChange();
     }
     Result GetControls();
     void CallDelete();
@@ -65,7 +65,7 @@ class CommandBarObject : public Object {
     static OfficeInt Answer(int value) { return {value}; }
     static bool Answer(bool value) { return value; }
     static std::wstring Answer(const std::wstring& value) { return value; }
-    void Changed();
+    void AnnounceChange();
 
     Ref<WindowObject> window_;
     BarPointer bar_;
@@ -113,7 +113,7 @@ class ControlObject : public Object {
     template <auto Field>
     void Write(std::decay_t<decltype(std::declval<ControlModel>().*Field)> value) {
         (*control_).*Field = value;
-        Changed();
+        AnnounceChange();
     }
     bool GetBuiltIn();
     void PutCaption(const std::wstring& caption);
@@ -149,7 +149,7 @@ class ControlObject : public Object {
     static OfficeInt Answer(long value) { return {static_cast<int>(value)}; }
     static bool Answer(bool value) { return value; }
     static std::wstring Answer(const std::wstring& value) { return value; }
-    void Changed();
+    void AnnounceChange();
     [[nodiscard]] BarPointer TargetBar(const Call& call) const;
 
     Ref<WindowObject> window_;

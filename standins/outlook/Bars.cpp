@@ -92,7 +92,7 @@ void Insert(const BarPointer& bar, const ControlPointer& control, std::size_t po
 
 void Remove(const BarPointer& bar, const ControlPointer& control) { std::erase(bar->controls, control); }
 
-ControlPointer Copied(const ControlModel& control, const std::function<int()>& next) {
+ControlPointer CopyControl(const ControlModel& control, const std::function<int()>& next) {
     auto copy = std::make_shared<ControlModel>(control);
     copy->instance = next();
     copy->gone = copy->asleep = false;
@@ -104,7 +104,7 @@ ControlPointer Copied(const ControlModel& control, const std::function<int()>& n
     copy->menu->controls.clear();
     copy->menu->asleep.clear();
     for (const ControlPointer& entry : control.menu->controls)
-        if (!entry->temporary) Insert(copy->menu, Copied(*entry, next), 0);
+        if (!entry->temporary) Insert(copy->menu, CopyControl(*entry, next), 0);
     return copy;
 }
 

@@ -113,7 +113,7 @@ void Insert(const BarPointer& bar, const ControlPointer& control, std::size_t po
 void Remove(const BarPointer& bar, const ControlPointer& control);
 
 // Copies with the instances that `next` gives; the copy belongs to no bar.
-[[nodiscard]] ControlPointer Copied(const ControlModel& control, const std::function<int()>& next);
+[[nodiscard]] ControlPointer CopyControl(const ControlModel& control, const std::function<int()>& next);
 
 [[nodiscard]] ControlView ViewOf(const ControlModel& control, int index);
 [[nodiscard]] BarView ViewOf(const Bar& bar);

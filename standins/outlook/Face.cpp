@@ -9,7 +9,7 @@ namespace standin {
 
 namespace {
 
-std::shared_ptr<void> Owned(HBITMAP bitmap) {
+std::shared_ptr<void> Own(HBITMAP bitmap) {
     return bitmap ? std::shared_ptr<void>(bitmap, [](void* handle) { DeleteObject(handle); }) : nullptr;
 }
 
@@ -28,7 +28,7 @@ class OpenedClipboard {
 };
 
 std::shared_ptr<void> CopyOf(HANDLE bitmap) {
-    return bitmap ? Owned(static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))) : nullptr;
+    return bitmap ? Own(static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))) : nullptr;
 }
 
 std::shared_ptr<void> FromDib(HANDLE dib) {
@@ -38,7 +38,7 @@ std::shared_ptr<void> FromDib(HANDLE dib) {
     const DWORD colours = info.biClrUsed ? info.biClrUsed : info.biBitCount <= 8 ? 1U << info.biBitCount : 0;
     const auto* bits = reinterpret_cast<const BYTE*>(header) + info.biSize + colours * sizeof(RGBQUAD);
     const HDC screen = GetDC(nullptr);
-    std::shared_ptr<void> bitmap = Owned(CreateDIBitmap(screen, &info, CBM_INIT, bits, header, DIB_RGB_COLORS));
+    std::shared_ptr<void> bitmap = Own(CreateDIBitmap(screen, &info, CBM_INIT, bits, header, DIB_RGB_COLORS));
     ReleaseDC(nullptr, screen);
     GlobalUnlock(dib);
     return bitmap;

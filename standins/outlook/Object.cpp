@@ -27,7 +27,7 @@ std::string ArgumentText(const Gate& gate, const VARIANT& argument) {
     switch (argument.vt) {
         case VT_EMPTY: return "Empty";
         case VT_ERROR: return {};
-        case VT_BSTR: return Quoted(Ansi(Value(argument).Text()));
+        case VT_BSTR: return Quote(Ansi(Value(argument).Text()));
         case VT_BOOL: return argument.boolVal ? "True" : "False";
         case VT_DISPATCH:
         case VT_UNKNOWN: return ObjectText(gate, argument.punkVal);
@@ -83,9 +83,7 @@ EventArgument::EventArgument(Object* object) : text(object ? object->Name() : "N
     value.pdispVal = object;  // borrowed: the receiver adds its own reference
 }
 
-EventArgument::EventArgument(const std::wstring& given) : words(given), text(Quoted(Ansi(given))) {
-    value.vt = VT_BSTR;
-}
+EventArgument::EventArgument(const std::wstring& given) : words(given), text(Quote(Ansi(given))) { value.vt = VT_BSTR; }
 
 EventArgument::EventArgument(VARIANT_BOOL* cancel) : text("Cancel") {
     value.vt = VT_BOOL | VT_BYREF;

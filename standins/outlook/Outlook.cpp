@@ -272,7 +272,7 @@ ClickResult Outlook::Click(int instance) {
     MustRun(*session_);
     const auto [window, control] = session_->FindControl(instance);
     if (!control) return {};
-    session_->gate->Action("click " + Quoted(Ansi(Readable(control->caption))));
+    session_->gate->Action("click " + Quote(Ansi(Readable(control->caption))));
     return session_->Click(*window, control);
 }
 

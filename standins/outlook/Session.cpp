@@ -412,9 +412,9 @@ void Session::SaveBars(const WindowObject& window) {
         for (const ControlPointer& control : bar->controls)
             if (!control->builtIn && !control->temporary)
                 saved->controls.push_back({window.IsExplorer(), path, static_cast<std::size_t>(bar->IndexOf(*control)),
-                                           Copied(*control, next)});
+                                           CopyControl(*control, next)});
         for (const ControlPointer& control : bar->asleep)
-            saved->controls.push_back({window.IsExplorer(), path, 0, Copied(*control, next)});
+            saved->controls.push_back({window.IsExplorer(), path, 0, CopyControl(*control, next)});
     };
     for (const BarPointer& bar : window.bars.bars)
         if (bar->builtIn) ForEachKeeper(bar, bar->name, keep);
@@ -425,7 +425,7 @@ void Session::RestoreBars(WindowObject& window) {
     const auto restore = [&](const BarPointer& bar, const std::wstring& path) {
         for (const SavedControl& control : saved->controls)
             if (control.explorer == window.IsExplorer() && control.bar == path)
-                Insert(bar, Copied(*control.control, next), control.position);
+                Insert(bar, CopyControl(*control.control, next), control.position);
     };
     for (const BarPointer& bar : window.bars.bars) ForEachKeeper(bar, bar->name, restore);
 }

@@ -63,7 +63,7 @@ const TypeDescription& FolderObject::Type() const {
     return type;
 }
 
-std::string FolderObject::Name() const { return "MAPIFolder " + Quoted(Ansi(name_)); }
+std::string FolderObject::Name() const { return "MAPIFolder " + Quote(Ansi(name_)); }
 
 Result FolderObject::ParentObject() {
     if (kind_ == FolderKind::OutlookToday) return GetSession();

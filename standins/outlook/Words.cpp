@@ -47,6 +47,6 @@ std::string Hex(unsigned long value) {
     return text;
 }
 
-std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+std::string Quote(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 }  // namespace standin

@@ -18,6 +18,6 @@ namespace standin {
 [[nodiscard]] std::wstring Readable(std::wstring_view caption);
 
 [[nodiscard]] std::string Hex(unsigned long value);  // "0x80070057"
-[[nodiscard]] std::string Quoted(std::string_view text);
+[[nodiscard]] std::string Quote(std::string_view text);
 
 }  // namespace standin

@@ -272,7 +272,7 @@ struct Played {
     std::vector<std::string> commands;
 };
 
-Played Undisturbed(const Scenario& scenario, int version) {
+Played PlayUndisturbed(const Scenario& scenario, int version) {
     Session session({.version = version});
     e2e::WriteValue("Software\\Quillmark\\Corvella", "Path", "C:\\Corvella");
     scenario.play(session);
@@ -300,7 +300,7 @@ void Sweep(const Scenario (&played)[count], int version) {
     for (const Scenario& scenario : played) {
         const std::string name = scenario.name;
         CAPTURE(name);
-        const Played undisturbed = Undisturbed(scenario, version);
+        const Played undisturbed = PlayUndisturbed(scenario, version);
         REQUIRE(undisturbed.failing.last - undisturbed.failing.first >= 10);
         MESSAGE(name << ": calls " << undisturbed.failing.first << " to " << undisturbed.failing.last);
         for (const Fault& fault : faults) {
@@ -331,7 +331,7 @@ TEST_CASE("the working day runs each of its commands once, where nothing fails")
             expected.push_back("notepad " + e2e::AddInFolder() + "Corvella.log");
         }
         std::sort(expected.begin(), expected.end());
-        CHECK(Undisturbed(workingDay, version).commands == expected);
+        CHECK(PlayUndisturbed(workingDay, version).commands == expected);
     }
 }
 TEST_CASE("with any one host call failing, Outlook 2000 is left with nothing held") { Sweep(scenarios, 9); }

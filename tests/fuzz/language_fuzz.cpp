@@ -162,7 +162,7 @@ class Model {
     std::vector<Page> pages_;
 };
 
-std::string Joined(const std::vector<std::string>& lines) {
+std::string Join(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text += line + "\r\n";
     if (lines.back().empty()) text.erase(text.size() - 2);
@@ -178,7 +178,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
 
     const std::string text = LanguageText::WithLineEnds(file);
     const std::vector<std::string> lines = Model::Lines(file);
-    fuzz::Expect(text == Joined(lines), "every line ends in CR LF and nothing else is changed");
+    fuzz::Expect(text == Join(lines), "every line ends in CR LF and nothing else is changed");
     fuzz::Expect(LanguageText::WithLineEnds(text) == text, "line ends that are right stay");
 
     platform::FormView form("F", table);

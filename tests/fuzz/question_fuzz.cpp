@@ -37,7 +37,7 @@ std::vector<std::string> FieldsOf(const std::string& prompt) {
 
 void CheckPrompt(const std::string& prompt, const std::string& ownCaption) {
     const std::array<std::string, 3> captions = {"", ownCaption, ""};
-    const QuestionRules::Fields fields = QuestionRules::Divided(prompt, captions, Leads);
+    const QuestionRules::Fields fields = QuestionRules::SplitPrompt(prompt, captions, Leads);
     if (!ownCaption.empty()) {
         Expect(fields.prompt == prompt && fields.captions == captions && fields.fourthCaption.empty(),
                "a prompt is not divided beside the caller's own captions");
@@ -93,10 +93,10 @@ void Add(std::set<std::pair<int, int>>& answers, int slot, std::uint32_t bits) {
 
 void CheckQuestion(std::uint32_t id, int set, int answer, QuestionRules::Memory& memory, Answers& model) {
     const auto number = static_cast<std::int32_t>(id);
-    const std::optional<QuestionRules::Identity> question = QuestionRules::Decoded(number);
+    const std::optional<QuestionRules::Identity> question = QuestionRules::Decode(number);
     if (number >= -5 && number <= -1) {
         Expect(question && question->IsInput() == (number < -1), "-2 to -5 are inputs, -1 is plain");
-        Expect(!QuestionRules::Recalled(memory, *question, QuestionRules::SetOf(set)), "neither is recalled");
+        Expect(!QuestionRules::Recall(memory, *question, QuestionRules::SetOf(set)), "neither is recalled");
         return;
     }
     const int slot = SlotOf(id);
@@ -113,13 +113,13 @@ void CheckQuestion(std::uint32_t id, int set, int answer, QuestionRules::Memory&
     } else if (slot != 6 && Holds(model.no, slot, bits) && (buttons == 1 || yesNo)) {
         expected = yesNo ? "7" : "2";
     }
-    Expect(QuestionRules::Recalled(memory, *question, QuestionRules::SetOf(set)).value_or("asked") == expected,
+    Expect(QuestionRules::Recall(memory, *question, QuestionRules::SetOf(set)).value_or("asked") == expected,
            "what was answered is recalled");
 
     QuestionRules::Remember(memory, *question, answer);
     const bool yes = answer == 1 || answer == 6;
     Add(yes ? model.yes : model.no, !yes && slot == 6 ? 0 : slot, bits);
-    const std::vector<QuestionRules::Setting> settings = QuestionRules::Persisted(memory, *question);
+    const std::vector<QuestionRules::Setting> settings = QuestionRules::SettingsOf(memory, *question);
     Expect(settings.empty() == (slot == 4), "slot 4 alone is not written");
     for (const QuestionRules::Setting& setting : settings) Expect(setting.value != "-1", "-1 is never written");
 }
@@ -156,7 +156,7 @@ void CheckLayout(fuzz::Input& input) {
         if ((input.Byte() & 1) != 0) request.buttons.push_back(part);
     }
     if ((shape & 64) != 0) request.wanted = {16 * input.Byte(), 16 * input.Byte()};
-    const QuestionLayout::Layout layout = QuestionLayout::Arranged(request, measure);
+    const QuestionLayout::Layout layout = QuestionLayout::Arrange(request, measure);
     Expect(layout.inside.width <= request.largest.width, "the form is no wider than the screen");
     std::vector<Rect> parts = layout.buttons;
     Expect(parts.size() == request.buttons.size(), "every button has its place");

@@ -66,8 +66,8 @@ std::vector<Box> BoxesIn(const std::string& language) {
         if (row.language == language) said = &row;
     }
     std::string message = Language::GetLanguageString("Messages", "Debug1");
-    message = platform::Replaced(platform::Replaced(message, "%f", "C:\\Programs\\Corvella\\CorvellaAddIn.dbg.xml"),
-                                 "%e", "");
+    message =
+        platform::Replace(platform::Replace(message, "%f", "C:\\Programs\\Corvella\\CorvellaAddIn.dbg.xml"), "%e", "");
     std::string paragraphs;
     for (int i = 0; i < 12; ++i) paragraphs += said->notClosed;
     constexpr std::int32_t remembered = static_cast<std::int32_t>(0x90000010);
@@ -94,7 +94,8 @@ void ShowAndSave(const Box& box, const std::string& file) {
                       {[] {}, [] {}, [] {},
                        [&] {
                            const HWND window = GetActiveWindow();
-                           if (QuestionBox::FormQuestion* const form = QuestionBox::Shown()) CheckFormIsWhole(*form);
+                           if (QuestionBox::FormQuestion* const form = QuestionBox::ShownForm())
+                               CheckFormIsWhole(*form);
                            saved = SaveWindowPicture(window, file);
                            PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
                            PostMessageA(GetFocus(), WM_CHAR, 'j', 1);

@@ -38,7 +38,7 @@ inline bool IsWalk(const std::string& line) {
            Holds(line, ".OnAction -> ") || Holds(line, ".Parameter -> ");
 }
 
-inline MenuBuild Sorted(const Lines& lines) {
+inline MenuBuild Sort(const Lines& lines) {
     MenuBuild build;
     bool atEntries = true;
     for (const std::string& line : lines) {
@@ -59,9 +59,9 @@ inline MenuBuild Sorted(const Lines& lines) {
 inline MenuBuild OfMenu(standin::Outlook& outlook) {
     outlook.Record(standin::Detail::Everything);
     outlook.Start();
-    if (outlook.Version() == 9) return Sorted(From(outlook.Transcript(), "Explorer 1.Class"));
+    if (outlook.Version() == 9) return Sort(From(outlook.Transcript(), "Explorer 1.Class"));
     outlook.OpenExplorer(standin::FolderKind::Calendar);
-    return Sorted(From(outlook.Transcript(), "! Explorer 2: Activate()"));
+    return Sort(From(outlook.Transcript(), "! Explorer 2: Activate()"));
 }
 
 }  // namespace HostCalls

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-std::wstring Widened(std::string_view text) {
+std::wstring Widen(std::string_view text) {
     const int size = static_cast<int>(text.size());
     const int length = MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(length), L'\0');
@@ -10,7 +10,7 @@ std::wstring Widened(std::string_view text) {
     return wide;
 }
 
-std::string Narrowed(std::wstring_view text) {
+std::string Narrow(std::wstring_view text) {
     const int size = static_cast<int>(text.size());
     const int length = WideCharToMultiByte(CP_ACP, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
     std::string narrow(static_cast<std::size_t>(length), '\0');
@@ -18,10 +18,10 @@ std::string Narrowed(std::wstring_view text) {
     return narrow;
 }
 
-std::string TextOf(BSTR text) { return text ? Narrowed({text, SysStringLen(text)}) : std::string(); }
+std::string TextOf(BSTR text) { return text ? Narrow({text, SysStringLen(text)}) : std::string(); }
 
 Bstr::Bstr(std::string_view text) {
-    const std::wstring wide = Widened(text);
+    const std::wstring wide = Widen(text);
     text_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
 }
 

@@ -60,8 +60,8 @@ class ComPtr {
     Interface* object_ = nullptr;
 };
 
-[[nodiscard]] std::wstring Widened(std::string_view text);
-[[nodiscard]] std::string Narrowed(std::wstring_view text);
+[[nodiscard]] std::wstring Widen(std::string_view text);
+[[nodiscard]] std::string Narrow(std::wstring_view text);
 
 class Bstr {
   public:

@@ -38,7 +38,7 @@ LONG uses = 0;
 
 template <class Call>
 HRESULT HandOn(Call&& call) noexcept {
-    Guarded(call);
+    RunGuarded(call);
     return S_OK;
 }
 
@@ -109,7 +109,7 @@ class AddinObject final : public IDTExtensibility2 {
 
   private:
     ~AddinObject() {
-        Guarded([&] { instance_->AddinInstance_Terminate(); });
+        RunGuarded([&] { instance_->AddinInstance_Terminate(); });
         instance_.reset();
         info_.Reset();
         InterlockedDecrement(&uses);
@@ -122,7 +122,7 @@ class AddinObject final : public IDTExtensibility2 {
 
     // Office drives the vtable, so the description is loaded only for whoever asks by name.
     bool Info() noexcept {
-        if (!info_) Guarded([&] { info_ = OwnTypeInfo(extensibilityId); });
+        if (!info_) RunGuarded([&] { info_ = OwnTypeInfo(extensibilityId); });
         return static_cast<bool>(info_);
     }
 
@@ -133,7 +133,7 @@ class AddinObject final : public IDTExtensibility2 {
 
 HRESULT CreateAddin(REFIID id, void** object) noexcept {
     std::unique_ptr<AddinInstance> instance;
-    Guarded([&] { instance = Server().factory(); });
+    RunGuarded([&] { instance = Server().factory(); });
     auto* addin = instance ? new (std::nothrow) AddinObject(std::move(instance)) : nullptr;
     if (!addin) return E_OUTOFMEMORY;
     const HRESULT answer = addin->QueryInterface(id, object);
@@ -170,7 +170,7 @@ AddinFactory factory;
 bool IsServed(REFCLSID id) noexcept {
     CLSID served{};
     bool parsed = false;
-    Guarded([&] { parsed = SUCCEEDED(CLSIDFromString(Widened(Server().clsid).c_str(), &served)); });
+    RunGuarded([&] { parsed = SUCCEEDED(CLSIDFromString(Widen(Server().clsid).c_str(), &served)); });
     return parsed && id == served;
 }
 
@@ -192,7 +192,7 @@ STDAPI DllCanUnloadNow() {
 
 STDAPI DllRegisterServer() {
     std::string path;
-    Guarded([&] { path = ModulePath(); });
+    RunGuarded([&] { path = ModulePath(); });
     return RegisterServer(Server(), path) ? S_OK : SELFREG_E_CLASS;
 }
 

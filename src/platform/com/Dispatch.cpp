@@ -63,7 +63,7 @@ void Fill(VARIANTARG& target, const Argument& argument) {
 
 // False, with the pending error set, when the object has no member of that name.
 bool FindId(IDispatch* object, const Member& member, DISPID& id) {
-    std::wstring name = Widened(member.Name());
+    std::wstring name = Widen(member.Name());
     LPOLESTR names = name.data();
     const HRESULT status = object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
     if (FAILED(status)) RecordFailure(member.Name(), status);
@@ -185,7 +185,7 @@ Identity Compare(const Dispatch& left, const Dispatch& right) noexcept {
 
 Dispatch CreateObject(std::string_view programId) {
     CLSID classId{};
-    HRESULT status = CLSIDFromProgID(Widened(programId).c_str(), &classId);
+    HRESULT status = CLSIDFromProgID(Widen(programId).c_str(), &classId);
     ComPtr<IDispatch> object;
     if (SUCCEEDED(status)) {
         status = CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,

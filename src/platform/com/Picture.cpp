@@ -16,7 +16,7 @@ namespace {
 
 HINSTANCE Library() { return static_cast<HINSTANCE>(ModuleHandle()); }
 
-BitmapHandle Checked(HBITMAP bitmap) {
+BitmapHandle Check(HBITMAP bitmap) {
     if (!bitmap) RecordLastError();
     return {bitmap};
 }
@@ -24,7 +24,7 @@ BitmapHandle Checked(HBITMAP bitmap) {
 HBITMAP CopyOf(HBITMAP bitmap) { return static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0)); }
 
 // Handles have 32 bits that count in either kind of program; Windows widens them with their sign.
-HBITMAP Widened(OLE_HANDLE handle) {
+HBITMAP WithSign(OLE_HANDLE handle) {
     return reinterpret_cast<HBITMAP>(static_cast<LONG_PTR>(static_cast<LONG>(handle)));
 }
 
@@ -32,7 +32,7 @@ HBITMAP BitmapOf(const Dispatch& picture) {
     const auto object = ComPtr<IDispatch>::Copy(picture.Get()).As<IPicture>(IID_IPicture);
     OLE_HANDLE handle = 0;
     if (!object || FAILED(object->get_Handle(&handle))) return nullptr;
-    return Widened(handle);
+    return WithSign(handle);
 }
 
 // Rows from the top, four bytes a pixel.
@@ -94,11 +94,11 @@ std::uint32_t ColourOf(SystemColour colour) { return GetSysColor(static_cast<int
 
 BitmapHandle LoadMappedBitmap(std::int32_t resource, const ColourMapping& mapping) {
     COLORMAP map{mapping.from, mapping.to};
-    return Checked(CreateMappedBitmap(Library(), resource, 0, &map, 1));
+    return Check(CreateMappedBitmap(Library(), resource, 0, &map, 1));
 }
 
 BitmapHandle LoadBitmapResource(std::int32_t resource) {
-    return Checked(LoadBitmapA(Library(), MAKEINTRESOURCEA(resource)));
+    return Check(LoadBitmapA(Library(), MAKEINTRESOURCEA(resource)));
 }
 
 Dispatch PictureOf(BitmapHandle bitmap, PaletteHandle palette) {
@@ -132,7 +132,7 @@ Dispatch PictureOf(const Pixels& pixels) {
     if (pixels.Empty()) return {};
     const BITMAPINFO description = DescriptionOf(pixels.width, pixels.height);
     void* bits = nullptr;
-    const BitmapHandle bitmap = Checked(CreateDIBSection(nullptr, &description, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const BitmapHandle bitmap = Check(CreateDIBSection(nullptr, &description, DIB_RGB_COLORS, &bits, nullptr, 0));
     if (!bitmap || !bits) return {};
     std::copy(pixels.values.begin(), pixels.values.end(), static_cast<std::uint32_t*>(bits));
     return PictureOf(bitmap, {});

@@ -134,15 +134,15 @@ bool Exists(const std::string& path) { return GetFileAttributesA(path.c_str()) !
 
 bool RegisterServer(const ServerDescription& server, const std::string& libraryPath) noexcept {
     bool registered = false;
-    Guarded(
+    RunGuarded(
         [&] { registered = Exists(libraryPath) && WriteClassesSomewhere(server, libraryPath) && WriteAddin(server); });
-    if (!registered) Guarded([&] { DeleteAll(server); });
+    if (!registered) RunGuarded([&] { DeleteAll(server); });
     return registered;
 }
 
 bool UnregisterServer(const ServerDescription& server) noexcept {
     bool gone = false;
-    Guarded([&] { gone = DeleteAll(server); });
+    RunGuarded([&] { gone = DeleteAll(server); });
     return gone;
 }
 

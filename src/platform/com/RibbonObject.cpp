@@ -89,7 +89,7 @@ class RibbonObject final : public IRibbonExtensibility {
     STDMETHODIMP GetIDsOfNames(REFIID, OLECHAR** names, UINT count, LCID, DISPID* ids) override {
         if (!names || !ids || count == 0) return E_INVALIDARG;
         for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;  // parameters have no names
-        if (names[0]) Guarded([&] { ids[0] = IdOf(Narrowed(names[0])); });
+        if (names[0]) RunGuarded([&] { ids[0] = IdOf(Narrow(names[0])); });
         return ids[0] == DISPID_UNKNOWN || count > 1 ? DISP_E_UNKNOWNNAME : S_OK;
     }
     STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result, EXCEPINFO*,
@@ -101,7 +101,7 @@ class RibbonObject final : public IRibbonExtensibility {
         if (!parameters) parameters = &none;
         if (id == getCustomUiId) return InvokeGetCustomUI(*parameters, result);
         if (id < firstCallbackId) return DISP_E_MEMBERNOTFOUND;
-        Guarded([&] { Return(result, ribbon_.RunCallback(id - firstCallbackId, EventArguments(*parameters))); });
+        RunGuarded([&] { Return(result, ribbon_.RunCallback(id - firstCallbackId, EventArguments(*parameters))); });
         return S_OK;
     }
 
@@ -109,7 +109,7 @@ class RibbonObject final : public IRibbonExtensibility {
         if (!xml) return E_POINTER;
         *xml = nullptr;
         const ComPtr<IUnknown> kept = ComPtr<IUnknown>::Copy(this);
-        Guarded([&] {
+        RunGuarded([&] {
             const std::wstring text = FromUtf8(ribbon_.GetCustomUI(TextOf(ribbonId)));
             if (!text.empty()) *xml = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
         });
@@ -135,7 +135,7 @@ class RibbonObject final : public IRibbonExtensibility {
         return status;
     }
     bool Info() noexcept {
-        if (!info_) Guarded([&] { info_ = OwnTypeInfo(ribbonExtensibilityId); });
+        if (!info_) RunGuarded([&] { info_ = OwnTypeInfo(ribbonExtensibilityId); });
         return static_cast<bool>(info_);
     }
 

@@ -58,7 +58,7 @@ class EventSink final : public IDispatch {
                         UINT*) override {
         const std::shared_ptr<Connection::Receiver> receiver = receiver_;  // the event may end the connection
         if (!receiver || !parameters) return S_OK;
-        Guarded([&] { (*receiver)(event, EventArguments(*parameters)); });
+        RunGuarded([&] { (*receiver)(event, EventArguments(*parameters)); });
         return S_OK;
     }
 

@@ -55,7 +55,7 @@ class DisabledWindows {
         auto* const self = reinterpret_cast<DisabledWindows*>(parameter);
         if (window == self->except_ || GetWindow(window, GW_OWNER) == self->except_) return TRUE;
         if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
-        Guarded([&] {
+        RunGuarded([&] {
             self->windows_.push_back(window);
             EnableWindow(window, FALSE);
         });
@@ -104,7 +104,7 @@ class Form::Windows final : public ControlPeer {
     void TakeFocus(const Control& control) override;
 
     [[nodiscard]] ControlWindow& Of(const Control& control) const;
-    [[nodiscard]] ControlWindow* Focused() const;
+    [[nodiscard]] ControlWindow* FocusedControl() const;
     [[nodiscard]] std::int32_t DotsAnInch() const { return dotsAnInch_; }
     void ShowFonts();
     void ShowCaption();
@@ -278,7 +278,7 @@ INT_PTR CALLBACK Form::Windows::Procedure(HWND dialog, UINT message, WPARAM wPar
     if (!self) return FALSE;
     INT_PTR handled = FALSE;
     const ErrorScope outer;
-    Guarded([&] { handled = self->Handle(message, wParam, lParam); });
+    RunGuarded([&] { handled = self->Handle(message, wParam, lParam); });
     return handled;
 }
 
@@ -337,14 +337,14 @@ void Form::Windows::HandleTimer(std::int32_t id) {
 bool Form::Windows::HandleKey(const MSG& message) {
     if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return false;
     bool used = false;
-    Guarded([&] {
+    RunGuarded([&] {
         const bool pressed = message.message == WM_KEYDOWN;
         const auto key = static_cast<std::int32_t>(message.wParam);
         if (pressed && form_.OnKeyDown(key)) {
             used = true;
             return;
         }
-        const ControlWindow* const window = dialog_ ? Focused() : nullptr;
+        const ControlWindow* const window = dialog_ ? FocusedControl() : nullptr;
         if (!window) return;
         const Handlers& on = window->Control().on;
         if (pressed && on.keyDown) used = on.keyDown(key);
@@ -432,7 +432,7 @@ void Form::Windows::Show(const Control& control, Property changed) {
     if (changed == Property::Font) return window.SetFont(FontOf(control.Font(), form_.Font(), dotsAnInch_));
     const bool leaves =
         (changed == Property::Visible && !control.Visible()) || (changed == Property::Enabled && !control.Enabled());
-    if (leaves && shown_ && Focused() == &window) SendMessageA(dialog_, WM_NEXTDLGCTL, 0, FALSE);
+    if (leaves && shown_ && FocusedControl() == &window) SendMessageA(dialog_, WM_NEXTDLGCTL, 0, FALSE);
     if (changed == Property::Value && control.Kind() == ControlKind::OptionButton && control.ValueSet()) {
         EmptyGroupOf(window);
     }
@@ -466,7 +466,7 @@ ControlWindow* Form::Windows::ById(std::int32_t id) const {
     return found == controls_.end() ? nullptr : found->get();
 }
 
-ControlWindow* Form::Windows::Focused() const {
+ControlWindow* Form::Windows::FocusedControl() const {
     const HWND focus = GetFocus();
     return focus && IsChild(dialog_, focus) ? ControlWindow::Of(focus) : nullptr;
 }
@@ -488,10 +488,10 @@ Form::Form(std::string_view name, std::span<const ControlSpec> controls, FormSty
 Form::~Form() { windows_->Destroy(); }
 
 bool Form::Load(WindowHandle owner) {
-    if (Loaded()) return true;
+    if (IsLoaded()) return true;
     if (!windows_->Create(owner)) return false;
     OnLoad();
-    return Loaded();
+    return IsLoaded();
 }
 
 void Form::Unload() {
@@ -499,11 +499,13 @@ void Form::Unload() {
     windows_->Destroy();
 }
 
-bool Form::Loaded() const { return windows_->Dialog() != nullptr; }
+bool Form::IsLoaded() const { return windows_->Dialog() != nullptr; }
 bool Form::Visible() const { return windows_->Shown(); }
 WindowHandle Form::Window() const { return windows_->Dialog(); }
 std::int32_t Form::WindowNumber() const { return static_cast<std::int32_t>(reinterpret_cast<LONG_PTR>(Window())); }
-WindowHandle Form::Window(const Control& control) const { return Loaded() ? windows_->Of(control).Handle() : nullptr; }
+WindowHandle Form::Window(const Control& control) const {
+    return IsLoaded() ? windows_->Of(control).Handle() : nullptr;
+}
 
 bool Form::ShowModal() {
     const KeepLoaded untilItReturns;
@@ -516,23 +518,23 @@ bool Form::Show() { return Load() && windows_->Open(false); }
 void Form::Hide() { windows_->Close(); }
 
 void Form::BringToFront() {
-    if (Loaded()) SetWindowPos(Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    if (IsLoaded()) SetWindowPos(Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
 }
 
 Rect Form::Position() const {
     RECT area{};
-    if (Loaded()) GetWindowRect(Window(), &area);
+    if (IsLoaded()) GetWindowRect(Window(), &area);
     return {area.left, area.top, area.right - area.left, area.bottom - area.top};
 }
 
 void Form::SetPosition(const Rect& position) {
-    if (!Loaded()) return;
+    if (!IsLoaded()) return;
     SetWindowPos(Window(), nullptr, position.left, position.top, position.width, position.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void Form::SetInsideSize(Size inside) {
-    if (!Loaded()) return;
+    if (!IsLoaded()) return;
     RECT area{0, 0, inside.width, inside.height};
     AdjustWindowRectEx(&area, static_cast<DWORD>(GetWindowLongA(Window(), GWL_STYLE)), FALSE,
                        static_cast<DWORD>(GetWindowLongA(Window(), GWL_EXSTYLE)));
@@ -542,12 +544,12 @@ void Form::SetInsideSize(Size inside) {
 
 Size Form::InsideSize() const {
     RECT area{};
-    if (Loaded()) GetClientRect(Window(), &area);
+    if (IsLoaded()) GetClientRect(Window(), &area);
     return {area.right, area.bottom};
 }
 
 Rect Form::WorkArea() const {
-    const HWND owner = Loaded() ? GetWindow(Window(), GW_OWNER) : nullptr;
+    const HWND owner = IsLoaded() ? GetWindow(Window(), GW_OWNER) : nullptr;
     const HWND shown = owner && !Visible() ? owner : Window();
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
@@ -557,7 +559,7 @@ Rect Form::WorkArea() const {
 }
 
 void Form::Center() {
-    const HWND owner = Loaded() ? GetWindow(Window(), GW_OWNER) : nullptr;
+    const HWND owner = IsLoaded() ? GetWindow(Window(), GW_OWNER) : nullptr;
     Rect form = Position();
     const Rect screen = WorkArea();
     Rect around = screen;
@@ -577,26 +579,26 @@ std::int32_t Form::Scaled(std::int32_t lengthAt96) const {
 }
 
 Size Form::TextSize(const Control& control, std::string_view text, std::int32_t width) const {
-    return Loaded() ? windows_->Of(control).TextSize(text, width) : Size{};
+    return IsLoaded() ? windows_->Of(control).TextSize(text, width) : Size{};
 }
 
 std::string Form::FontFace(const Control& control) const {
-    return Loaded() ? windows_->Of(control).FontFace() : std::string();
+    return IsLoaded() ? windows_->Of(control).FontFace() : std::string();
 }
 
 void Form::SetBackColor(std::uint32_t colour) { windows_->SetBackColor(colour); }
 
 void Form::SetDefaultButton(Control& button) {
-    if (Loaded()) windows_->SetDefaultButton(button);
+    if (IsLoaded()) windows_->SetDefaultButton(button);
 }
 
 Control* Form::Focus() {
-    const ControlWindow* const window = Loaded() ? windows_->Focused() : nullptr;
+    const ControlWindow* const window = IsLoaded() ? windows_->FocusedControl() : nullptr;
     return window ? &window->Control() : nullptr;
 }
 
 void Form::SelectText(const Control& textBox, std::int32_t first, std::int32_t end) {
-    if (Loaded()) {
+    if (IsLoaded()) {
         SendMessageA(Window(textBox), EM_SETSEL, static_cast<WPARAM>(first), static_cast<LPARAM>(end));
         SendMessageA(Window(textBox), EM_SCROLLCARET, 0, 0);
     }
@@ -612,11 +614,11 @@ void Form::OnClose() {
 }
 
 void Form::CaptionChanged() {
-    if (Loaded()) windows_->ShowCaption();
+    if (IsLoaded()) windows_->ShowCaption();
 }
 
 void Form::FontChanged() {
-    if (Loaded()) windows_->ShowFonts();
+    if (IsLoaded()) windows_->ShowFonts();
 }
 
 WindowHandle FrontWindow() {

@@ -39,7 +39,7 @@ class Form : public FormView {
     bool Load(WindowHandle owner);
     bool Load() { return Load(FrontWindow()); }
     void Unload();  // raises OnUnload
-    [[nodiscard]] bool Loaded() const;
+    [[nodiscard]] bool IsLoaded() const;
     [[nodiscard]] bool Visible() const;
     [[nodiscard]] WindowHandle Window() const;
     [[nodiscard]] std::int32_t WindowNumber() const;  // the handle as a number

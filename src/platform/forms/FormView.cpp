@@ -24,13 +24,13 @@ void FormView::SetFontCharSet(std::int32_t charSet) {
     SetFont(font);
 }
 
-Control* FormView::Find(std::string_view name) { return Listed(name, ControlSpec::NoIndex); }
+Control* FormView::Find(std::string_view name) { return FindListed(name, ControlSpec::NoIndex); }
 
 Control* FormView::Find(std::string_view name, std::int32_t index) {
-    return index == ControlSpec::NoIndex ? nullptr : Listed(name, index);
+    return index == ControlSpec::NoIndex ? nullptr : FindListed(name, index);
 }
 
-Control* FormView::Listed(std::string_view name, std::int32_t index) {
+Control* FormView::FindListed(std::string_view name, std::int32_t index) {
     for (Control& control : controls_) {
         if (control.Index() == index && SameIgnoringCase(control.Name(), name)) return &control;
     }

@@ -49,7 +49,7 @@ class FormView {
     virtual void FontChanged() {}
 
   private:
-    Control* Listed(std::string_view name, std::int32_t index);
+    Control* FindListed(std::string_view name, std::int32_t index);
 
     std::string name_, caption_;
     FontStyle font_;

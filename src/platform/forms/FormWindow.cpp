@@ -272,7 +272,7 @@ void DrawnPicture::Load(const std::string& name) {
         if (name == row.name) content_->icon = LoadIconA(nullptr, row.icon);
     }
     if (name[0] == '*') return;
-    std::wstring path = Widened(name);
+    std::wstring path = Widen(name);
     RecordStatus(OleLoadPicturePath(path.data(), nullptr, 0, 0, IID_IPicture, content_->file.PutVoid()));
 }
 
@@ -350,7 +350,7 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
     } else if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
         const ErrorScope outer;
         bool alive = true;
-        Guarded([&] { alive = self->HandleMouse(message, wParam, lParam); });
+        RunGuarded([&] { alive = self->HandleMouse(message, wParam, lParam); });
         if (!alive) return 0;
     }
     return CallOriginal(original, window, message, wParam, lParam);
@@ -532,7 +532,7 @@ void ControlWindow::HandleCommand(WORD notification) {
             if (notification == CBN_EDITCHANGE) raise(on.change);
             if (notification == CBN_SELCHANGE) {
                 choosing_ = true;
-                Guarded([&] { raise(on.click); });
+                RunGuarded([&] { raise(on.click); });
                 choosing_ = false;
             }
             break;

@@ -16,7 +16,7 @@ HFONT MakeFont(const char* name, int points, int weight) {
                        CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, name);
 }
 
-COLORREF Mixed(COLORREF first, COLORREF second, int percentOfFirst) {
+COLORREF Mix(COLORREF first, COLORREF second, int percentOfFirst) {
     const auto mix = [percentOfFirst](int a, int b) { return (a * percentOfFirst + b * (100 - percentOfFirst)) / 100; };
     return RGB(mix(GetRValue(first), GetRValue(second)), mix(GetGValue(first), GetGValue(second)),
                mix(GetBValue(first), GetBValue(second)));
@@ -91,10 +91,10 @@ Look Look::Of(int version) {
     Look look;
     look.flat = version >= 10;
     look.bar = face;
-    look.hover = look.flat ? Mixed(highlight, window, 30) : face;
-    look.pressed = look.flat ? Mixed(highlight, window, 50) : face;
+    look.hover = look.flat ? Mix(highlight, window, 30) : face;
+    look.pressed = look.flat ? Mix(highlight, window, 50) : face;
     look.hoverEdge = highlight;
-    look.menu = look.flat ? Mixed(face, window, 15) : face;
+    look.menu = look.flat ? Mix(face, window, 15) : face;
     look.menuEdge = GetSysColor(COLOR_BTNSHADOW);
     return look;
 }

@@ -20,7 +20,7 @@ std::string Contents(const std::string& path) {
     return text;
 }
 
-std::string Unescaped(std::string_view value) {
+std::string Unescape(std::string_view value) {
     std::string text;
     for (std::size_t i = 0; i < value.size(); ++i) {
         if (value[i] != '\\' || i + 1 == value.size()) {
@@ -40,7 +40,7 @@ NotedStart Read(std::string_view line) {
         line.remove_prefix(field.size() < line.size() ? field.size() + 1 : field.size());
         const std::size_t equals = field.find('=');
         if (equals == std::string_view::npos) continue;
-        start.fields[std::string(field.substr(0, equals))] = Unescaped(field.substr(equals + 1));
+        start.fields[std::string(field.substr(0, equals))] = Unescape(field.substr(equals + 1));
     }
     start.commandLine = start.fields["command"];
     start.note = start.fields["note"];

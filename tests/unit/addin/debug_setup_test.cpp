@@ -199,7 +199,7 @@ TEST_CASE_FIXTURE(Fixture, "an unclean end asks with the file's name and the add
     PutActive("1");
     InitDebug(false, false);
     REQUIRE(asked.size() == 1);
-    const std::string path = platform::Replaced(folder.Path(logName), "Corvella", "Corvella AddIn");
+    const std::string path = platform::Replace(folder.Path(logName), "Corvella", "Corvella AddIn");
     REQUIRE(path.find("Corvella AddInAddIn.dbg.xml") != std::string::npos);
     CHECK(asked[0] == "Corvella AddIn 1 " + path + "|| Corvella AddIn");
     CHECK_FALSE(activeWhileAsked);

@@ -73,7 +73,7 @@ struct Fixture {
         FormDriver driver([] { return Form().Visible(); }, [] { Form().Hide(); }, std::move(steps));
         Form().Show();
         CHECK(driver.Finished());
-        CHECK_FALSE(Form().Loaded());
+        CHECK_FALSE(Form().IsLoaded());
     }
     // Opens it, looks, and closes it with Escape.
     static void Look(const FormDriver::Step& look) {

@@ -8,10 +8,10 @@
 using namespace ChangedItems;
 
 TEST_CASE("a list that begins with its first item begins with a separator and has none at its end") {
-    CHECK(Added("", "0A") == ";0A");
-    CHECK(Added(";0A", "0B") == ";0A;0B");
+    CHECK(Add("", "0A") == ";0A");
+    CHECK(Add(";0A", "0B") == ";0A;0B");
 }
-TEST_CASE("a list without a separator in front keeps having none") { CHECK(Added("0A", "0B") == "0A;0B"); }
+TEST_CASE("a list without a separator in front keeps having none") { CHECK(Add("0A", "0B") == "0A;0B"); }
 TEST_CASE("an item is listed wherever it stands in the list") {
     for (const char* list : {";0A", ";0A;0B", ";0B;0A", ";0B;0A;0C", "0A", "0A;0B", "0B;0A;", ";;0A;;"}) {
         CAPTURE(list);
@@ -26,7 +26,7 @@ TEST_CASE("an item that is only part of another one's id is not listed") {
 }
 TEST_CASE("an id of a long list is found and added without a limit") {
     std::string list;
-    for (int i = 0; i < 5000; ++i) list = Added(list, std::to_string(i));
+    for (int i = 0; i < 5000; ++i) list = Add(list, std::to_string(i));
     CHECK(IsListed(list, "4999"));
     CHECK_FALSE(IsListed(list, "5000"));
     CHECK(list.starts_with(";0;1;2;"));

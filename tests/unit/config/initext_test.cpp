@@ -16,7 +16,7 @@ std::string ReadOr(std::string_view text, std::string_view section, std::string_
     return std::string(IniText::Read(text, section, key, comparison).value_or(otherwise));
 }
 
-std::string Written(std::string text, std::string_view section, std::string_view key, std::string_view value) {
+std::string Write(std::string text, std::string_view section, std::string_view key, std::string_view value) {
     IniText::Write(text, section, key, value);
     return text;
 }
@@ -123,22 +123,22 @@ TEST_SUITE_END();
 TEST_SUITE_BEGIN("writing a setting");
 
 TEST_CASE("a new value takes the place of the old one and all else stays") {
-    CHECK(Written(twoSections, "A", "a", "new") == "[A]\r\na=new\r\nb=2\r\n\r\n\r\n[B]\r\na=3\r\n");
-    CHECK(Written("[S]\r\nk=v", "S", "k", "w") == "[S]\r\nk=w");
-    CHECK(Written("[S]\r\nk=\r\n", "S", "k", "w") == "[S]\r\nk=w\r\n");
+    CHECK(Write(twoSections, "A", "a", "new") == "[A]\r\na=new\r\nb=2\r\n\r\n\r\n[B]\r\na=3\r\n");
+    CHECK(Write("[S]\r\nk=v", "S", "k", "w") == "[S]\r\nk=w");
+    CHECK(Write("[S]\r\nk=\r\n", "S", "k", "w") == "[S]\r\nk=w\r\n");
 }
 TEST_CASE("writing the value that a key already has changes nothing") {
     CHECK_FALSE(Changes(twoSections, "A", "a", "1"));
     CHECK(Changes(twoSections, "A", "a", "1 "));
 }
 TEST_CASE("writing an empty value deletes the key's line") {
-    CHECK(Written(twoSections, "A", "a", "") == "[A]\r\nb=2\r\n\r\n\r\n[B]\r\na=3\r\n");
-    CHECK(Written(twoSections, "B", "a", "") == "[A]\r\na=1\r\nb=2\r\n\r\n\r\n[B]\r\n");
-    CHECK(Written("[S]\r\nk=\r\n", "S", "k", "") == "[S]\r\n");
+    CHECK(Write(twoSections, "A", "a", "") == "[A]\r\nb=2\r\n\r\n\r\n[B]\r\na=3\r\n");
+    CHECK(Write(twoSections, "B", "a", "") == "[A]\r\na=1\r\nb=2\r\n\r\n\r\n[B]\r\n");
+    CHECK(Write("[S]\r\nk=\r\n", "S", "k", "") == "[S]\r\n");
     CHECK(Changes(twoSections, "A", "a", ""));
 }
 TEST_CASE("a deleted last line that no line break ends takes the one before it along") {
-    CHECK(Written("[S]\r\na=1\r\nk=v", "S", "k", "") == "[S]\r\na=1");
+    CHECK(Write("[S]\r\na=1\r\nk=v", "S", "k", "") == "[S]\r\na=1");
 }
 TEST_CASE("writing an empty value for a key or section that does not exist leaves the text untouched") {
     CHECK_FALSE(Changes(twoSections, "A", "c", ""));
@@ -147,41 +147,41 @@ TEST_CASE("writing an empty value for a key or section that does not exist leave
     CHECK_FALSE(Changes(" ", "C", "a", ""));
 }
 TEST_CASE("writing a new key into the last section of a file that ends without a line break appends it") {
-    CHECK(Written("[S]\r\na=1", "S", "k", "v") == "[S]\r\na=1\r\nk=v");
-    CHECK(Written("[S]", "S", "k", "v") == "[S]\r\nk=v");
+    CHECK(Write("[S]\r\na=1", "S", "k", "v") == "[S]\r\na=1\r\nk=v");
+    CHECK(Write("[S]", "S", "k", "v") == "[S]\r\nk=v");
 }
 TEST_CASE("a new key in the last section takes the place of the line breaks at the end") {
-    CHECK(Written("[S]\r\na=1\r\n\r\n\r\n", "S", "k", "v") == "[S]\r\na=1\r\nk=v");
+    CHECK(Write("[S]\r\na=1\r\n\r\n\r\n", "S", "k", "v") == "[S]\r\na=1\r\nk=v");
 }
 TEST_CASE("a new key in a section followed by two empty lines and another section lands under the last setting") {
-    CHECK(Written(twoSections, "A", "c", "9") == "[A]\r\na=1\r\nb=2\r\nc=9\r\n\r\n\r\n[B]\r\na=3\r\n");
+    CHECK(Write(twoSections, "A", "c", "9") == "[A]\r\na=1\r\nb=2\r\nc=9\r\n\r\n\r\n[B]\r\na=3\r\n");
 }
 TEST_CASE("a new key in an empty section lands under its head") {
-    CHECK(Written("[A]\r\n\r\n[B]\r\n", "A", "k", "v") == "[A]\r\nk=v\r\n\r\n[B]\r\n");
-    CHECK(Written("[]\r\n[B]\r\n", "", "k", "v") == "[]\r\nk=v\r\n[B]\r\n");
+    CHECK(Write("[A]\r\n\r\n[B]\r\n", "A", "k", "v") == "[A]\r\nk=v\r\n\r\n[B]\r\n");
+    CHECK(Write("[]\r\n[B]\r\n", "", "k", "v") == "[]\r\nk=v\r\n[B]\r\n");
 }
 TEST_CASE("a tab at the end of a section's last value stays with that value when a key is added") {
-    const std::string text = Written("[A]\r\na=1\t\r\n\t\r\n[B]\r\n", "A", "k", "v");
+    const std::string text = Write("[A]\r\na=1\t\r\n\t\r\n[B]\r\n", "A", "k", "v");
     CHECK(text == "[A]\r\na=1\t\r\nk=v\r\n\t\r\n[B]\r\n");
 }
 TEST_CASE("a missing section is added at the end after one empty line") {
-    CHECK(Written("[A]\r\na=1", "S", "k", "v") == "[A]\r\na=1\r\n\r\n[S]\r\nk=v\r\n");
-    CHECK(Written("[A]\r\na=1\r\n\r\n\r\n", "S", "k", "v") == "[A]\r\na=1\r\n\r\n[S]\r\nk=v\r\n");
+    CHECK(Write("[A]\r\na=1", "S", "k", "v") == "[A]\r\na=1\r\n\r\n[S]\r\nk=v\r\n");
+    CHECK(Write("[A]\r\na=1\r\n\r\n\r\n", "S", "k", "v") == "[A]\r\na=1\r\n\r\n[S]\r\nk=v\r\n");
 }
 TEST_CASE("a text of up to four characters keeps its line breaks before a new section") {
-    CHECK(Written("\r\n\r\n", "S", "k", "v") == "\r\n\r\n\r\n\r\n[S]\r\nk=v\r\n");
-    CHECK(Written("\r\n\r\n\r\n", "S", "k", "v") == "\r\n\r\n[S]\r\nk=v\r\n");
+    CHECK(Write("\r\n\r\n", "S", "k", "v") == "\r\n\r\n\r\n\r\n[S]\r\nk=v\r\n");
+    CHECK(Write("\r\n\r\n\r\n", "S", "k", "v") == "\r\n\r\n[S]\r\nk=v\r\n");
 }
 TEST_CASE("an empty or missing file gets its first section without an empty line in front") {
-    CHECK(Written(" ", "S", "k", "v") == "[S]\r\nk=v\r\n");
-    CHECK(Written("", "S", "k", "v") == "[S]\r\nk=v\r\n");
+    CHECK(Write(" ", "S", "k", "v") == "[S]\r\nk=v\r\n");
+    CHECK(Write("", "S", "k", "v") == "[S]\r\nk=v\r\n");
 }
 TEST_CASE("the writer compares names exactly") {
-    CHECK(Written("[s]\r\nK=1\r\n", "S", "k", "v") == "[s]\r\nK=1\r\n\r\n[S]\r\nk=v\r\n");
-    CHECK(Written("[S]\r\nK=1\r\n", "S", "k", "v") == "[S]\r\nK=1\r\nk=v");
+    CHECK(Write("[s]\r\nK=1\r\n", "S", "k", "v") == "[s]\r\nK=1\r\n\r\n[S]\r\nk=v\r\n");
+    CHECK(Write("[S]\r\nK=1\r\n", "S", "k", "v") == "[S]\r\nK=1\r\nk=v");
 }
 TEST_CASE("duplicates further down are left alone") {
-    CHECK(Written("[S]\r\nk=1\r\nk=2\r\n[T]\r\n[S]\r\nk=3\r\n", "S", "k", "9") ==
+    CHECK(Write("[S]\r\nk=1\r\nk=2\r\n[T]\r\n[S]\r\nk=3\r\n", "S", "k", "9") ==
           "[S]\r\nk=9\r\nk=2\r\n[T]\r\n[S]\r\nk=3\r\n");
 }
 

@@ -59,7 +59,7 @@ using Texts = std::vector<std::string>;
 
 bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r') || c == '\x1A'; }
 
-std::string Trimmed(std::string text) {
+std::string Trim(std::string text) {
     while (!text.empty() && IsBlank(text.back())) text.pop_back();
     while (!text.empty() && IsBlank(text.front())) text.erase(0, 1);
     return text;
@@ -73,13 +73,13 @@ class Model {
     Model(const std::string& text, unsigned rules) : rules_(rules) {
         std::string plain = Has(WideText) ? Narrow(text) : WithoutMark(text);
         lines_ = Has(LoneBreaks) ? SplitAtEveryBreak(plain) : SplitAt(plain, "\r\n");
-        if (Has(Blanks)) std::transform(lines_.begin(), lines_.end(), lines_.begin(), Trimmed);
+        if (Has(Blanks)) std::transform(lines_.begin(), lines_.end(), lines_.begin(), Trim);
     }
 
     [[nodiscard]] std::optional<std::string> Read(const std::string& section, const std::string& key) const {
-        const std::size_t head = FindHead(Has(Blanks) ? Trimmed(section) : section);
+        const std::size_t head = FindHead(Has(Blanks) ? Trim(section) : section);
         if (head == lines_.size()) return std::nullopt;
-        const std::string sought = Has(Blanks) ? Trimmed(key) : key;
+        const std::string sought = Has(Blanks) ? Trim(key) : key;
         const bool unnamed = Has(UnnamedSection) && section.empty();
         for (std::size_t i = head + (unnamed ? 0 : 1); i < lines_.size() && !EndsSection(lines_[i]); ++i) {
             if (Has(LoneBreaks) && Has(Blanks) && lines_[i].empty()) continue;
@@ -126,11 +126,11 @@ class Model {
         return Has(AnyCase) ? platform::SameIgnoringCase(left, right) : left == right;
     }
     [[nodiscard]] std::string Name(std::string name) const {
-        if (Has(Blanks)) name = Trimmed(name);
+        if (Has(Blanks)) name = Trim(name);
         return Has(NulEnds) ? UpToNul(name) : name;
     }
     [[nodiscard]] std::string Value(std::string value) const {
-        if (Has(Blanks)) value = Trimmed(value);
+        if (Has(Blanks)) value = Trim(value);
         if (Has(NulEnds)) value = UpToNul(value);
         const bool quoted = value.size() > 1 && value.front() == value.back() && (value[0] == '"' || value[0] == '\'');
         return Has(Quotes) && quoted ? value.substr(1, value.size() - 2) : value;
@@ -198,7 +198,7 @@ unsigned RulesOf(const std::string& text, const std::string& section, const std:
     return rules;
 }
 
-std::string Repeated(const std::string& text, int times) {
+std::string Repeat(const std::string& text, int times) {
     std::string repeated;
     while (times-- > 0) repeated += text;
     return repeated;
@@ -254,8 +254,8 @@ Texts UglyFiles() {
         "[S]\r\na=" + std::string(100000, 'y') + "\r\nb=2\r\n",
         "[" + std::string(3000, 'S') + "]\r\na=1\r\n[S]\r\na=2\r\n",
         "[S]\r\n" + std::string(3000, 'a') + "=1\r\na=2\r\n",
-        "[S]\r\n" + Repeated("filler=1\r\n", 2000) + "a=1\r\n",
-        Repeated("[T]\r\na=1\r\n\r\n", 500) + "[S]\r\na=2\r\n",
+        "[S]\r\n" + Repeat("filler=1\r\n", 2000) + "a=1\r\n",
+        Repeat("[T]\r\na=1\r\n\r\n", 500) + "[S]\r\na=2\r\n",
         "\r\n\r\n\r\n[S]\r\n\r\n\r\n\r\na=1\r\n\r\n\r\n",
         "\xEF\xBB\xBF[S]\r\na=1\r\n",
         Wide("[S]\r\na=1\r\n[T]\r\nb=2\r\n", true),

@@ -8,13 +8,13 @@ using namespace LanguageText;
 using namespace std::string_literals;
 
 TEST_CASE("a line break in a text is a single carriage return") {
-    CHECK(Unescaped("Line 1\\nLine 2") == "Line 1\rLine 2");
-    CHECK(Unescaped("\\n\\n") == "\r\r");
+    CHECK(Unescape("Line 1\\nLine 2") == "Line 1\rLine 2");
+    CHECK(Unescape("\\n\\n") == "\r\r");
 }
 TEST_CASE("a tab is the only other thing that a backslash writes") {
-    CHECK(Unescaped("a\\tb") == "a\tb");
-    CHECK(Unescaped("\\r\\\\ \\x \\") == "\\r\\\\ \\x \\");
-    CHECK(Unescaped("\\N\\T") == "\\N\\T");
+    CHECK(Unescape("a\\tb") == "a\tb");
+    CHECK(Unescape("\\r\\\\ \\x \\") == "\\r\\\\ \\x \\");
+    CHECK(Unescape("\\N\\T") == "\\N\\T");
 }
 TEST_CASE("a bar parts the caption from the tool tip") {
     const Texts texts = Split("Save|Saves the item");

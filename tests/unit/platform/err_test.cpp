@@ -35,16 +35,16 @@ TEST_CASE("a scope begins with no error pending and puts the earlier one back wh
 TEST_CASE("a guarded call begins with no error pending") {
     Err().Set(9, "of an earlier event");
     std::int32_t seen = -1;
-    platform::Guarded([&] { seen = Err().Number(); });
+    platform::RunGuarded([&] { seen = Err().Number(); });
     CHECK(seen == 0);
 }
 TEST_CASE("what a guarded call throws goes no further and is pending afterwards") {
-    platform::Guarded([] { throw std::runtime_error("broken"); });
+    platform::RunGuarded([] { throw std::runtime_error("broken"); });
     CHECK(Err().Number() == platform::InvalidProcedureCall);
     CHECK(Err().Description() == "broken");
-    platform::Guarded([] { throw 5; });
+    platform::RunGuarded([] { throw 5; });
     CHECK(Err().Number() == platform::InvalidProcedureCall);
-    platform::Guarded([] { throw std::bad_alloc(); });
+    platform::RunGuarded([] { throw std::bad_alloc(); });
     CHECK(Err().Number() == platform::OutOfMemory);
     Err().Clear();
 }

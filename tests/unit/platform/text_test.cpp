@@ -58,9 +58,9 @@ TEST_CASE("numbers are written in decimal and in upper-case hexadecimal") {
     CHECK(UpperHex(0xABCDEFu) == "ABCDEF");
 }
 TEST_CASE("every occurrence is replaced, what the replacement brings is not looked at again") {
-    CHECK(Replaced("a%fb%f", "%f", "%f%f") == "a%f%fb%f%f");
-    CHECK(Replaced("text", "", "x") == "text");
-    CHECK(Replaced("", "a", "b").empty());
+    CHECK(Replace("a%fb%f", "%f", "%f%f") == "a%f%fb%f%f");
+    CHECK(Replace("text", "", "x") == "text");
+    CHECK(Replace("", "a", "b").empty());
 }
 TEST_CASE("case is folded in the letters A to Z alone") {
     CHECK(SameIgnoringCase("CorVella", "cOrvELLA"));

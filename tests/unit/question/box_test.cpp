@@ -24,9 +24,9 @@ namespace {
 
 constexpr std::int32_t Id(std::uint32_t bits) { return static_cast<std::int32_t>(bits); }
 
-HWND At(const char* name) { return Shown()->Window(Shown()->The(name)); }
-bool Visible(const char* name) { return Shown() && IsWindowVisible(At(name)); }
-std::string Caption(const char* name) { return Shown()->The(name).Caption(); }
+HWND At(const char* name) { return ShownForm()->Window(ShownForm()->The(name)); }
+bool Visible(const char* name) { return ShownForm() && IsWindowVisible(At(name)); }
+std::string Caption(const char* name) { return ShownForm()->The(name).Caption(); }
 
 std::vector<std::string> opened, helped;
 
@@ -76,7 +76,7 @@ struct Question {
     // Asks and takes the steps while the box is shown.
     std::string Ask(std::vector<FormDriver::Step> steps) {
         steps.insert(steps.begin(), [this] { shown = true; });
-        FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); }, std::move(steps));
+        FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); }, std::move(steps));
         const std::string result = MsgInputBox(id, prompt, buttons, title, defaultText, layoutOption, cancelled,
                                                extraText, caption1, caption2, caption3, extraOption);
         finished = !shown || driver.Finished();
@@ -150,14 +150,14 @@ TEST_CASE("Escape cancels, accepts a message, and does not evade a question") {
     Question question;
     question.buttons = 4;
     bool stayed = false;
-    CHECK(question.Ask({pressEscape, [&] { stayed = Shown() != nullptr; }, Click("ButtonNo")}) == "7");
+    CHECK(question.Ask({pressEscape, [&] { stayed = ShownForm() != nullptr; }, Click("ButtonNo")}) == "7");
     CHECK(stayed);
 }
 TEST_CASE("closing the window does what Escape does") {
     const House house;
     Question question;
     question.buttons = 3;
-    CHECK(question.Ask({[] { PostMessageA(Shown()->Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }}) == "2");
+    CHECK(question.Ask({[] { PostMessageA(ShownForm()->Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }}) == "2");
     CHECK(question.cancelled);
 }
 TEST_CASE("with the captions &Yes and &No, pressing N returns 7 and pressing Y returns 6") {
@@ -208,14 +208,14 @@ TEST_CASE("a letter presses a button from the check box too") {
     Question question;
     question.id = Id(0x90000010);
     question.buttons = 4;
-    CHECK(question.Ask({[] { Shown()->The("Check1").TakeFocus(); }, Type('n')}) == "7");
+    CHECK(question.Ask({[] { ShownForm()->The("Check1").TakeFocus(); }, Type('n')}) == "7");
 }
 TEST_CASE("a letter does not press a button that is not shown") {
     const House house;
     Question question;
     question.buttons = 0;
     bool stayed = false;
-    CHECK(question.Ask({Type('n'), [&] { stayed = Shown() != nullptr; }, pressEnter}) == "1");
+    CHECK(question.Ask({Type('n'), [&] { stayed = ShownForm() != nullptr; }, pressEnter}) == "1");
     CHECK(stayed);
 }
 TEST_CASE("Alt and a letter press a button, from the input too") {
@@ -389,7 +389,7 @@ struct Combination {
 
   private:
     [[nodiscard]] std::size_t Index() const {
-        return static_cast<std::size_t>(QuestionRules::Decoded(Id(slot.id))->slot);
+        return static_cast<std::size_t>(QuestionRules::Decode(Id(slot.id))->slot);
     }
 };
 
@@ -455,10 +455,10 @@ TEST_CASE("a title replaces the form's own caption") {
     Question own, other;
     other.title = "Phone locked";
     std::string caption, drawn;
-    own.Ask({[&] { caption = Shown()->Caption(); }, pressEnter});
+    own.Ask({[&] { caption = ShownForm()->Caption(); }, pressEnter});
     CHECK(caption == "Corvella");
     other.Ask({[&] {
-                   caption = Shown()->Caption();
+                   caption = ShownForm()->Caption();
                    drawn = Caption("LabelCaption");
                },
                pressEnter});
@@ -508,7 +508,7 @@ TEST_CASE("the check box shows for a question with a memory only, ticked") {
         bool visible = !row.shows, ticked = false;
         question.Ask({[&] {
                           visible = Visible("Check1");
-                          ticked = Shown()->The("Check1").Value();
+                          ticked = ShownForm()->The("Check1").Value();
                       },
                       pressEnter});
         CHECK(visible == row.shows);
@@ -615,7 +615,7 @@ TEST_CASE("identifier 0 is never skipped, and remembering it changes nothing") {
     Question question;
     question.id = 0;
     question.buttons = 4;
-    question.Ask({[] { Shown()->The("Check1").SetValue(false); }, Click("ButtonOKYes")});
+    question.Ask({[] { ShownForm()->The("Check1").SetValue(false); }, Click("ButtonOKYes")});
     CHECK(memory.AnswerYesMask == QuestionRules::Memory().AnswerYesMask);
     question.shown = false;
     question.Ask({Click("ButtonNo")});
@@ -626,14 +626,14 @@ TEST_CASE("with bit 23 an answer is never remembered") {
     Question question;
     question.id = 0x10;
     question.buttons = 4 | 0x800000;
-    question.Ask({[] { Shown()->The("Check1").SetValue(false); }, Click("ButtonOKYes")});
+    question.Ask({[] { ShownForm()->The("Check1").SetValue(false); }, Click("ButtonOKYes")});
     CHECK(memory.AnswerYesMask[0] == 0);
 }
 TEST_CASE("a plain question whose check box were unticked fills slot 0 in memory and does not write it") {
     const House house;
     Question question;
     question.buttons = 4;
-    question.Ask({[] { Shown()->The("Check1").SetValue(false); }, Click("ButtonOKYes")});
+    question.Ask({[] { ShownForm()->The("Check1").SetValue(false); }, Click("ButtonOKYes")});
     CHECK(memory.AnswerYesMask[0] == -1);
     CHECK(House::Setting("ShowMessageBoxYes") == "none");
 }
@@ -714,7 +714,7 @@ TEST_CASE("the second input offers the choices of the extra text and takes other
     std::vector<std::string> choices;
     bool onlyCombo = false;
     CHECK(question.Ask({[&] {
-                            choices = Shown()->The("Combo1").List();
+                            choices = ShownForm()->The("Combo1").List();
                             onlyCombo = Visible("Combo1") && !Visible("TextInput");
                         },
                         pressEnter}) == "two");
@@ -746,7 +746,7 @@ TEST_CASE("an input is masked with bit 23 alone") {
         std::string face;
         CHECK(question.Ask({[&] {
                                 sign = SendMessageA(At("TextInput"), EM_GETPASSWORDCHAR, 0, 0);
-                                face = Shown()->FontFace(Shown()->The("TextInput"));
+                                face = ShownForm()->FontFace(ShownForm()->The("TextInput"));
                             },
                             pressEnter}) == "secret");
         if (bits == 0x800000) {
@@ -760,8 +760,8 @@ TEST_CASE("a screen reader names every control that Tab comes to, an input by th
     const House house;
     std::map<std::string, std::string> names;
     const FormDriver::Step listen = [&names] {
-        for (const platform::Control& control : Shown()->Controls()) {
-            const HWND window = Shown()->Window(control);
+        for (const platform::Control& control : ShownForm()->Controls()) {
+            const HWND window = ShownForm()->Window(control);
             const bool tabComesTo = window && (GetWindowLongA(window, GWL_STYLE) & WS_TABSTOP) != 0;
             if (tabComesTo && IsWindowVisible(window)) names[std::string(control.Name())] = NameAsRead(window);
         }
@@ -826,7 +826,7 @@ TEST_CASE("the help button never closes the form and opens the topic") {
     Question question;
     question.extraOption = "Sync.htm";
     bool stayed = false;
-    CHECK(question.Ask({Click("ButtonHelp"), [&] { stayed = Shown() != nullptr; }, pressEnter}) == "1");
+    CHECK(question.Ask({Click("ButtonHelp"), [&] { stayed = ShownForm() != nullptr; }, pressEnter}) == "1");
     CHECK(stayed);
     CHECK(helped == std::vector<std::string>{"Sync.htm,,0"});
 }
@@ -851,12 +851,12 @@ TEST_CASE("the form is dragged by its caption and the image on it") {
         Question question;
         Rect before, after;
         question.Ask({[&] {
-                          before = Shown()->Position();
+                          before = ShownForm()->Position();
                           PostMessageA(At(bar), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
                           PostMessageA(At(bar), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(25, -6));
                           PostMessageA(At(bar), WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
                       },
-                      [&] { after = Shown()->Position(); }, pressEnter});
+                      [&] { after = ShownForm()->Position(); }, pressEnter});
         CHECK(after == Rect{before.left + 20, before.top - 11, before.width, before.height});
     }
 }
@@ -865,12 +865,12 @@ TEST_CASE("dragging with the right mouse button does not move the form") {
     Question question;
     Rect before, after;
     question.Ask({[&] {
-                      before = Shown()->Position();
+                      before = ShownForm()->Position();
                       PostMessageA(At("LabelCaption"), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
                       PostMessageA(At("LabelCaption"), WM_MOUSEMOVE, MK_RBUTTON, MAKELPARAM(25, -6));
                       PostMessageA(At("LabelCaption"), WM_RBUTTONUP, 0, MAKELPARAM(25, -6));
                   },
-                  [&] { after = Shown()->Position(); }, pressEnter});
+                  [&] { after = ShownForm()->Position(); }, pressEnter});
     CHECK(after == before);
 }
 TEST_CASE("the form is sized by its edge, left button only, and everything follows") {
@@ -886,20 +886,20 @@ TEST_CASE("the form is sized by its edge, left button only, and everything follo
     Rect grip;
     platform::Size inside;
     question.Ask({[&] {
-                      before = Shown()->Position();
+                      before = ShownForm()->Position();
                       drag(WM_LBUTTONDOWN, MK_LBUTTON, WM_LBUTTONUP, 40, 30);
                   },
                   [&] {
-                      grown = Shown()->Position();
-                      grip = Shown()->The("ImageEdge").Position();
-                      inside = Shown()->InsideSize();
+                      grown = ShownForm()->Position();
+                      grip = ShownForm()->The("ImageEdge").Position();
+                      inside = ShownForm()->InsideSize();
                       drag(WM_RBUTTONDOWN, MK_RBUTTON, WM_RBUTTONUP, 40, 30);
                   },
                   [&] {
-                      same = Shown()->Position();
+                      same = ShownForm()->Position();
                       drag(WM_LBUTTONDOWN, MK_LBUTTON, WM_LBUTTONUP, -2000, -2000);
                   },
-                  [&] { small = Shown()->Position(); }, pressEnter});
+                  [&] { small = ShownForm()->Position(); }, pressEnter});
     CHECK(grown == Rect{before.left, before.top, before.width + 40, before.height + 30});
     CHECK(grip.Right() == inside.width);
     CHECK(grip.Bottom() == inside.height);
@@ -917,10 +917,10 @@ TEST_CASE("after the edge is let go the mouse no longer sizes the form") {
                       PostMessageA(At("ImageEdge"), WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
                   },
                   [&] {
-                      before = Shown()->Position();
+                      before = ShownForm()->Position();
                       PostMessageA(At("ImageEdge"), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(50, 50));
                   },
-                  [&] { after = Shown()->Position(); }, pressEnter});
+                  [&] { after = ShownForm()->Position(); }, pressEnter});
     CHECK(after == before);
 }
 TEST_CASE("the caption has the colours of an active window while the form is active, and the others else") {
@@ -928,12 +928,12 @@ TEST_CASE("the caption has the colours of an active window while the form is act
     Question question;
     std::uint32_t active = 0, text = 0, inactive = 0, inactiveText = 0, again = 0;
     const auto look = [](std::uint32_t& back, std::uint32_t& fore) {
-        back = Shown()->The("LabelCaption").BackColor();
-        fore = Shown()->The("LabelCaption").ForeColor();
+        back = ShownForm()->The("LabelCaption").BackColor();
+        fore = ShownForm()->The("LabelCaption").ForeColor();
     };
     std::uint32_t unused = 0;
     question.Ask({[] {}, [&] { look(active, text); }, [&] { SetActiveWindow(house.host); },
-                  [&] { look(inactive, inactiveText); }, [&] { SetActiveWindow(Shown()->Window()); }, [] {},
+                  [&] { look(inactive, inactiveText); }, [&] { SetActiveWindow(ShownForm()->Window()); }, [] {},
                   [&] { look(again, unused); }, pressEnter});
     CHECK(active == 0x80000002);
     CHECK(text == 0x80000009);
@@ -953,7 +953,7 @@ TEST_CASE("the timer brings the form to the front once and never closes it") {
     const auto isInFront = [&] {
         for (HWND window = GetTopWindow(nullptr); window; window = GetWindow(window, GW_HWNDNEXT)) {
             if (window == other) return false;
-            if (window == Shown()->Window()) return true;
+            if (window == ShownForm()->Window()) return true;
         }
         return false;
     };
@@ -961,17 +961,17 @@ TEST_CASE("the timer brings the form to the front once and never closes it") {
     bool runs = false, behind = false, ended = false, inFront = false, stays = false;
     const FormDriver::Step wait = [] { Sleep(10); };
     std::vector<FormDriver::Step> steps = {wait, wait, raiseOther, [&] {
-                                               runs = Shown()->The("Timer1").Enabled();
+                                               runs = ShownForm()->The("Timer1").Enabled();
                                                behind = !isInFront();
                                            }};
     steps.insert(steps.end(), 60, wait);
     steps.emplace_back([&] {
-        ended = !Shown()->The("Timer1").Enabled();
+        ended = !ShownForm()->The("Timer1").Enabled();
         inFront = isInFront();
         raiseOther();
     });
     steps.insert(steps.end(), 60, wait);
-    steps.emplace_back([&] { stays = Shown() && !isInFront(); });
+    steps.emplace_back([&] { stays = ShownForm() && !isInFront(); });
     steps.push_back(Click("ButtonOKYes"));
     CHECK(question.Ask(std::move(steps)) == "1");
     CHECK(runs);
@@ -990,7 +990,7 @@ TEST_CASE("the box belongs to the window in front and gives the focus back to wh
     HWND owner = nullptr;
     bool disabled = false, focused = false;
     question.Ask({[&] {
-                      owner = GetWindow(Shown()->Window(), GW_OWNER);
+                      owner = GetWindow(ShownForm()->Window(), GW_OWNER);
                       disabled = !IsWindowEnabled(house.host);
                       focused = GetFocus() == At("ButtonOKYes");
                   },
@@ -1008,7 +1008,7 @@ TEST_CASE("the form's window handle is published while it is loaded") {
     std::string published, own;
     question.Ask({[&] {
                       published = PrivateRegistry::Raw(HKEY_CURRENT_USER, key, "hWnd").bytes.c_str();
-                      own = platform::Decimal(Shown()->WindowNumber());
+                      own = platform::Decimal(ShownForm()->WindowNumber());
                   },
                   pressEnter});
     CHECK(published == own);
@@ -1029,7 +1029,7 @@ TEST_CASE("everything that is shown lies wholly inside the form, whose whole is 
             question.caption2 = "Synchronisierung sp\xE4ter starten";
             question.caption3 = "Abbrechen und nichts \xE4ndern";
             const auto look = [&] {
-                CheckFormIsWhole(*Shown());
+                CheckFormIsWhole(*ShownForm());
                 CHECK(Visible("Text") == (length == 20000));
                 CHECK(Visible("Label1") == (length != 20000));
             };
@@ -1051,7 +1051,7 @@ TEST_CASE("a prompt that scrolls is scrolled with the keyboard and ends in the s
     Question question;
     for (int i = 0; i < 900; ++i) question.prompt += " Erinnerung\r";
     LRESULT first = 0;
-    CHECK(question.Ask({[] { Shown()->The("Text").TakeFocus(); },
+    CHECK(question.Ask({[] { ShownForm()->The("Text").TakeFocus(); },
                         [] {
                             SendMessageA(At("Text"), EM_SETSEL, 0, 0);
                             FormDriver::Key(VK_NEXT);
@@ -1120,7 +1120,7 @@ TEST_CASE("a form that goes away without an answer returns nothing and remembers
     Question question;
     question.id = 0x10;
     question.buttons = 4;
-    CHECK(question.Ask({untick, [] { Shown()->Hide(); }}).empty());
+    CHECK(question.Ask({untick, [] { ShownForm()->Hide(); }}).empty());
     CHECK(memory.AnswerNoMask[0] == 0);
     CHECK_FALSE(formLoaded);
 }
@@ -1130,7 +1130,7 @@ TEST_CASE("a form that goes away without an answer returns nothing and remembers
 TEST_CASE("QuestionMsgBox returns the number of the button, and 0 for an empty answer") {
     const House house;
     const auto ask = [](std::int32_t id, std::int32_t buttons, std::vector<FormDriver::Step> steps) {
-        FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); }, std::move(steps));
+        FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); }, std::move(steps));
         std::string prompt = "Text";
         return QuestionMsgBox(id, prompt, buttons, "");
     };
@@ -1143,7 +1143,7 @@ TEST_CASE("QuestionMsgBox returns the number of the button, and 0 for an empty a
 TEST_CASE("a message of the language file is shown with its texts replaced, whatever stands in them") {
     const House house;
     std::string shownText;
-    FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); },
+    FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
                       {[&] { shownText = Caption("Label1"); }, pressEnter});
     CHECK(MsgBoxMessage(-1, 139, 0, "%f", "C:\\a%fb", "Corvella", "Kitchen", "", 0) == 1);
     CHECK(shownText == "The profile file C:\\a%fb was not found.\r\rKitchen will use the default settings instead.");
@@ -1151,7 +1151,8 @@ TEST_CASE("a message of the language file is shown with its texts replaced, what
 TEST_CASE("a message without a text is shown all the same") {
     const House house;
     bool seen = false;
-    FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); }, {[&] { seen = true; }, pressEnter});
+    FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
+                      {[&] { seen = true; }, pressEnter});
     CHECK(MsgBoxMessagePlain(99999, 0, "", "", "", "", "") == 1);
     CHECK(seen);
 }
@@ -1159,7 +1160,7 @@ TEST_CASE("MsgBoxMessage with ask limit 2 shows the message twice and returns 1 
     const House house;
     int shownTimes = 0;
     for (int call = 1; call <= 4; ++call) {
-        FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); },
+        FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
                           {[&] { ++shownTimes; }, Click("ButtonCancel")});
         CHECK(MsgBoxMessage(Id(0x90000010), 139, 1, "", "", "", "", "", 2) == (call <= 2 ? 2 : 1));
     }
@@ -1170,14 +1171,16 @@ TEST_CASE("a count that cannot grow further is an error: nothing is shown, the a
     const House house;
     IniFile::SetIniSetting("Msg", "FFFFFFFFAsked", "2147483647", true);
     bool seen = false;
-    FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); }, {[&] { seen = true; }, pressEnter});
+    FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
+                      {[&] { seen = true; }, pressEnter});
     CHECK(MsgBoxMessage(-1, 139, 0, "", "", "", "", "", 5) == 0);
     CHECK_FALSE(seen);
     CHECK_FALSE(platform::Err());
 }
 TEST_CASE("the extra option of a message is the page of its help") {
     const House house;
-    FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); }, {Click("ButtonHelp"), pressEnter});
+    FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
+                      {Click("ButtonHelp"), pressEnter});
     MsgBoxMessagePlain(139, 0, "", "", "", "", "Profiles.htm");
     CHECK(helped == std::vector<std::string>{"Profiles.htm,,0"});
 }
@@ -1186,20 +1189,20 @@ TEST_CASE("what the lower floors ask comes through the box once it is plugged in
     PlugIn();
     std::string prompt = "Text|&Go", text;
     {
-        FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); },
+        FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
                           {[&] { text = Caption("ButtonOKYes"); }, pressEnter});
         CHECK(Prompt::Ask(-1, prompt, 0, "Title") == 1);
     }
     CHECK(text == "&Go");
     CHECK(prompt == "Text");
     {
-        FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); }, {pressEnter});
+        FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); }, {pressEnter});
         bool cancelled = true;
         CHECK(Prompt::Input("Name", "Title", "Anna", cancelled) == "Anna");
         CHECK_FALSE(cancelled);
     }
     {
-        FormDriver driver([] { return Shown() != nullptr; }, [] { Shown()->Hide(); },
+        FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
                           {[&] { text = Caption("Label1"); }, pressEnter});
         CHECK(Prompt::Message(-1, 139, 0, "%f", "x") == 1);
     }

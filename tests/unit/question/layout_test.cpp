@@ -118,7 +118,7 @@ TEST_CASE("a form with one word is small, its button in the middle") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, "Done"}, {Part::First, "OK"}, {Part::Caption, "Corvella"}};
     const Request request = RequestFor(96, {800, 600}, measure);
-    const Layout layout = Arranged(request, measure);
+    const Layout layout = Arrange(request, measure);
     CheckWhole(request, layout);
     CheckTexts(request, measure, layout);
     CHECK(layout.inside.width <= 260);
@@ -131,7 +131,7 @@ TEST_CASE("buttons in one row are of one size") {
     measure.texts = {{Part::Prompt, "Go?"}, {Part::First, "Yes"}, {Part::No, "No"}, {Part::Cancel, "Do not go there"}};
     Request request = RequestFor(96, {800, 600}, measure);
     request.buttons = {Part::First, Part::No, Part::Cancel};
-    const Layout layout = Arranged(request, measure);
+    const Layout layout = Arrange(request, measure);
     CheckWhole(request, layout);
     CHECK(layout.buttons[0].width == layout.buttons[2].width);
     CHECK(layout.buttons[0].top == layout.buttons[2].top);
@@ -141,7 +141,7 @@ TEST_CASE("a short caption does not get a very wide button for a long one beside
     measure.texts = {{Part::Prompt, "Go?"}, {Part::First, std::string(40, 'x')}, {Part::Cancel, "No"}};
     Request request = RequestFor(96, {800, 600}, measure);
     request.buttons = {Part::First, Part::Cancel};
-    const Layout layout = Arranged(request, measure);
+    const Layout layout = Arrange(request, measure);
     CheckWhole(request, layout);
     CheckTexts(request, measure, layout);
     CHECK(layout.buttons[0].top == layout.buttons[1].top);
@@ -156,7 +156,7 @@ TEST_CASE("buttons in several rows are of one size where that takes no further r
                      {Part::All, std::string(40, 'x')}};
     Request request = RequestFor(96, {800, 600}, measure);
     request.buttons = {Part::First, Part::No, Part::Cancel, Part::All};
-    const Layout two = Arranged(request, measure);
+    const Layout two = Arrange(request, measure);
     CheckWhole(request, two);
     for (const Rect& button : two.buttons) CHECK(button.width == two.buttons[2].width);
     CHECK(two.buttons[1].top == two.buttons[0].top);
@@ -164,7 +164,7 @@ TEST_CASE("buttons in several rows are of one size where that takes no further r
     CHECK(two.buttons[3].top == two.buttons[2].top);
     measure.texts[Part::All] = "x";
     measure.texts[Part::First] = std::string(110, 'x');
-    const Layout three = Arranged(request, measure);
+    const Layout three = Arrange(request, measure);
     CheckWhole(request, three);
     CHECK(three.buttons[3].width < three.buttons[0].width);
     CHECK(three.buttons[3].top == three.buttons[2].top);
@@ -178,7 +178,7 @@ TEST_CASE("buttons that would stand in ragged rows stand below each other, of on
                      {Part::All, std::string(30, 'x')}};
     Request request = RequestFor(192, {800, 600}, measure);
     request.buttons = {Part::First, Part::No, Part::Cancel, Part::All};
-    const Layout layout = Arranged(request, measure);
+    const Layout layout = Arrange(request, measure);
     CheckWhole(request, layout);
     for (std::size_t i = 1; i < layout.buttons.size(); ++i) {
         CHECK(layout.buttons[i].left == layout.buttons[0].left);
@@ -190,13 +190,13 @@ TEST_CASE("a very long prompt makes the form wider only until it leaves half of 
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, Words(3000)}, {Part::First, "OK"}};
     const Request request = RequestFor(96, {1280, 1024}, measure);
-    const Layout layout = Arranged(request, measure);
+    const Layout layout = Arrange(request, measure);
     CheckTexts(request, measure, layout);
     CHECK(layout.prompt.height <= 512);
     CHECK(layout.prompt.height > 256);
     CHECK(layout.inside.width < 640);
     measure.texts[Part::Prompt] = Words(20000);
-    CHECK(Arranged(request, measure).inside.width == 1280);
+    CHECK(Arrange(request, measure).inside.width == 1280);
 }
 TEST_CASE("a field is as high as its line, the edges of fields not growing with the resolution") {
     for (const std::int32_t dots : resolutions) {
@@ -204,7 +204,7 @@ TEST_CASE("a field is as high as its line, the edges of fields not growing with 
         measure.texts = {{Part::Prompt, "Name:"}, {Part::First, "OK"}};
         Request request = RequestFor(dots, {1024, 768}, measure);
         request.input = Input::Line;
-        CHECK(Arranged(request, measure).input.height == measure.Line() + 8);
+        CHECK(Arrange(request, measure).input.height == measure.Line() + 8);
     }
 }
 TEST_CASE("everything shown is wholly shown at every resolution, whatever is asked for") {
@@ -249,7 +249,7 @@ TEST_CASE("everything shown is wholly shown at every resolution, whatever is ask
                             CAPTURE(length);
                             CAPTURE(bits);
                             CAPTURE(four[0]);
-                            const Layout layout = Arranged(request, measure);
+                            const Layout layout = Arrange(request, measure);
                             CheckWhole(request, layout);
                             CheckTexts(request, measure, layout);
                         }
@@ -263,9 +263,9 @@ TEST_CASE("a prompt that is too long for the screen scrolls, a shorter one does 
     PlainMeasure measure(192);
     measure.texts = {{Part::Prompt, Words(2000)}, {Part::First, "OK"}};
     const Request request = RequestFor(192, {800, 600}, measure);
-    CHECK(Arranged(request, measure).promptScrolls);
+    CHECK(Arrange(request, measure).promptScrolls);
     measure.texts[Part::Prompt] = Words(200);
-    CHECK_FALSE(Arranged(request, measure).promptScrolls);
+    CHECK_FALSE(Arrange(request, measure).promptScrolls);
 }
 TEST_CASE("a chosen size is kept within what the parts need and the screen has") {
     PlainMeasure measure(96);
@@ -274,13 +274,13 @@ TEST_CASE("a chosen size is kept within what the parts need and the screen has")
     request.buttons = {Part::First, Part::Cancel};
     for (const Size wanted : {Size{500, 300}, Size{1, 1}, Size{5000, 5000}, Size{300, 120}}) {
         request.wanted = wanted;
-        const Layout layout = Arranged(request, measure);
+        const Layout layout = Arrange(request, measure);
         CAPTURE(wanted.width);
         CheckWhole(request, layout);
         CheckTexts(request, measure, layout);
     }
     request.wanted = {500, 300};
-    CHECK(Arranged(request, measure).inside == Size{500, 300});
+    CHECK(Arrange(request, measure).inside == Size{500, 300});
 }
 TEST_CASE("captions beyond all measure are cut off before the prompt is") {
     PlainMeasure measure(192);
@@ -290,7 +290,7 @@ TEST_CASE("captions beyond all measure are cut off before the prompt is") {
     Request request = RequestFor(192, {800, 600}, measure);
     request.buttons = {Part::First, Part::No, Part::Cancel, Part::All};
     request.link = request.check = true;
-    const Layout layout = Arranged(request, measure);
+    const Layout layout = Arrange(request, measure);
     CheckWhole(request, layout);
     CHECK(layout.captionsCut);
     CHECK(layout.promptScrolls);
@@ -300,11 +300,11 @@ TEST_CASE("a caller's width for the text is kept where the screen has it") {
     measure.texts = {{Part::Prompt, Words(300)}, {Part::First, "OK"}};
     Request request = RequestFor(96, {800, 600}, measure);
     request.textWidth = 240;
-    const Layout narrow = Arranged(request, measure);
+    const Layout narrow = Arrange(request, measure);
     CheckTexts(request, measure, narrow);
     CHECK(narrow.prompt.width <= 240);
     request.textWidth = 600;
-    CHECK(Arranged(request, measure).prompt.width > 500);
+    CHECK(Arrange(request, measure).prompt.width > 500);
     request.textWidth = 100000;
-    CHECK(Arranged(request, measure).inside.width <= 800);
+    CHECK(Arrange(request, measure).inside.width <= 800);
 }

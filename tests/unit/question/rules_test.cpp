@@ -17,7 +17,7 @@ std::string Linked(std::string_view prompt) {
 }
 
 std::string RecalledText(const Memory& memory, std::int32_t id, std::int32_t buttons) {
-    return Recalled(memory, *Decoded(id), SetOf(buttons)).value_or("asked");
+    return Recall(memory, *Decode(id), SetOf(buttons)).value_or("asked");
 }
 
 }  // namespace
@@ -34,29 +34,29 @@ TEST_CASE("the top four bits of an identifier choose its slot and the slot's cod
          {Row{0x80000010, 2, "2"}, Row{0x90000010, 3, "3"}, Row{0xA0000010, 4, "-1"}, Row{0xB0000010, 5, "5"},
           Row{0xC0000010, 6, "6"}, Row{0xD0000010, 7, "_"}, Row{0x00000010, 0, ""}, Row{0x7FFFFFFF, 0, ""}}) {
         CAPTURE(row.id);
-        const std::optional<Identity> identity = Decoded(Id(row.id));
+        const std::optional<Identity> identity = Decode(Id(row.id));
         REQUIRE(identity);
         CHECK(identity->slot == row.slot);
         CHECK(identity->code == row.code);
     }
 }
 TEST_CASE("what is left of an identifier below its slot is the question's bits") {
-    CHECK(Decoded(Id(0x90000010))->id == 0x10);
-    CHECK(Decoded(Id(0xDFFFFFFF))->id == 0x0FFFFFFF);
-    CHECK(Decoded(Id(0x80000000))->id == 0);
-    CHECK(Decoded(0x7FFFFFFF)->id == 0x7FFFFFFF);
+    CHECK(Decode(Id(0x90000010))->id == 0x10);
+    CHECK(Decode(Id(0xDFFFFFFF))->id == 0x0FFFFFFF);
+    CHECK(Decode(Id(0x80000000))->id == 0);
+    CHECK(Decode(0x7FFFFFFF)->id == 0x7FFFFFFF);
 }
 TEST_CASE("an identifier of slot 8 or 9 has no place in the memory") {
-    CHECK_FALSE(Decoded(Id(0xE0000000)));
-    CHECK_FALSE(Decoded(Id(0xE0000010)));
-    CHECK_FALSE(Decoded(Id(0xF0000010)));
-    CHECK_FALSE(Decoded(-6));
+    CHECK_FALSE(Decode(Id(0xE0000000)));
+    CHECK_FALSE(Decode(Id(0xE0000010)));
+    CHECK_FALSE(Decode(Id(0xF0000010)));
+    CHECK_FALSE(Decode(-6));
 }
 TEST_CASE("the identifiers from -2 to -5 ask for an input, -1 for nothing but an answer") {
-    for (std::int32_t id = -5; id <= -2; ++id) CHECK(Decoded(id)->IsInput());
-    CHECK_FALSE(Decoded(-1)->IsInput());
-    CHECK_FALSE(Decoded(0)->IsInput());
-    CHECK_FALSE(Decoded(Id(0x80000001))->IsInput());
+    for (std::int32_t id = -5; id <= -2; ++id) CHECK(Decode(id)->IsInput());
+    CHECK_FALSE(Decode(-1)->IsInput());
+    CHECK_FALSE(Decode(0)->IsInput());
+    CHECK_FALSE(Decode(Id(0x80000001))->IsInput());
 }
 
 // --- memory
@@ -70,8 +70,8 @@ TEST_CASE("identifier -1 never causes a question to be skipped") {
 }
 TEST_CASE("identifier 0 has question bit 0: it is never skipped, and remembering it changes nothing") {
     Memory memory;
-    Remember(memory, *Decoded(0), 1);
-    Remember(memory, *Decoded(0), 7);
+    Remember(memory, *Decode(0), 1);
+    Remember(memory, *Decode(0), 7);
     CHECK(memory.AnswerYesMask == Memory().AnswerYesMask);
     CHECK(memory.AnswerNoMask == Memory().AnswerNoMask);
     memory.AnswerYesMask[0] = -1;
@@ -79,12 +79,12 @@ TEST_CASE("identifier 0 has question bit 0: it is never skipped, and remembering
 }
 TEST_CASE("a Yes-remembered question with the OK-only button set returns the empty text") {
     Memory memory;
-    Remember(memory, *Decoded(0x10), 1);
+    Remember(memory, *Decode(0x10), 1);
     CHECK(RecalledText(memory, 0x10, 0) == "");
 }
 TEST_CASE("a No-remembered question with button set 0, 2 or 5 is shown again") {
     Memory memory;
-    Remember(memory, *Decoded(0x10), 7);
+    Remember(memory, *Decode(0x10), 7);
     for (const std::int32_t set : {0, 2, 5}) CHECK(RecalledText(memory, 0x10, set) == "asked");
 }
 TEST_CASE("what is recalled of every button set after Yes, after No and after nothing, in every slot") {
@@ -101,8 +101,8 @@ TEST_CASE("what is recalled of every button set after Yes, after No and after no
                 CAPTURE(id);
                 CAPTURE(row.set);
                 Memory none, yes, no;
-                Remember(yes, *Decoded(Id(id)), 6);
-                Remember(no, *Decoded(Id(id)), 7);
+                Remember(yes, *Decode(Id(id)), 6);
+                Remember(no, *Decode(Id(id)), 7);
                 const bool forgetsNo = id == 0xC0000010u;
                 CHECK(RecalledText(none, Id(id), row.set | flags) == "asked");
                 CHECK(RecalledText(yes, Id(id), row.set | flags) == row.yes);
@@ -113,7 +113,7 @@ TEST_CASE("what is recalled of every button set after Yes, after No and after no
 }
 TEST_CASE("an answer is remembered for its own question only") {
     Memory memory;
-    Remember(memory, *Decoded(Id(0x90000010)), 6);
+    Remember(memory, *Decode(Id(0x90000010)), 6);
     CHECK(RecalledText(memory, Id(0x90000010), 4) == "6");
     CHECK(RecalledText(memory, Id(0x90000020), 4) == "asked");
     CHECK(RecalledText(memory, Id(0x80000010), 4) == "asked");
@@ -121,15 +121,15 @@ TEST_CASE("an answer is remembered for its own question only") {
 }
 TEST_CASE("Yes wins where both answers are remembered") {
     Memory memory;
-    Remember(memory, *Decoded(0x10), 7);
-    Remember(memory, *Decoded(0x10), 6);
+    Remember(memory, *Decode(0x10), 7);
+    Remember(memory, *Decode(0x10), 6);
     CHECK(RecalledText(memory, 0x10, 4) == "6");
 }
 TEST_CASE("OK and Yes are kept as Yes, every other answer as No") {
     for (const std::int32_t answer : {0, 1, 2, 3, 4, 5, 6, 7, 9}) {
         CAPTURE(answer);
         Memory memory;
-        Remember(memory, *Decoded(Id(0xB0000004)), answer);
+        Remember(memory, *Decode(Id(0xB0000004)), answer);
         const bool yes = answer == 1 || answer == 6;
         CHECK(memory.AnswerYesMask[5] == (yes ? 4 : 0));
         CHECK(memory.AnswerNoMask[5] == (yes ? 0 : 4));
@@ -137,10 +137,10 @@ TEST_CASE("OK and Yes are kept as Yes, every other answer as No") {
 }
 TEST_CASE("a slot-6 question answered No is recorded in slot 0, not in slot 6") {
     Memory memory;
-    Remember(memory, *Decoded(Id(0xC0000010)), 7);
+    Remember(memory, *Decode(Id(0xC0000010)), 7);
     CHECK(memory.AnswerNoMask[0] == 0x10);
     CHECK(memory.AnswerNoMask[6] == 0);
-    Remember(memory, *Decoded(Id(0xC0000010)), 6);
+    Remember(memory, *Decode(Id(0xC0000010)), 6);
     CHECK(memory.AnswerYesMask[6] == 0x10);
     CHECK(memory.AnswerYesMask[0] == 0);
 }
@@ -164,8 +164,8 @@ TEST_CASE("a slot's masks are written under its code, both of them") {
                            Row{0xD0000010, "ShowMessageBoxYes", "ShowMessageBoxNo"}}) {
         CAPTURE(row.id);
         Memory memory;
-        Remember(memory, *Decoded(Id(row.id)), 6);
-        const std::vector<Setting> settings = Persisted(memory, *Decoded(Id(row.id)));
+        Remember(memory, *Decode(Id(row.id)), 6);
+        const std::vector<Setting> settings = SettingsOf(memory, *Decode(Id(row.id)));
         REQUIRE(settings.size() == 2);
         CHECK(settings[0].key == row.yes);
         CHECK(settings[0].value == "16");
@@ -175,15 +175,15 @@ TEST_CASE("a slot's masks are written under its code, both of them") {
 }
 TEST_CASE("a question of slot code -1 is remembered in memory and nothing is written for it") {
     Memory memory;
-    Remember(memory, *Decoded(Id(0xA0000010)), 6);
+    Remember(memory, *Decode(Id(0xA0000010)), 6);
     CHECK(RecalledText(memory, Id(0xA0000010), 4) == "6");
-    CHECK(Persisted(memory, *Decoded(Id(0xA0000010))).empty());
+    CHECK(SettingsOf(memory, *Decode(Id(0xA0000010))).empty());
 }
 TEST_CASE("a mask of -1 is never written") {
     Memory memory;
-    Remember(memory, *Decoded(-1), 1);
+    Remember(memory, *Decode(-1), 1);
     CHECK(memory.AnswerYesMask[0] == -1);
-    const std::vector<Setting> settings = Persisted(memory, *Decoded(-1));
+    const std::vector<Setting> settings = SettingsOf(memory, *Decode(-1));
     REQUIRE(settings.size() == 1);
     CHECK(settings[0].key == "ShowMessageBoxNo");
 }
@@ -233,35 +233,35 @@ TEST_CASE("an input is masked with bit 23 and without bit 22 only") {
 // --- prompts
 
 TEST_CASE("a prompt of five fields names all buttons but the one whose field is empty") {
-    const Fields fields = Divided("Text|Go|Stay||All", noCaptions);
+    const Fields fields = SplitPrompt("Text|Go|Stay||All", noCaptions);
     CHECK(fields.prompt == "Text");
     CHECK(fields.captions == std::array<std::string, 3>{"Go", "Stay", ""});
     CHECK(fields.fourthCaption == "All");
 }
 TEST_CASE("a prompt without a bar is one field") {
-    const Fields fields = Divided("Text", noCaptions);
+    const Fields fields = SplitPrompt("Text", noCaptions);
     CHECK(fields.prompt == "Text");
     CHECK(fields.captions == noCaptions);
     CHECK(fields.fourthCaption.empty());
-    CHECK(Divided("", noCaptions).prompt.empty());
+    CHECK(SplitPrompt("", noCaptions).prompt.empty());
 }
 TEST_CASE("a bar at the end is an empty field, and what follows the fifth is not read") {
-    CHECK(Divided("Text|", noCaptions).captions == noCaptions);
-    CHECK(Divided("|Go", noCaptions).prompt.empty());
-    CHECK(Divided("|Go", noCaptions).captions[0] == "Go");
-    CHECK(Divided("T|1|2|3|4|5|6", noCaptions).fourthCaption == "4");
+    CHECK(SplitPrompt("Text|", noCaptions).captions == noCaptions);
+    CHECK(SplitPrompt("|Go", noCaptions).prompt.empty());
+    CHECK(SplitPrompt("|Go", noCaptions).captions[0] == "Go");
+    CHECK(SplitPrompt("T|1|2|3|4|5|6", noCaptions).fourthCaption == "4");
 }
 TEST_CASE("with a caption of the caller's own the prompt is not divided") {
-    const Fields fields = Divided("Text|Go|Stay", {"", "Mine", ""});
+    const Fields fields = SplitPrompt("Text|Go|Stay", {"", "Mine", ""});
     CHECK(fields.prompt == "Text|Go|Stay");
     CHECK(fields.captions == std::array<std::string, 3>{"", "Mine", ""});
 }
 TEST_CASE("the second byte of a letter is no bar and no at sign") {
     const LeadByte leads = [](char letter) { return letter == '\x81'; };
-    CHECK(Divided("a\x81|b|Go", noCaptions, leads).prompt == "a\x81|b");
-    CHECK(Divided("a\x81|b|Go", noCaptions, leads).captions[0] == "Go");
+    CHECK(SplitPrompt("a\x81|b|Go", noCaptions, leads).prompt == "a\x81|b");
+    CHECK(SplitPrompt("a\x81|b|Go", noCaptions, leads).captions[0] == "Go");
     CHECK_FALSE(FindLink("a\x81@b", leads));
-    CHECK(Divided("a\x81", noCaptions, leads).prompt == "a\x81");
+    CHECK(SplitPrompt("a\x81", noCaptions, leads).prompt == "a\x81");
 }
 TEST_CASE("a link begins with http, else with www, else around an at sign, and ends at the next blank") {
     CHECK(Linked("See http://a.b/c now") == "http://a.b/c");

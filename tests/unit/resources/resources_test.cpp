@@ -109,7 +109,7 @@ TEST_CASE("the version record names the product, the library and their version")
 }
 TEST_CASE("the type library describes the add-in class by its connection interface") {
     platform::ComPtr<ITypeLib> library;
-    const std::wstring path = platform::Widened(platform::ModulePath());
+    const std::wstring path = platform::Widen(platform::ModulePath());
     REQUIRE(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Put()) == S_OK);
     platform::ComPtr<ITypeInfo> connect;
     MEMBERID member = 0;

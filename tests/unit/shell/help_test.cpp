@@ -105,7 +105,7 @@ struct Fixture {
     }
     void HelpStarts() { viewerProgram.emplace(programs, "hh.exe"); }
     void HelpDoesNotStart() const { programs.Write("hh.exe", "no program"); }
-    void Sized() const { IniFile::SetIniSetting("Help", "cven.chm", "1", true); }
+    void RememberSize() const { IniFile::SetIniSetting("Help", "cven.chm", "1", true); }
     [[nodiscard]] std::string SizedSetting() const { return IniFile::GetIniSetting("Help", "cven.chm"); }
     void RegisterViewer(const std::string& command) const {
         PrivateRegistry::PutText(HKEY_CLASSES_ROOT, ".chm", "", "chm.file");
@@ -126,7 +126,7 @@ bool operator==(const RECT& left, const RECT& right) { return EqualRect(&left, &
 
 TEST_CASE_FIXTURE(Fixture, "the help viewer gets the help file and its page in double quotes and a normal window") {
     HelpStarts();
-    Sized();
+    RememberSize();
     CallHelp("AddInOutl.htm");
     const auto starts = viewerProgram->Starts(1);
     REQUIRE(starts.size() == 1);
@@ -145,7 +145,7 @@ TEST_CASE_FIXTURE(Fixture, "a help file in a folder with umlauts, percent signs 
         const std::string help = folder.Path(name) + "\\cven.chm";
         folder.Write(std::string(name) + "\\cven.chm", "");
         Language::state.LangHelpFile = Language::state.LangHelpFileChosen = help;
-        Sized();
+        RememberSize();
         CallHelp("AddInOutl.htm");
         expected.push_back("1 hh.exe \"" + help + "::/AddInOutl.htm\"");
         CHECK(viewerProgram->Starts(expected.size()) == expected);
@@ -153,7 +153,7 @@ TEST_CASE_FIXTURE(Fixture, "a help file in a folder with umlauts, percent signs 
 }
 TEST_CASE_FIXTURE(Fixture, "viewers that are open under either title are closed, others are not") {
     HelpStarts();
-    Sized();
+    RememberSize();
     Viewer manual("Corvella Manual - Options", {700, 20, 1210, 720}, true);
     Viewer other("HTML Help", {700, 20, 1210, 720}, true);
     Viewer stranger("corvella manual", {700, 20, 1210, 720}, true);
@@ -228,7 +228,7 @@ TEST_CASE_FIXTURE(Fixture, "where neither starts the user is told which file to 
 }
 TEST_CASE_FIXTURE(Fixture, "a user whose language has help elsewhere is told that the English one is shown") {
     HelpStarts();
-    Sized();
+    RememberSize();
     for (const char* code : {"fr", "pt", "es", "it", "nl"}) {
         user.messages.clear();
         Language::state.LangHelpFileChosen = folder.Path("cv") + code + ".chm";

@@ -19,7 +19,7 @@ namespace {
 
 constexpr DWORD aStartsTime = 1500;  // milliseconds in which a start would have been recorded
 
-std::string Quoted(const std::string& text) { return "\"" + text + "\""; }
+std::string Quote(const std::string& text) { return "\"" + text + "\""; }
 
 // A machine of its own, on which every program is the recording one. Its folder has a blank in its path.
 struct Fixture {
@@ -56,20 +56,20 @@ struct Fixture {
 
 TEST_CASE_FIXTURE(Fixture, "mail goes to the registered program in a normal window, its blanks written as %20") {
     const Recorder mail(folder, "mail.exe");
-    RegisterCommand("mailto", Quoted(folder.Path("mail.exe")) + " %1");
+    RegisterCommand("mailto", Quote(folder.Path("mail.exe")) + " %1");
     ExecApp("mailto:a@b.c?subject=one two three");
-    CHECK(Only(mail, normal) == Quoted(folder.Path("mail.exe")) + " mailto:a@b.c?subject=one%20two%20three");
+    CHECK(Only(mail, normal) == Quote(folder.Path("mail.exe")) + " mailto:a@b.c?subject=one%20two%20three");
 }
 TEST_CASE_FIXTURE(Fixture, "what was started is logged in front of the procedure's exit") {
     const Recorder mail(folder, "mail.exe");
-    RegisterCommand("mailto", Quoted(folder.Path("mail.exe")) + " \"%1\"");
+    RegisterCommand("mailto", Quote(folder.Path("mail.exe")) + " \"%1\"");
     ExecApp("mailto:a b");
     CHECK(log.Text() ==
-          "<ExecApp>_\r\n ExecApp: " + Quoted(folder.Path("mail.exe")) + " \"mailto:a%20b\"\r\n</ExecApp>\r\n");
+          "<ExecApp>_\r\n ExecApp: " + Quote(folder.Path("mail.exe")) + " \"mailto:a%20b\"\r\n</ExecApp>\r\n");
     (void)mail.Starts(1);
 }
 TEST_CASE_FIXTURE(Fixture, "a mail program that is gone is not replaced, and only the log knows") {
-    RegisterCommand("mailto", Quoted(folder.Path("gone.exe")) + " %1");
+    RegisterCommand("mailto", Quote(folder.Path("gone.exe")) + " %1");
     ExecApp("mailto:a@b.c");
     CHECK(log.Holds("2:"));  // the system's number for a file that is not there
     CHECK(log.Text().find("</ExecApp>") != std::string::npos);
@@ -77,48 +77,48 @@ TEST_CASE_FIXTURE(Fixture, "a mail program that is gone is not replaced, and onl
 }
 TEST_CASE_FIXTURE(Fixture, "quotes in a mail address arrive as they are written") {
     const Recorder mail(folder, "mail.exe");
-    RegisterCommand("mailto", Quoted(folder.Path("mail.exe")) + " %1");
+    RegisterCommand("mailto", Quote(folder.Path("mail.exe")) + " %1");
     ExecApp("mailto:\"a b\"@c.d");
-    CHECK(Only(mail, normal) == Quoted(folder.Path("mail.exe")) + " mailto:\"a%20b\"@c.d");
+    CHECK(Only(mail, normal) == Quote(folder.Path("mail.exe")) + " mailto:\"a%20b\"@c.d");
 }
 
 // --- web pages
 
 TEST_CASE_FIXTURE(Fixture, "a web address goes to the registered browser in a normal window") {
     const Recorder browser(folder, "browser.exe");
-    RegisterBrowser(Quoted(folder.Path("browser.exe")) + " \"%1\"");
+    RegisterBrowser(Quote(folder.Path("browser.exe")) + " \"%1\"");
     ExecApp("http://www.a.b/c d?e=%20f");
-    CHECK(Only(browser, normal) == Quoted(folder.Path("browser.exe")) + " \"http://www.a.b/c d?e=%20f\"");
+    CHECK(Only(browser, normal) == Quote(folder.Path("browser.exe")) + " \"http://www.a.b/c d?e=%20f\"");
     CHECK(log.Holds(" TestPage1:\r\n"));
-    CHECK(log.Holds(" " + Quoted(folder.Path("browser.exe")) + " \"%1\"2:\r\n"));
+    CHECK(log.Holds(" " + Quote(folder.Path("browser.exe")) + " \"%1\"2:\r\n"));
 }
 TEST_CASE_FIXTURE(Fixture, "the browser's command may name folders by variables behind its program") {
     const Recorder browser(folder, "browser.exe");
     SetEnvironmentVariableA("CvTestHome", "C:\\My Home");
-    RegisterBrowser(Quoted(folder.Path("browser.exe")) + " /home \"%CvTestHome%\" %l");
+    RegisterBrowser(Quote(folder.Path("browser.exe")) + " /home \"%CvTestHome%\" %l");
     ExecApp("www.a.b");
     SetEnvironmentVariableA("CvTestHome", nullptr);
-    CHECK(Only(browser, normal) == Quoted(folder.Path("browser.exe")) + " /home \"C:\\My Home\" www.a.b");
+    CHECK(Only(browser, normal) == Quote(folder.Path("browser.exe")) + " /home \"C:\\My Home\" www.a.b");
 }
 TEST_CASE_FIXTURE(Fixture, "a page with umlauts and blanks arrives whole") {
     const Recorder browser(folder, "browser.exe");
-    RegisterBrowser(Quoted(folder.Path("browser.exe")));
+    RegisterBrowser(Quote(folder.Path("browser.exe")));
     ExecApp(
         "C:\\M\xFC"
         "ller \xC4\\Seite.htm");
-    CHECK(Only(browser, normal) == Quoted(folder.Path("browser.exe")) +
+    CHECK(Only(browser, normal) == Quote(folder.Path("browser.exe")) +
                                        " \"C:\\M\xFC"
                                        "ller \xC4\\Seite.htm\"");
 }
 TEST_CASE_FIXTURE(Fixture, "a page whose browser is gone is opened by the desktop, minimised") {
     const Recorder other(folder, "other.exe");
-    RegisterBrowser(Quoted(folder.Path("gone.exe")) + " %1");
+    RegisterBrowser(Quote(folder.Path("gone.exe")) + " %1");
     folder.Write("a page.htmx", "");
     Register(".htmx", "Other");
-    RegisterCommand("Other", Quoted(folder.Path("other.exe")) + " \"%1\"");
+    RegisterCommand("Other", Quote(folder.Path("other.exe")) + " \"%1\"");
     ExecApp(folder.Path("a page.htmx"));
-    CHECK(Only(other, minimised) == Quoted(folder.Path("other.exe")) + " " + Quoted(folder.Path("a page.htmx")));
-    CHECK(log.Holds(" ExecApp: start " + Quoted(folder.Path("a page.htmx")) + "\r\n"));
+    CHECK(Only(other, minimised) == Quote(folder.Path("other.exe")) + " " + Quote(folder.Path("a page.htmx")));
+    CHECK(log.Holds(" ExecApp: start " + Quote(folder.Path("a page.htmx")) + "\r\n"));
 }
 
 // --- documents
@@ -126,26 +126,26 @@ TEST_CASE_FIXTURE(Fixture, "a page whose browser is gone is opened by the deskto
 TEST_CASE_FIXTURE(Fixture, "a document path with a blank is opened by its program, minimised, and logged with start") {
     const Recorder editor(folder, "editor.exe");
     Register(".cvdoc", "TestDocument");
-    RegisterCommand("TestDocument", Quoted(folder.Path("editor.exe")) + " \"%1\"");
+    RegisterCommand("TestDocument", Quote(folder.Path("editor.exe")) + " \"%1\"");
     folder.Write("my letter \xE4.cvdoc", "");
     ExecApp(folder.Path("my letter \xE4.cvdoc"));
     CHECK(Only(editor, minimised) ==
-          Quoted(folder.Path("editor.exe")) + " " + Quoted(folder.Path("my letter \xE4.cvdoc")));
+          Quote(folder.Path("editor.exe")) + " " + Quote(folder.Path("my letter \xE4.cvdoc")));
     CHECK(log.Holds(" ExecApp: start \"" + folder.Path("my letter ")));
 }
 TEST_CASE_FIXTURE(Fixture, "a document named by a variable is opened") {
     const Recorder editor(folder, "editor.exe");
     Register(".cvdoc", "TestDocument");
-    RegisterCommand("TestDocument", Quoted(folder.Path("editor.exe")) + " \"%1\"");
+    RegisterCommand("TestDocument", Quote(folder.Path("editor.exe")) + " \"%1\"");
     folder.Write("letter.cvdoc", "");
     SetEnvironmentVariableA("CvTestHome", folder.Path().c_str());
     ExecApp("%CvTestHome%letter.cvdoc");
     SetEnvironmentVariableA("CvTestHome", nullptr);
-    CHECK(Only(editor, minimised) == Quoted(folder.Path("editor.exe")) + " " + Quoted(folder.Path("letter.cvdoc")));
+    CHECK(Only(editor, minimised) == Quote(folder.Path("editor.exe")) + " " + Quote(folder.Path("letter.cvdoc")));
 }
 TEST_CASE_FIXTURE(Fixture, "a program in double quotes gets its arguments") {
     const Recorder program(folder, "program.exe");
-    ExecApp(Quoted(folder.Path("program.exe")) + " /x \"a b\" 100%");
+    ExecApp(Quote(folder.Path("program.exe")) + " /x \"a b\" 100%");
     const std::string arrived = Only(program, minimised);
     CHECK(arrived.find("program.exe") != std::string::npos);
     CHECK(arrived.ends_with(" /x \"a b\" 100%"));
@@ -188,8 +188,8 @@ TEST_CASE_FIXTURE(Fixture, "the caller's pending error stays as it was") {
 TEST_CASE_FIXTURE(Fixture, "whatever a path holds, it arrives whole at the program that is registered for it") {
     const Recorder editor(folder, "editor.exe"), browser(folder, "browser.exe");
     Register(".cvdoc", "TestDocument");
-    RegisterCommand("TestDocument", Quoted(folder.Path("editor.exe")) + " \"%1\"");
-    RegisterBrowser(Quoted(folder.Path("browser.exe")) + " \"%1\"");
+    RegisterCommand("TestDocument", Quote(folder.Path("editor.exe")) + " \"%1\"");
+    RegisterBrowser(Quote(folder.Path("browser.exe")) + " \"%1\"");
     SetEnvironmentVariableA("CvTestUnknown", nullptr);
     std::vector<std::string> expected;
     for (const char* name : {"plain", "with blanks  in it", "\xC4rger \xFC\x62\x65r \xDF", "100%", "50% off 20%",
@@ -198,23 +198,23 @@ TEST_CASE_FIXTURE(Fixture, "whatever a path holds, it arrives whole at the progr
         const std::string document = folder.Path(std::string(name) + ".cvdoc");
         folder.Write(std::string(name) + ".cvdoc", "");
         ExecApp(document);
-        expected.push_back("2 " + Quoted(folder.Path("editor.exe")) + " " + Quoted(document));
+        expected.push_back("2 " + Quote(folder.Path("editor.exe")) + " " + Quote(document));
         CHECK(editor.Starts(expected.size()) == expected);
         const std::string page = folder.Path(std::string(name) + ".htm");
         ExecApp(page);
-        expected.push_back("1 " + Quoted(folder.Path("browser.exe")) + " " + Quoted(page));
+        expected.push_back("1 " + Quote(folder.Path("browser.exe")) + " " + Quote(page));
         CHECK(browser.Starts(expected.size()) == expected);
     }
 }
 TEST_CASE_FIXTURE(Fixture, "a folder keeps the backslash at its end up to the program that shows it") {
     const Recorder browser(folder, "browser.exe");
-    RegisterBrowser(Quoted(folder.Path("browser.exe")) + " %1");
+    RegisterBrowser(Quote(folder.Path("browser.exe")) + " %1");
     ExecApp("C:\\My Pages\\www.a.b\\");
-    CHECK(Only(browser, normal) == Quoted(folder.Path("browser.exe")) + " \"C:\\My Pages\\www.a.b\\\"");
+    CHECK(Only(browser, normal) == Quote(folder.Path("browser.exe")) + " \"C:\\My Pages\\www.a.b\\\"");
 }
 TEST_CASE_FIXTURE(Fixture, "quotes inside an argument arrive as they are, doubled ones as single ones") {
     const Recorder program(folder, "program.exe");
-    ExecApp(Quoted(folder.Path("program.exe")) + " \"a b\" say=\"\"yes\"\" end\\");
+    ExecApp(Quote(folder.Path("program.exe")) + " \"a b\" say=\"\"yes\"\" end\\");
     CHECK(Only(program, minimised).ends_with(" \"a b\" say=\"yes\" end\\"));
 }
 

@@ -8,7 +8,7 @@ using namespace LogLine;
 
 namespace {
 
-std::string Folded(std::string text) {
+std::string Fold(std::string text) {
     FoldUmlauts(text);
     return text;
 }
@@ -24,12 +24,12 @@ TEST_CASE("an entry's code chooses its form") {
     CHECK(EntryText("", 0) == "<>_");
 }
 TEST_CASE("only the first of each umlaut is folded, the lower-case ones to oe, ae and ua") {
-    CHECK(Folded("\xC4nderung f\xFCr M\xFCller") == "Aenderung fuar M\xFCller");
-    CHECK(Folded("\xE4\xF6\xFC\xC4\xD6\xDC\xDF") == "oeaeuaAeOeUess");
-    CHECK(Folded("\xE4\xE4\xDF\xDF") == "oe\xE4ss\xDF");
-    CHECK(Folded("\xDF\xDC\xD6\xC4\xFC\xF6\xE4") == "ssUeOeAeuaaeoe");
-    CHECK(Folded("").empty());
-    CHECK(Folded("plain \xE9") == "plain \xE9");
+    CHECK(Fold("\xC4nderung f\xFCr M\xFCller") == "Aenderung fuar M\xFCller");
+    CHECK(Fold("\xE4\xF6\xFC\xC4\xD6\xDC\xDF") == "oeaeuaAeOeUess");
+    CHECK(Fold("\xE4\xE4\xDF\xDF") == "oe\xE4ss\xDF");
+    CHECK(Fold("\xDF\xDC\xD6\xC4\xFC\xF6\xE4") == "ssUeOeAeuaaeoe");
+    CHECK(Fold("").empty());
+    CHECK(Fold("plain \xE9") == "plain \xE9");
 }
 TEST_CASE("an error is its number, a colon and its description") {
     CHECK(ErrorText(13, "Type mismatch") == "13:Type mismatch");

@@ -53,7 +53,7 @@ class FakeObject final : public IDispatch, public IConnectionPointContainer, pub
     STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* id) override {
-        asked.push_back({.member = Narrowed(*names), .types = {}, .texts = {}});
+        asked.push_back({.member = Narrow(*names), .types = {}, .texts = {}});
         *id = knowsNames ? 77 : DISPID_UNKNOWN;
         return knowsNames ? S_OK : DISP_E_UNKNOWNNAME;
     }

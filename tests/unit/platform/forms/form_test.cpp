@@ -47,14 +47,14 @@ class TestForm : public Form {
         The("ButtonOK").SetCaption("&OK");
         The("ButtonCancel").SetCaption("&Cancel");
         for (const char* name : {"ButtonOK", "ButtonCancel", "CheckKeep", "Link", "LabelName"}) {
-            The(name).on.click = [this, name] { Used(name); };
+            The(name).on.click = [this, name] { Note(name); };
         }
         SetCaption("Form under test");
         Err().Clear();
     }
     ~TestForm() override { Unload(); }
 
-    void Used(std::string what) {
+    void Note(std::string what) {
         log.push_back(std::move(what));
         if (hideOnButton && log.back().starts_with("Button")) Hide();
     }
@@ -484,7 +484,7 @@ TEST_CASE("a form whose owner is destroyed ends, unloaded, and the windows work 
     TestForm form;
     FormDriver driver([&] { return form.Visible(); }, [&] { form.Hide(); }, {[&] { DestroyWindow(host.Get()); }});
     CHECK(form.ShowModal());
-    CHECK_FALSE(form.Loaded());
+    CHECK_FALSE(form.IsLoaded());
     CHECK(form.unloads == 1);
     CHECK(IsWindowEnabled(other.Get()));
     CHECK(form.The("ButtonOK").Caption() == "&OK");
@@ -522,7 +522,7 @@ TEST_CASE("a hidden form can be shown again and keeps what was entered") {
     CHECK(form.loads == 1);
     form.Unload();
     CHECK(form.unloads == 1);
-    CHECK_FALSE(form.Loaded());
+    CHECK_FALSE(form.IsLoaded());
     CHECK(form.Load());
     CHECK(form.loads == 2);
 }

@@ -4,7 +4,7 @@
 
 namespace client {
 
-std::string Joined(const std::vector<std::string>& lines) {
+std::string Join(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text += line + '\n';
     return text;

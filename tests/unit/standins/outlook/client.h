@@ -49,7 +49,7 @@ class Com {
 using Object = Com<IDispatch>;
 
 // Lines as one text: doctest prints it when it differs.
-std::string Joined(const std::vector<std::string>& lines);
+std::string Join(const std::vector<std::string>& lines);
 
 // A VARIANT argument or result.
 class Variant : public VARIANT {

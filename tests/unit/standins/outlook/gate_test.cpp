@@ -155,23 +155,23 @@ TEST_CASE("the transcript has a line a call, with what came of it, and the calls
     Put(button, "Caption", "Hello");
     Call(controls, "Add", {1, none, none, 99});
     Get(Get(host.Explorer(), "CommandBars").AsObject(), "Nonsense");
-    CHECK(Joined(host.outlook.Transcript()) ==
-          Joined({"# open ContactItem 1", "! Inspectors: NewInspector(Inspector 2)",
-                  "  Inspector 2.CurrentItem -> ContactItem 1",
-                  "Controls of \"Standard\" of Explorer 1.Add(1, , , 3, True) -> CommandBarButton \"\" of Explorer 1",
-                  "CommandBarButton \"\" of Explorer 1.Caption = \"Hello\"",
-                  "Controls of \"Standard\" of Explorer 1.Add(1, , , 99) -> fails 0x8002000B",
-                  "Application.Explorers -> Explorers", "Explorers.Item(1) -> Explorer 1",
-                  "Explorer 1.CommandBars -> CommandBars of Explorer 1",
-                  "CommandBars of Explorer 1.GetIDsOfNames(Nonsense) -> fails 0x80020006"}));
+    CHECK(Join(host.outlook.Transcript()) ==
+          Join({"# open ContactItem 1", "! Inspectors: NewInspector(Inspector 2)",
+                "  Inspector 2.CurrentItem -> ContactItem 1",
+                "Controls of \"Standard\" of Explorer 1.Add(1, , , 3, True) -> CommandBarButton \"\" of Explorer 1",
+                "CommandBarButton \"\" of Explorer 1.Caption = \"Hello\"",
+                "Controls of \"Standard\" of Explorer 1.Add(1, , , 99) -> fails 0x8002000B",
+                "Application.Explorers -> Explorers", "Explorers.Item(1) -> Explorer 1",
+                "Explorer 1.CommandBars -> CommandBars of Explorer 1",
+                "CommandBars of Explorer 1.GetIDsOfNames(Nonsense) -> fails 0x80020006"}));
 }
 
 TEST_CASE("the detailed transcript shows the look-ups too") {
     Host host;
     host.outlook.Record(standin::Detail::Everything);
     Get(host.application, "Name");
-    CHECK(Joined(host.outlook.Transcript()) ==
-          Joined({"Application.GetIDsOfNames(Name) -> 0x00003001", "Application.Name -> \"Outlook\""}));
+    CHECK(Join(host.outlook.Transcript()) ==
+          Join({"Application.GetIDsOfNames(Name) -> 0x00003001", "Application.Name -> \"Outlook\""}));
 }
 
 TEST_CASE("a sink that returns a failure is complained about") {
