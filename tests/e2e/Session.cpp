@@ -76,9 +76,11 @@ std::string AddInFolder() {
 
 std::string OwnOnAction() { return std::string("<!") + progId + ">"; }
 
-Session::Session(const standin::Options& options) {
+Session::Session(const standin::Options& options) : host(Begin(options)) {}
+
+standin::Outlook& Session::Begin(const standin::Options& options) {
     WriteEntry();
-    outlook_.emplace(options);
+    return outlook_.emplace(options);
 }
 
 Session::~Session() {
@@ -87,23 +89,23 @@ Session::~Session() {
 }
 
 standin::Window Session::FirstWindow() {
-    const std::vector<standin::Window> windows = outlook_->Windows();
+    const std::vector<standin::Window> windows = host.Windows();
     return windows.empty() ? standin::Window{} : windows.front();
 }
 
 standin::Window Session::OpenNew(standin::ItemClass itemClass, const standin::Fields& fields) {
-    return outlook_->OpenInspector(outlook_->NewItem(itemClass, fields));
+    return host.OpenInspector(host.NewItem(itemClass, fields));
 }
 
 std::vector<standin::ControlView> Session::OwnControls(standin::Window window, const std::string& tag) {
     std::vector<standin::ControlView> found;
-    for (const standin::BarView& bar : outlook_->Bars(window)) Collect(bar.controls, tag, found);
+    for (const standin::BarView& bar : host.Bars(window)) Collect(bar.controls, tag, found);
     return found;
 }
 
 std::vector<standin::ControlView> Session::Popups(standin::Window window) {
     std::vector<standin::ControlView> found;
-    for (const standin::ControlView& control : outlook_->Controls(window, "Menu Bar")) {
+    for (const standin::ControlView& control : host.Controls(window, "Menu Bar")) {
         if (control.caption == "C&orvella") found.push_back(control);
     }
     return found;

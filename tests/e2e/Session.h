@@ -17,7 +17,6 @@ namespace e2e {
 inline constexpr const char* progId = "CVOutlookAddIn.Connect";
 inline constexpr const char* addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
 inline constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
-inline constexpr int allVersions[] = {9, 10, 11, 12};
 
 // Text values under HKEY_CURRENT_USER, by Windows' own functions.
 [[nodiscard]] std::optional<std::string> ReadValue(const std::string& key, const std::string& name);
@@ -43,9 +42,6 @@ class Session {
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    standin::Outlook* operator->() { return &*outlook_; }
-    standin::Outlook& Host() { return *outlook_; }
-
     // The first window, which Start opened.
     [[nodiscard]] standin::Window FirstWindow();
     standin::Window OpenNew(standin::ItemClass itemClass, const standin::Fields& fields = {});
@@ -58,8 +54,13 @@ class Session {
     [[nodiscard]] standin::ControlView SendButton(standin::Window window);
 
   private:
+    standin::Outlook& Begin(const standin::Options& options);
+
     PrivateRegistry registry_;
     std::optional<standin::Outlook> outlook_;
+
+  public:
+    standin::Outlook& host;  // what Outlook itself can do; all else here is help for the tests
 };
 
 }  // namespace e2e

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "e2e/Session.h"
+#include "testing/Versions.h"
 
 using e2e::Session;
 
@@ -11,188 +12,159 @@ namespace {
 
 // The synchronise button of the first window, with one placement value set beforehand.
 standin::ControlView SynchroniseButton(Session& session) {
-    session->Start();
+    session.host.Start();
     const std::vector<standin::ControlView> found = session.OwnControls(session.FirstWindow(), "103");
     return found.size() == 1 ? found.front() : standin::ControlView{};
 }
 
 bool StandsOn(Session& session, const char* bar) {
-    const std::vector<standin::ControlView> controls = session->Controls(session.FirstWindow(), bar);
+    const std::vector<standin::ControlView> controls = session.host.Controls(session.FirstWindow(), bar);
     return std::any_of(controls.begin(), controls.end(), [](const auto& control) { return control.tag == "103"; });
 }
 
 }  // namespace
 
-TEST_CASE("a bar in the registry that does not exist puts the button on the standard bar") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
+IN_EVERY_VERSION("a bar in the registry that does not exist puts the button on the standard bar") {
+    Session session({.version = version});
+    e2e::WriteValue(e2e::addInKey, "103Bar", "No such bar");
+    CHECK(SynchroniseButton(session));
+    CHECK(StandsOn(session, "Standard"));
+}
+
+IN_EVERY_VERSION("a bar in the registry that exists gets the button") {
+    Session session({.version = version});
+    e2e::WriteValue(e2e::addInKey, "103Bar", "Advanced");
+    CHECK(SynchroniseButton(session));
+    CHECK(StandsOn(session, "Advanced"));
+    CHECK_FALSE(StandsOn(session, "Standard"));
+}
+
+IN_EVERY_VERSION("a position of 0, below 0, or that is no number appends the button") {
+    for (const char* position : {"0", "-3", "abc"}) {
+        CAPTURE(position);
         Session session({.version = version});
-        e2e::WriteValue(e2e::addInKey, "103Bar", "No such bar");
-        CHECK(SynchroniseButton(session));
-        CHECK(StandsOn(session, "Standard"));
-    }
-}
-TEST_CASE("a bar in the registry that exists gets the button") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        e2e::WriteValue(e2e::addInKey, "103Bar", "Advanced");
-        CHECK(SynchroniseButton(session));
-        CHECK(StandsOn(session, "Advanced"));
-        CHECK_FALSE(StandsOn(session, "Standard"));
-    }
-}
-TEST_CASE("a position of 0, below 0, or that is no number appends the button") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        for (const char* position : {"0", "-3", "abc"}) {
-            CAPTURE(position);
-            Session session({.version = version});
-            e2e::WriteValue(e2e::addInKey, "103Pos", position);
-            const standin::ControlView button = SynchroniseButton(session);
-            CHECK(button.index == static_cast<int>(session->Controls(session.FirstWindow(), "Standard").size()));
-        }
-    }
-}
-TEST_CASE("a position among the controls puts the button before the control that stood there") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        e2e::WriteValue(e2e::addInKey, "103Pos", "3");
-        CHECK(SynchroniseButton(session).index == 3);
-    }
-}
-TEST_CASE("a position beyond the controls follows the host's own rule: refused, and no button") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        e2e::WriteValue(e2e::addInKey, "103Pos", "100");
-        CHECK_FALSE(SynchroniseButton(session));
-        CHECK(session.OwnControls(session.FirstWindow(), "103").empty());
-        CHECK(session.Popups(session.FirstWindow()).size() == 1);  // the rest is there all the same
-    }
-}
-TEST_CASE("a separator of 0, or of a text that is no number, removes the one that the default would add") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session plain({.version = version});
-        CHECK(SynchroniseButton(plain).beginGroup);
-        for (const char* separator : {"0", "abc"}) {
-            CAPTURE(separator);
-            Session session({.version = version});
-            e2e::WriteValue(e2e::addInKey, "103Sep", separator);
-            const standin::ControlView button = SynchroniseButton(session);
-            REQUIRE(button);
-            CHECK_FALSE(button.beginGroup);
-        }
-    }
-}
-TEST_CASE("any number but 0 as separator adds one that the default would not") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        e2e::WriteValue(e2e::addInKey, version < 11 ? "101Sep" : "102Sep", "-1");
-        session->Start();
-        CHECK(session.SendButton(session.OpenNew(standin::ItemClass::Contact)).beginGroup);
-    }
-}
-TEST_CASE("a style in the registry goes before the default") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        e2e::WriteValue(e2e::addInKey, "103Style", "1");
-        CHECK(SynchroniseButton(session).style == 1);
-    }
-}
-TEST_CASE("setting up twice in one window leaves one synchronise button and one menu") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        session->UnloadAddIn(e2e::progId);
-        session->LoadAddIn(e2e::progId);
-        CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);
-        CHECK(session.Popups(session.FirstWindow()).size() == 1);
-    }
-}
-TEST_CASE("a button of the same number that another add-in made is left alone") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const standin::Window window = session.FirstWindow();
-        session->UnloadAddIn(e2e::progId);
-        const standin::ControlView stranger =
-            session->AddCustomButton(window, "Standard", "Theirs", "103", "<!Other.AddIn>");
-        session->LoadAddIn(e2e::progId);
-        CHECK(session->Control(stranger.instance));
-    }
-}
-TEST_CASE("a stale copy that an earlier run left is deleted before the new button is made") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version, .startedBy = standin::StartedBy::User});
-        session->Start();
-        const standin::Window window = session.FirstWindow();
-        session->UnloadAddIn(e2e::progId);
-        const auto first = session->AddCustomButton(window, "Standard", "Old", "103", e2e::OwnOnAction());
-        const auto second = session->AddCustomButton(window, "Standard", "Old", "103", e2e::OwnOnAction());
-        session->LoadAddIn(e2e::progId);
-        CHECK_FALSE(session->Control(first.instance));
-        CHECK_FALSE(session->Control(second.instance));
-        CHECK(session.OwnControls(window, "103").size() == 1);
-    }
-}
-TEST_CASE(
-    "before Outlook 2003 the face comes through the clipboard, whose content is lost; later by picture and mask") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        REQUIRE(OpenClipboard(nullptr));
-        EmptyClipboard();
-        SetClipboardData(CF_TEXT, GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 4));
-        CloseClipboard();
-        Session session({.version = version});
+        e2e::WriteValue(e2e::addInKey, "103Pos", position);
         const standin::ControlView button = SynchroniseButton(session);
-        CHECK(button.hasFace == (version < 11));
-        CHECK(button.hasPicture == (version >= 11));
-        CHECK_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+        CHECK(button.index == static_cast<int>(session.host.Controls(session.FirstWindow(), "Standard").size()));
     }
 }
-TEST_CASE("the light grey of a pasted face becomes the menu colour of the system") {
-    for (const int version : {9, 10}) {
-        CAPTURE(version);
+
+IN_EVERY_VERSION("a position among the controls puts the button before the control that stood there") {
+    Session session({.version = version});
+    e2e::WriteValue(e2e::addInKey, "103Pos", "3");
+    CHECK(SynchroniseButton(session).index == 3);
+}
+
+IN_EVERY_VERSION("a position beyond the controls follows the host's own rule: refused, and no button") {
+    Session session({.version = version});
+    e2e::WriteValue(e2e::addInKey, "103Pos", "100");
+    CHECK_FALSE(SynchroniseButton(session));
+    CHECK(session.OwnControls(session.FirstWindow(), "103").empty());
+    CHECK(session.Popups(session.FirstWindow()).size() == 1);  // the rest is there all the same
+}
+
+IN_EVERY_VERSION("a separator of 0, or of a text that is no number, removes the one that the default would add") {
+    Session plain({.version = version});
+    CHECK(SynchroniseButton(plain).beginGroup);
+    for (const char* separator : {"0", "abc"}) {
+        CAPTURE(separator);
         Session session({.version = version});
-        session->Start();
-        const standin::ControlView button = session.SendButton(session.OpenNew(standin::ItemClass::Contact));
-        const standin::Pixels face = session->FaceOf(button.instance);
-        REQUIRE(face.width == 16);
-        const DWORD menu = GetSysColor(COLOR_MENU);
-        const std::uint32_t expected = (menu & 0xFFu) << 16 | (menu & 0xFF00u) | (menu >> 16 & 0xFFu);
-        CHECK(face.At(0, 0) == expected);
-        CHECK(std::count(face.colours.begin(), face.colours.end(), 0xC0C0C0u) == 0);
+        e2e::WriteValue(e2e::addInKey, "103Sep", separator);
+        const standin::ControlView button = SynchroniseButton(session);
+        REQUIRE(button);
+        CHECK_FALSE(button.beginGroup);
     }
 }
-TEST_CASE(
+
+IN_EVERY_VERSION("any number but 0 as separator adds one that the default would not") {
+    Session session({.version = version});
+    e2e::WriteValue(e2e::addInKey, version < 11 ? "101Sep" : "102Sep", "-1");
+    session.host.Start();
+    CHECK(session.SendButton(session.OpenNew(standin::ItemClass::Contact)).beginGroup);
+}
+
+IN_EVERY_VERSION("a style in the registry goes before the default") {
+    Session session({.version = version});
+    e2e::WriteValue(e2e::addInKey, "103Style", "1");
+    CHECK(SynchroniseButton(session).style == 1);
+}
+
+IN_EVERY_VERSION("setting up twice in one window leaves one synchronise button and one menu") {
+    Session session({.version = version});
+    session.host.Start();
+    session.host.UnloadAddIn(e2e::progId);
+    session.host.LoadAddIn(e2e::progId);
+    CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);
+    CHECK(session.Popups(session.FirstWindow()).size() == 1);
+}
+
+IN_EVERY_VERSION("a button of the same number that another add-in made is left alone") {
+    Session session({.version = version});
+    session.host.Start();
+    const standin::Window window = session.FirstWindow();
+    session.host.UnloadAddIn(e2e::progId);
+    const standin::ControlView stranger =
+        session.host.AddCustomButton(window, "Standard", "Theirs", "103", "<!Other.AddIn>");
+    session.host.LoadAddIn(e2e::progId);
+    CHECK(session.host.Control(stranger.instance));
+}
+
+IN_EVERY_VERSION("a stale copy that an earlier run left is deleted before the new button is made") {
+    Session session({.version = version, .startedBy = standin::StartedBy::User});
+    session.host.Start();
+    const standin::Window window = session.FirstWindow();
+    session.host.UnloadAddIn(e2e::progId);
+    const auto first = session.host.AddCustomButton(window, "Standard", "Old", "103", e2e::OwnOnAction());
+    const auto second = session.host.AddCustomButton(window, "Standard", "Old", "103", e2e::OwnOnAction());
+    session.host.LoadAddIn(e2e::progId);
+    CHECK_FALSE(session.host.Control(first.instance));
+    CHECK_FALSE(session.host.Control(second.instance));
+    CHECK(session.OwnControls(window, "103").size() == 1);
+}
+
+IN_EVERY_VERSION(
+    "before Outlook 2003 the face comes through the clipboard, whose content is lost; later by picture and mask") {
+    REQUIRE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    SetClipboardData(CF_TEXT, GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 4));
+    CloseClipboard();
+    Session session({.version = version});
+    const standin::ControlView button = SynchroniseButton(session);
+    CHECK(button.hasFace == (version < 11));
+    CHECK(button.hasPicture == (version >= 11));
+    CHECK_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+}
+
+IN_VERSIONS("the light grey of a pasted face becomes the menu colour of the system", 9, 10) {
+    Session session({.version = version});
+    session.host.Start();
+    const standin::ControlView button = session.SendButton(session.OpenNew(standin::ItemClass::Contact));
+    const standin::Pixels face = session.host.FaceOf(button.instance);
+    REQUIRE(face.width == 16);
+    const DWORD menu = GetSysColor(COLOR_MENU);
+    const std::uint32_t expected = (menu & 0xFFu) << 16 | (menu & 0xFF00u) | (menu >> 16 & 0xFFu);
+    CHECK(face.At(0, 0) == expected);
+    CHECK(std::count(face.colours.begin(), face.colours.end(), 0xC0C0C0u) == 0);
+}
+
+IN_EVERY_VERSION(
     "the order in which a button is made: stale copies, control, texts, style, mark, face, then shown and tagged") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        session->Record();
-        session.OpenNew(standin::ItemClass::Contact);
-        std::vector<const char*> steps = {"CommandBars", ".BuiltIn", ".Add(",       ".Parameter =", ".Caption =",
-                                          ".OLEUsage =", ".Style =", ".BeginGroup", ".OnAction =",  ".FaceId ="};
-        if (version < 11) {
-            steps.push_back(".PasteFace");
-        } else {
-            steps.insert(steps.end(), {".Picture =", ".Mask ="});
-        }
-        steps.insert(steps.end(), {".Visible =", ".Tag ="});
-        std::size_t step = 0;
-        for (const std::string& line : session->Transcript()) {
-            if (step < steps.size() && line.find(steps[step]) != std::string::npos) ++step;
-        }
-        CAPTURE(step);
-        CHECK(step == steps.size());
+    Session session({.version = version});
+    session.host.Start();
+    session.host.Record();
+    session.OpenNew(standin::ItemClass::Contact);
+    std::vector<const char*> steps = {"CommandBars", ".BuiltIn", ".Add(",       ".Parameter =", ".Caption =",
+                                      ".OLEUsage =", ".Style =", ".BeginGroup", ".OnAction =",  ".FaceId ="};
+    if (version < 11) {
+        steps.push_back(".PasteFace");
+    } else {
+        steps.insert(steps.end(), {".Picture =", ".Mask ="});
     }
+    steps.insert(steps.end(), {".Visible =", ".Tag ="});
+    std::size_t step = 0;
+    for (const std::string& line : session.host.Transcript()) {
+        if (step < steps.size() && line.find(steps[step]) != std::string::npos) ++step;
+    }
+    CAPTURE(step);
+    CHECK(step == steps.size());
 }

@@ -14,6 +14,7 @@
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
+#include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
 using e2e::Session;
@@ -73,19 +74,19 @@ ControlView EntryOf(Session& session, Window window, std::size_t number) {
 
 // The windows that have a menu: in Outlook 2000 the first one alone.
 std::vector<Window> WindowsWithMenu(Session& session) {
-    std::vector<Window> windows = session->Windows();
-    if (session->Version() < 10) windows.resize(1);
+    std::vector<Window> windows = session.host.Windows();
+    if (session.host.Version() < 10) windows.resize(1);
     return windows;
 }
 
 // A window whose send-to-phone button comes and goes: in Outlook 2000 only later ones have it.
 Window WindowForSending(Session& session) {
-    return session->Version() < 10 ? session->OpenExplorer() : session.FirstWindow();
+    return session.host.Version() < 10 ? session.host.OpenExplorer() : session.FirstWindow();
 }
 
 // The controls of a bar as the host's own object model gives them.
 client::Object ControlsOf(Session& session, int explorer, const char* bar) {
-    const client::Object application(session->Application());
+    const client::Object application(session.host.Application());
     const client::Object explorers = client::Get(application, "Explorers").AsObject();
     const client::Object window = client::Call(explorers, "Item", {explorer}).AsObject();
     const client::Object bars = client::Get(window, "CommandBars").AsObject();
@@ -197,296 +198,276 @@ class CurrentFolder {
 
 }  // namespace
 
-TEST_CASE("a click on any entry or button starts Corvella once, with its own argument, whichever window it is in") {
+IN_EVERY_VERSION(
+    "a click on any entry or button starts Corvella once, with its own argument, whichever window it is in") {
     for (const ClickedControl clicked : {ClickedControl::AnotherObject, ClickedControl::AdvisedObject}) {
-        for (const int version : e2e::allVersions) {
-            CAPTURE(version);
-            CAPTURE(static_cast<int>(clicked));
-            Corvella corvella;
-            Session session({.version = version, .clicked = clicked});
-            corvella.Install();
-            session->Start();
-            session->OpenExplorer();
-            for (const Window window : WindowsWithMenu(session)) {
-                for (std::size_t number = 0; number < std::size(arguments); ++number) {
-                    CHECK(session->Click(EntryOf(session, window, number)).sinks > 0);
-                    CHECK(corvella.Starts(1) == Lines{corvella.Line(arguments[number])});
-                }
-                CHECK(session->Click(Button(session, window, "103")).sinks > 0);
-                CHECK(corvella.Starts(1) == Lines{corvella.Line("syncdlg ol")});
+        CAPTURE(static_cast<int>(clicked));
+        Corvella corvella;
+        Session session({.version = version, .clicked = clicked});
+        corvella.Install();
+        session.host.Start();
+        session.host.OpenExplorer();
+        for (const Window window : WindowsWithMenu(session)) {
+            for (std::size_t number = 0; number < std::size(arguments); ++number) {
+                CHECK(session.host.Click(EntryOf(session, window, number)).sinks > 0);
+                CHECK(corvella.Starts(1) == Lines{corvella.Line(arguments[number])});
             }
-            CHECK(corvella.StartsLater().empty());
+            CHECK(session.host.Click(Button(session, window, "103")).sinks > 0);
+            CHECK(corvella.Starts(1) == Lines{corvella.Line("syncdlg ol")});
         }
+        CHECK(corvella.StartsLater().empty());
     }
 }
-TEST_CASE("NoDlg of 1 synchronises at once; 0, no number and no value show Corvella's dialog first") {
+
+IN_EVERY_VERSION("NoDlg of 1 synchronises at once; 0, no number and no value show Corvella's dialog first") {
     const std::pair<const char*, const char*> values[] = {
         {"1", "sync ol"}, {"2", "sync ol"}, {"0", "syncdlg ol"}, {"no", "syncdlg ol"}, {nullptr, "syncdlg ol"}};
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Corvella corvella;
-        Session session({.version = version});
-        corvella.Install();
-        session->Start();
-        const Window window = session.FirstWindow();
-        for (const auto& [value, argument] : values) {
-            CAPTURE(argument);
-            if (value) {
-                e2e::WriteValue(e2e::outlookKey, "NoDlg", value);
-            } else {
-                HKEY key = nullptr;
-                RegOpenKeyA(HKEY_CURRENT_USER, e2e::outlookKey, &key);
-                RegDeleteValueA(key, "NoDlg");
-                RegCloseKey(key);
-            }
-            session->Click(EntryOf(session, window, synchronise));
-            CHECK(corvella.Starts(1) == Lines{corvella.Line(argument)});
-            session->Click(Button(session, window, "103"));
-            CHECK(corvella.Starts(1) == Lines{corvella.Line(argument)});
+    Corvella corvella;
+    Session session({.version = version});
+    corvella.Install();
+    session.host.Start();
+    const Window window = session.FirstWindow();
+    for (const auto& [value, argument] : values) {
+        CAPTURE(argument);
+        if (value) {
+            e2e::WriteValue(e2e::outlookKey, "NoDlg", value);
+        } else {
+            HKEY key = nullptr;
+            RegOpenKeyA(HKEY_CURRENT_USER, e2e::outlookKey, &key);
+            RegDeleteValueA(key, "NoDlg");
+            RegCloseKey(key);
+        }
+        session.host.Click(EntryOf(session, window, synchronise));
+        CHECK(corvella.Starts(1) == Lines{corvella.Line(argument)});
+        session.host.Click(Button(session, window, "103"));
+        CHECK(corvella.Starts(1) == Lines{corvella.Line(argument)});
+    }
+}
+
+IN_EVERY_VERSION("three selected contacts are three entry ids in the list, one armed timer and one start") {
+    Corvella corvella;
+    Session session({.version = version});
+    corvella.Install();
+    session.host.Start();
+    const Window window = WindowForSending(session);
+    std::vector<standin::Item> items;
+    std::string expected;
+    for (const char* name : {"Ann", "Bob", "Cec"}) {
+        items.push_back(session.host.AddItem(FolderKind::Contacts, {{"FullName", name}}));
+        expected += ";" + session.host.EntryId(items.back());
+    }
+    session.host.SwitchFolder(window, FolderKind::Contacts);
+    session.host.Select(window, items);
+    {
+        const Noted noted("SetTimer", reinterpret_cast<void*>(&NoteTimer));
+        timersArmed = 0;
+        session.host.Click(Button(session, window, "107"));
+        CHECK(timersArmed == 1);
+        CHECK(lastInterval == 300);
+    }
+    CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") == expected);
+    Lines starts = corvella.Starts(1);
+    for (const std::string& more : corvella.StartsLater()) starts.push_back(more);
+    REQUIRE(starts.size() == 1);
+    CHECK(starts.front().ends_with("\\Corvella.exe\" update"));
+}
+
+IN_EVERY_VERSION("a click on send-to-phone with nothing selected lists nothing and starts nothing") {
+    Corvella corvella;
+    Session session({.version = version});
+    corvella.Install();
+    session.host.Start();
+    const Window window = WindowForSending(session);
+    session.host.SwitchFolder(window, FolderKind::Contacts);
+    session.host.Click(Button(session, window, "107"));
+    CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").empty());
+    CHECK(corvella.StartsLater().empty());
+}
+
+IN_EVERY_VERSION("an entry whose mark is not the add-in's does nothing when it is clicked, and works with it again") {
+    const LogFile log(true);
+    TempFolder folder;
+    const Recorder notepad(folder, "notepad.exe");
+    const CurrentFolder current(folder);
+    Corvella corvella;
+    Session session({.version = version});
+    corvella.Install();
+    session.host.Start();
+    User user("Escape");  // should a window come after all
+    for (const std::size_t number :
+         {editor, synchronise, contacts, calendar, newSms, settings, options, logFile, info}) {
+        CAPTURE(number);
+        const client::Object entry = EntryObject(session, number);
+        for (const char* mark : {"", "<!Other.AddIn>", "!<CVOutlookAddIn.Connect>", "<!cvoutlookaddin.connect>"}) {
+            REQUIRE_FALSE(client::Put(entry, "OnAction", mark).Failed());
+            CHECK(session.host.Click(EntryOf(session, session.FirstWindow(), number)).sinks > 0);
         }
     }
+    CHECK(user.boxes.empty());
+    CHECK(corvella.StartsLater().empty());
+    CHECK(notepad.StartsAfter(0).empty());
+    REQUIRE_FALSE(client::Put(EntryObject(session, contacts), "OnAction", e2e::OwnOnAction()).Failed());
+    session.host.Click(EntryOf(session, session.FirstWindow(), contacts));
+    CHECK(corvella.Starts(1) == Lines{corvella.Line("sync 0 ol")});
 }
-TEST_CASE("three selected contacts are three entry ids in the list, one armed timer and one start") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Corvella corvella;
-        Session session({.version = version});
-        corvella.Install();
-        session->Start();
-        const Window window = WindowForSending(session);
-        std::vector<standin::Item> items;
-        std::string expected;
-        for (const char* name : {"Ann", "Bob", "Cec"}) {
-            items.push_back(session->AddItem(FolderKind::Contacts, {{"FullName", name}}));
-            expected += ";" + session->EntryId(items.back());
-        }
-        session->SwitchFolder(window, FolderKind::Contacts);
-        session->Select(window, items);
-        {
-            const Noted noted("SetTimer", reinterpret_cast<void*>(&NoteTimer));
-            timersArmed = 0;
-            session->Click(Button(session, window, "107"));
-            CHECK(timersArmed == 1);
-            CHECK(lastInterval == 300);
-        }
-        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") == expected);
-        Lines starts = corvella.Starts(1);
-        for (const std::string& more : corvella.StartsLater()) starts.push_back(more);
-        REQUIRE(starts.size() == 1);
-        CHECK(starts.front().ends_with("\\Corvella.exe\" update"));
-    }
+
+IN_EVERY_VERSION("a toolbar button whose mark is not the add-in's does nothing when it is clicked") {
+    Corvella corvella;
+    Session session({.version = version});
+    corvella.Install();
+    session.host.Start();
+    const Window window = WindowForSending(session);
+    const standin::Item ann = session.host.AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
+    session.host.SwitchFolder(window, FolderKind::Contacts);
+    session.host.Select(window, {ann});
+    const ControlView send = Button(session, window, "107");
+    const ControlView sync = Button(session, session.FirstWindow(), "103");
+    const int place = version < 10 ? 2 : 1;  // of the window among the Explorers
+    const auto mark = [&](int explorer, const ControlView& button) {
+        const client::Object control =
+            client::Get(ControlsOf(session, explorer, "Standard"), "Item", {button.index}).AsObject();
+        REQUIRE_FALSE(client::Put(control, "OnAction", "<!Other.AddIn>").Failed());
+    };
+    mark(place, send);
+    mark(1, sync);
+    CHECK(session.host.Click(send).sinks > 0);
+    CHECK(session.host.Click(sync).sinks > 0);
+    CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").empty());
+    CHECK(corvella.StartsLater().empty());
 }
-TEST_CASE("a click on send-to-phone with nothing selected lists nothing and starts nothing") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Corvella corvella;
-        Session session({.version = version});
-        corvella.Install();
-        session->Start();
-        const Window window = WindowForSending(session);
-        session->SwitchFolder(window, FolderKind::Contacts);
-        session->Click(Button(session, window, "107"));
-        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").empty());
-        CHECK(corvella.StartsLater().empty());
-    }
-}
-TEST_CASE("an entry whose mark is not the add-in's does nothing when it is clicked, and works with it again") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        const LogFile log(true);
-        TempFolder folder;
-        const Recorder notepad(folder, "notepad.exe");
-        const CurrentFolder current(folder);
-        Corvella corvella;
-        Session session({.version = version});
-        corvella.Install();
-        session->Start();
-        User user("Escape");  // should a window come after all
-        for (const std::size_t number :
-             {editor, synchronise, contacts, calendar, newSms, settings, options, logFile, info}) {
-            CAPTURE(number);
-            const client::Object entry = EntryObject(session, number);
-            for (const char* mark : {"", "<!Other.AddIn>", "!<CVOutlookAddIn.Connect>", "<!cvoutlookaddin.connect>"}) {
-                REQUIRE_FALSE(client::Put(entry, "OnAction", mark).Failed());
-                CHECK(session->Click(EntryOf(session, session.FirstWindow(), number)).sinks > 0);
-            }
-        }
-        CHECK(user.boxes.empty());
-        CHECK(corvella.StartsLater().empty());
-        CHECK(notepad.StartsAfter(0).empty());
-        REQUIRE_FALSE(client::Put(EntryObject(session, contacts), "OnAction", e2e::OwnOnAction()).Failed());
-        session->Click(EntryOf(session, session.FirstWindow(), contacts));
-        CHECK(corvella.Starts(1) == Lines{corvella.Line("sync 0 ol")});
-    }
-}
-TEST_CASE("a toolbar button whose mark is not the add-in's does nothing when it is clicked") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Corvella corvella;
-        Session session({.version = version});
-        corvella.Install();
-        session->Start();
-        const Window window = WindowForSending(session);
-        const standin::Item ann = session->AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
-        session->SwitchFolder(window, FolderKind::Contacts);
-        session->Select(window, {ann});
-        const ControlView send = Button(session, window, "107");
-        const ControlView sync = Button(session, session.FirstWindow(), "103");
-        const int place = version < 10 ? 2 : 1;  // of the window among the Explorers
-        const auto mark = [&](int explorer, const ControlView& button) {
-            const client::Object control =
-                client::Get(ControlsOf(session, explorer, "Standard"), "Item", {button.index}).AsObject();
-            REQUIRE_FALSE(client::Put(control, "OnAction", "<!Other.AddIn>").Failed());
-        };
-        mark(place, send);
-        mark(1, sync);
-        CHECK(session->Click(send).sinks > 0);
-        CHECK(session->Click(sync).sinks > 0);
-        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").empty());
-        CHECK(corvella.StartsLater().empty());
-    }
-}
+
 TEST_CASE("a button of another add-in with the same tag and mark runs nothing of ours") {
     Corvella corvella;
     Session session({.version = 11});
     corvella.Install();
-    session->Start();
+    session.host.Start();
     const ControlView stranger =
-        session->AddCustomButton(session.FirstWindow(), "Standard", "Theirs", "103", e2e::OwnOnAction());
-    CHECK(session->Click(stranger).sinks == 1);
+        session.host.AddCustomButton(session.FirstWindow(), "Standard", "Theirs", "103", e2e::OwnOnAction());
+    CHECK(session.host.Click(stranger).sinks == 1);
     CHECK(corvella.StartsLater().empty());
 }
-TEST_CASE("the info box has three lines: the product, the maker's notice, and the version") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        User user("OK");
-        session->Click(EntryOf(session, session.FirstWindow(), info));
-        REQUIRE(user.boxes.size() == 1);
-        const User::Box& box = user.boxes.front();
-        CHECK(box.ofWindows == (version < 10));  // else the add-in's own question box
-        CHECK(box.buttons == Lines{"OK"});
-        CHECK(LinesOf(box.text) == Lines(std::begin(infoText), std::end(infoText)));
-    }
+
+IN_EVERY_VERSION("the info box has three lines: the product, the maker's notice, and the version") {
+    Session session({.version = version});
+    session.host.Start();
+    User user("OK");
+    session.host.Click(EntryOf(session, session.FirstWindow(), info));
+    REQUIRE(user.boxes.size() == 1);
+    const User::Box& box = user.boxes.front();
+    CHECK(box.ofWindows == (version < 10));  // else the add-in's own question box
+    CHECK(box.buttons == Lines{"OK"});
+    CHECK(LinesOf(box.text) == Lines(std::begin(infoText), std::end(infoText)));
 }
-TEST_CASE("with two windows open the info box and the options dialog come once for each click") {
+
+IN_EVERY_VERSION("with two windows open the info box and the options dialog come once for each click") {
     for (const ClickedControl clicked : {ClickedControl::AnotherObject, ClickedControl::AdvisedObject}) {
-        for (const int version : e2e::allVersions) {
-            CAPTURE(version);
-            CAPTURE(static_cast<int>(clicked));
-            Session session({.version = version, .clicked = clicked});
-            session->Start();
-            session->OpenExplorer();
-            for (const Window window : WindowsWithMenu(session)) {
-                for (const auto& [entry, button] : {std::pair(info, "OK"), std::pair(options, "Cancel")}) {
-                    User user(button);
-                    session->Click(EntryOf(session, window, entry));
-                    e2e::Pump(60);
-                    CHECK(user.boxes.size() == 1);
-                }
+        CAPTURE(static_cast<int>(clicked));
+        Session session({.version = version, .clicked = clicked});
+        session.host.Start();
+        session.host.OpenExplorer();
+        for (const Window window : WindowsWithMenu(session)) {
+            for (const auto& [entry, button] : {std::pair(info, "OK"), std::pair(options, "Cancel")}) {
+                User user(button);
+                session.host.Click(EntryOf(session, window, entry));
+                e2e::Pump(60);
+                CHECK(user.boxes.size() == 1);
             }
         }
     }
 }
-TEST_CASE("of two windows with a send-to-phone button the one that is clicked hands over its own selection") {
+
+IN_EVERY_VERSION("of two windows with a send-to-phone button the one that is clicked hands over its own selection") {
     for (const ClickedControl clicked : {ClickedControl::AnotherObject, ClickedControl::AdvisedObject}) {
-        for (const int version : e2e::allVersions) {
-            CAPTURE(version);
-            CAPTURE(static_cast<int>(clicked));
-            Session session({.version = version, .clicked = clicked});
-            session->Start();
-            const standin::Item ann = session->AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
-            const standin::Item bob = session->AddItem(FolderKind::Contacts, {{"FullName", "Bob"}});
-            const Window first = WindowForSending(session);
-            const Window second = session->OpenExplorer();
-            for (const auto& [window, item] : {std::pair(first, ann), std::pair(second, bob)}) {
-                session->SwitchFolder(window, FolderKind::Contacts);
-                session->Select(window, {item});
-            }
-            CHECK(session->Click(Button(session, first, "107")).sinks == 2);
-            CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") == ";" + session->EntryId(ann));
-            CHECK(session->Click(Button(session, second, "107")).sinks == 2);
-            CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") ==
-                  ";" + session->EntryId(ann) + ";" + session->EntryId(bob));
+        CAPTURE(static_cast<int>(clicked));
+        Session session({.version = version, .clicked = clicked});
+        session.host.Start();
+        const standin::Item ann = session.host.AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
+        const standin::Item bob = session.host.AddItem(FolderKind::Contacts, {{"FullName", "Bob"}});
+        const Window first = WindowForSending(session);
+        const Window second = session.host.OpenExplorer();
+        for (const auto& [window, item] : {std::pair(first, ann), std::pair(second, bob)}) {
+            session.host.SwitchFolder(window, FolderKind::Contacts);
+            session.host.Select(window, {item});
         }
+        CHECK(session.host.Click(Button(session, first, "107")).sinks == 2);
+        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") == ";" + session.host.EntryId(ann));
+        CHECK(session.host.Click(Button(session, second, "107")).sinks == 2);
+        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") ==
+              ";" + session.host.EntryId(ann) + ";" + session.host.EntryId(bob));
     }
 }
+
 TEST_CASE("the lines of the info box are separated by one carriage return each") {
     Session session({.version = 9});
-    session->Start();
+    session.host.Start();
     const Noted noted("MessageBoxA", reinterpret_cast<void*>(&NoteBox));
     shownByWindows.clear();
-    session->Click(EntryOf(session, session.FirstWindow(), info));
+    session.host.Click(EntryOf(session, session.FirstWindow(), info));
     const std::string text = std::string(infoText[0]) + "\r" + infoText[1] + "\r" + infoText[2];
     CHECK(shownByWindows == Lines{text});
 }
-TEST_CASE("the options entry opens one dialog in front of all windows, and a second click the same one") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        User user("Cancel");
-        user.beforeAnswer = [&](const User::Box& box) {
-            // Another click while it is open comes back at once, and no second dialog is there.
-            session->Click(EntryOf(session, session.FirstWindow(), options));
-            CHECK(ShownDialogs() == std::vector<HWND>{box.window});
-        };
-        for (int round = 0; round < 2; ++round) session->Click(EntryOf(session, session.FirstWindow(), options));
-        REQUIRE(user.boxes.size() == 2);
-        for (const User::Box& box : user.boxes) {
-            CHECK(box.title == "Corvella Add-In Options");
-            CHECK(box.topmost);
-        }
+
+IN_EVERY_VERSION("the options entry opens one dialog in front of all windows, and a second click the same one") {
+    Session session({.version = version});
+    session.host.Start();
+    User user("Cancel");
+    user.beforeAnswer = [&](const User::Box& box) {
+        // Another click while it is open comes back at once, and no second dialog is there.
+        session.host.Click(EntryOf(session, session.FirstWindow(), options));
+        CHECK(ShownDialogs() == std::vector<HWND>{box.window});
+    };
+    for (int round = 0; round < 2; ++round) session.host.Click(EntryOf(session, session.FirstWindow(), options));
+    REQUIRE(user.boxes.size() == 2);
+    for (const User::Box& box : user.boxes) {
+        CHECK(box.title == "Corvella Add-In Options");
+        CHECK(box.topmost);
     }
 }
-TEST_CASE("the log file entry opens Corvella's log in Notepad") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        const LogFile log(true);
-        TempFolder folder;
-        const Recorder notepad(folder, "notepad.exe");
-        const CurrentFolder current(folder);
-        Session session({.version = version});
-        session->Start();
-        session->OpenExplorer();  // whose entries hear the click too
-        session->Click(EntryOf(session, session.FirstWindow(), logFile));
-        CHECK(notepad.Starts(1) == Lines{"1 notepad " + LogFile::Path()});
-        CHECK(notepad.StartsAfter(200).size() == 1);
-    }
+
+IN_EVERY_VERSION("the log file entry opens Corvella's log in Notepad") {
+    const LogFile log(true);
+    TempFolder folder;
+    const Recorder notepad(folder, "notepad.exe");
+    const CurrentFolder current(folder);
+    Session session({.version = version});
+    session.host.Start();
+    session.host.OpenExplorer();  // whose entries hear the click too
+    session.host.Click(EntryOf(session, session.FirstWindow(), logFile));
+    CHECK(notepad.Starts(1) == Lines{"1 notepad " + LogFile::Path()});
+    CHECK(notepad.StartsAfter(200).size() == 1);
 }
-TEST_CASE("without a log file its entry starts nothing") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        const LogFile log(false);
-        TempFolder folder;
-        const Recorder notepad(folder, "notepad.exe");
-        const CurrentFolder current(folder);
-        Session session({.version = version});
-        session->Start();
-        User user("Escape");
-        session->Click(EntryOf(session, session.FirstWindow(), logFile));
-        CHECK(notepad.StartsAfter(300).empty());
-        CHECK(user.boxes.empty());
-    }
+
+IN_EVERY_VERSION("without a log file its entry starts nothing") {
+    const LogFile log(false);
+    TempFolder folder;
+    const Recorder notepad(folder, "notepad.exe");
+    const CurrentFolder current(folder);
+    Session session({.version = version});
+    session.host.Start();
+    User user("Escape");
+    session.host.Click(EntryOf(session, session.FirstWindow(), logFile));
+    CHECK(notepad.StartsAfter(300).empty());
+    CHECK(user.boxes.empty());
 }
+
 TEST_CASE("a program that is not in front gets no keys, and neither does the host") {
     const LogFile log(true);
     TempFolder folder;
     const Recorder notepad(folder, "notepad.exe");  // which shows no window
     const CurrentFolder current(folder);
     Session session({.version = 11});
-    session->Start();
+    session.host.Start();
     const Noted noted("keybd_event", reinterpret_cast<void*>(&NoteKey));
     keysSent.clear();
-    session->Click(EntryOf(session, session.FirstWindow(), logFile));
+    session.host.Click(EntryOf(session, session.FirstWindow(), logFile));
     CHECK(keysSent.empty());
 }
+
 TEST_CASE("Notepad shows the end of the log") {
     const LogFile log(true);
     Session session({.version = 11});
-    session->Start();
-    session->Click(EntryOf(session, session.FirstWindow(), logFile));
+    session.host.Start();
+    session.host.Click(EntryOf(session, session.FirstWindow(), logFile));
     HWND window = nullptr;
     REQUIRE(PumpUntil(5000, [&] { return (window = FindWindowA("Notepad", nullptr)) != nullptr; }));
     const HWND text = FindWindowExA(window, nullptr, nullptr, nullptr);

@@ -3,6 +3,7 @@
 
 #include "e2e/Session.h"
 #include "testing/HandleCount.h"
+#include "testing/Versions.h"
 
 using e2e::Session;
 
@@ -18,8 +19,8 @@ struct Held {
 
 Held HeldNow(Session& session) {
     e2e::Pump(0);
-    return {handles::GdiObjects(), handles::UserObjects(), handles::KernelHandles(), session->References(),
-            session->Advises()};
+    return {handles::GdiObjects(), handles::UserObjects(), handles::KernelHandles(), session.host.References(),
+            session.host.Advises()};
 }
 
 void CheckNotMore(const Held& now, const Held& before) {
@@ -37,69 +38,61 @@ constexpr int versions[] = {10, 11};
 
 }  // namespace
 
-TEST_CASE("a thousand connections leave no more held than the tenth") {
-    for (const int version : versions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        Held before;
-        for (int round = 1; round <= rounds; ++round) {
-            REQUIRE(session->UnloadAddIn(e2e::progId));
-            REQUIRE(session->LoadAddIn(e2e::progId));
-            if (round == settled) before = HeldNow(session);
-        }
-        CheckNotMore(HeldNow(session), before);
+IN_VERSIONS("a thousand connections leave no more held than the tenth", versions) {
+    Session session({.version = version});
+    session.host.Start();
+    Held before;
+    for (int round = 1; round <= rounds; ++round) {
+        REQUIRE(session.host.UnloadAddIn(e2e::progId));
+        REQUIRE(session.host.LoadAddIn(e2e::progId));
+        if (round == settled) before = HeldNow(session);
     }
+    CheckNotMore(HeldNow(session), before);
 }
-TEST_CASE("a thousand item windows leave no more held than the tenth") {
-    for (const int version : versions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const standin::Item contact = session->AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
-        Held before;
-        for (int round = 1; round <= rounds; ++round) {
-            session->CloseWindow(session->OpenInspector(contact));
-            if (round == settled) before = HeldNow(session);
-        }
-        CheckNotMore(HeldNow(session), before);
+
+IN_VERSIONS("a thousand item windows leave no more held than the tenth", versions) {
+    Session session({.version = version});
+    session.host.Start();
+    const standin::Item contact = session.host.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
+    Held before;
+    for (int round = 1; round <= rounds; ++round) {
+        session.host.CloseWindow(session.host.OpenInspector(contact));
+        if (round == settled) before = HeldNow(session);
     }
+    CheckNotMore(HeldNow(session), before);
 }
-TEST_CASE("two hundred Explorers, opened and closed with their menus and buttons, leave no more held than the tenth") {
+
+IN_EVERY_VERSION(
+    "two hundred Explorers, opened and closed with their menus and buttons, leave no more held than the tenth") {
     constexpr int explorers = 200;
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const standin::Item ann = session->AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
-        Held before;
-        for (int round = 1; round <= explorers; ++round) {
-            const standin::Window window = session->OpenExplorer();
-            REQUIRE(session.Entries(window).size() == (version < 10 ? 0 : 9));
-            session->SwitchFolder(window, standin::FolderKind::Contacts);
-            session->Select(window, {ann});
-            REQUIRE(session.OwnControls(window, "107").size() == 1);
-            session->CloseWindow(window);
-            if (round == settled) before = HeldNow(session);
-        }
-        CheckNotMore(HeldNow(session), before);
-        CHECK(session.Entries(session.FirstWindow()).size() == 9);
+    Session session({.version = version});
+    session.host.Start();
+    const standin::Item ann = session.host.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
+    Held before;
+    for (int round = 1; round <= explorers; ++round) {
+        const standin::Window window = session.host.OpenExplorer();
+        REQUIRE(session.Entries(window).size() == (version < 10 ? 0 : 9));
+        session.host.SwitchFolder(window, standin::FolderKind::Contacts);
+        session.host.Select(window, {ann});
+        REQUIRE(session.OwnControls(window, "107").size() == 1);
+        session.host.CloseWindow(window);
+        if (round == settled) before = HeldNow(session);
     }
+    CheckNotMore(HeldNow(session), before);
+    CHECK(session.Entries(session.FirstWindow()).size() == 9);
 }
-TEST_CASE("fifty Explorers open at once have a menu each, and closing them leaves what was held before") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        session->CloseWindow(session->OpenExplorer());
-        const Held before = HeldNow(session);
-        std::vector<standin::Window> windows;
-        for (int number = 0; number < 50; ++number) windows.push_back(session->OpenExplorer());
-        for (const standin::Window window : windows) {
-            CHECK(session.Popups(window).size() == (version < 10 ? 0 : 1));
-            CHECK(session.OwnControls(window, "103").size() == (version < 10 ? 0 : 1));
-        }
-        for (const standin::Window window : windows) session->CloseWindow(window);
-        CheckNotMore(HeldNow(session), before);
+
+IN_EVERY_VERSION("fifty Explorers open at once have a menu each, and closing them leaves what was held before") {
+    Session session({.version = version});
+    session.host.Start();
+    session.host.CloseWindow(session.host.OpenExplorer());
+    const Held before = HeldNow(session);
+    std::vector<standin::Window> windows;
+    for (int number = 0; number < 50; ++number) windows.push_back(session.host.OpenExplorer());
+    for (const standin::Window window : windows) {
+        CHECK(session.Popups(window).size() == (version < 10 ? 0 : 1));
+        CHECK(session.OwnControls(window, "103").size() == (version < 10 ? 0 : 1));
     }
+    for (const standin::Window window : windows) session.host.CloseWindow(window);
+    CheckNotMore(HeldNow(session), before);
 }

@@ -466,11 +466,13 @@ TEST_CASE("the process that rewrites a file" * doctest::skip()) {
     Other::Ready();
     for (const std::string file = Other::Told("CV_OTHER_FILE");;) Put(file, settings);
 }
+
 TEST_CASE("the process that holds the clipboard" * doctest::skip()) {
     while (!OpenClipboard(nullptr)) Sleep(5);
     Other::Ready();
     Sleep(600000);
 }
+
 TEST_CASE("in every environment the menu is there, a contact is sent, the options open, and nothing is held or lost") {
     for (const Environment& environment : environments) {
         SUBCASE(environment.name) {

@@ -12,6 +12,7 @@
 #include "e2e/Session.h"
 #include "e2e/User.h"
 #include "testing/ImportPatch.h"
+#include "testing/Versions.h"
 
 using e2e::Session;
 using e2e::User;
@@ -93,7 +94,7 @@ struct Held {
     }
 };
 
-Held HeldBy(Session& session) { return {session->References(), session->Advises()}; }
+Held HeldBy(Session& session) { return {session.host.References(), session.host.Advises()}; }
 
 HRESULT CanUnload(HMODULE library) {
     const auto ask = reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(GetProcAddress(library, "DllCanUnloadNow"));
@@ -104,101 +105,97 @@ HRESULT CanUnload(HMODULE library) {
 
 }  // namespace
 
-TEST_CASE("a disconnection that arrives while the add-in is being connected leaves nothing behind") {
+IN_EVERY_VERSION("a disconnection that arrives while the add-in is being connected leaves nothing behind") {
     const HMODULE library = LoadedLibrary();
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        const int played = AtEveryCall(23, [&](int number) {
-            Session session({.version = version});
-            Meanwhile meanwhile(library);
-            meanwhile.At(number, [&] { session->UnloadAddIn(e2e::progId); });
-            session->Start();
-            if (!meanwhile.Happened()) return false;
-            CHECK(session->References() == 0);
-            CHECK(session->Advises() == 0);
-            CHECK_FALSE(IsActive());
-            for (const Window window : session->Windows()) {
-                CHECK(session.Popups(window).empty());
-                CHECK(session.OwnControls(window).empty());
-            }
-            return true;
-        });
-        CHECK(played > 5);
-    }
+    const int played = AtEveryCall(23, [&](int number) {
+        Session session({.version = version});
+        Meanwhile meanwhile(library);
+        meanwhile.At(number, [&] { session.host.UnloadAddIn(e2e::progId); });
+        session.host.Start();
+        if (!meanwhile.Happened()) return false;
+        CHECK(session.host.References() == 0);
+        CHECK(session.host.Advises() == 0);
+        CHECK_FALSE(IsActive());
+        for (const Window window : session.host.Windows()) {
+            CHECK(session.Popups(window).empty());
+            CHECK(session.OwnControls(window).empty());
+        }
+        return true;
+    });
+    CHECK(played > 5);
     FreeLibrary(library);
 }
-TEST_CASE("an Explorer that opens while the add-in is being connected is served once") {
+
+IN_EVERY_VERSION("an Explorer that opens while the add-in is being connected is served once") {
     const HMODULE library = LoadedLibrary();
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        const auto heldAfter = [&](Session& session) {
-            for (const Window window : session->Windows()) {
-                session->Deactivate(window);
-                session->Activate(window);
-            }
-            return HeldBy(session);
-        };
-        Session later({.version = version});
-        later->Start();
-        later->OpenExplorer();
-        const Held expected = heldAfter(later);
-        AtEveryCall(29, [&](int number) {
-            Session session({.version = version});
-            Meanwhile meanwhile(library);
-            meanwhile.At(number, [&] { session->OpenExplorer(); });
-            session->Start();
-            if (!meanwhile.Happened()) return false;
-            const Held held = heldAfter(session);
-            if (version >= 10) CHECK(held == expected);
-            std::size_t popups = 0;
-            for (const Window window : session->Windows()) popups += session.Popups(window).size();
-            CHECK(popups == (version >= 10 ? 2u : 1u));  // in Outlook 2000 the active one alone has it
-            CHECK(session->Quit() == standin::Ending::AddInsTold);
-            CHECK(session->References() == 0);
-            return true;
-        });
-    }
+    const auto heldAfter = [&](Session& session) {
+        for (const Window window : session.host.Windows()) {
+            session.host.Deactivate(window);
+            session.host.Activate(window);
+        }
+        return HeldBy(session);
+    };
+    Session later({.version = version});
+    later.host.Start();
+    later.host.OpenExplorer();
+    const Held expected = heldAfter(later);
+    AtEveryCall(29, [&](int number) {
+        Session session({.version = version});
+        Meanwhile meanwhile(library);
+        meanwhile.At(number, [&] { session.host.OpenExplorer(); });
+        session.host.Start();
+        if (!meanwhile.Happened()) return false;
+        const Held held = heldAfter(session);
+        if (version >= 10) CHECK(held == expected);
+        std::size_t popups = 0;
+        for (const Window window : session.host.Windows()) popups += session.Popups(window).size();
+        CHECK(popups == (version >= 10 ? 2u : 1u));  // in Outlook 2000 the active one alone has it
+        CHECK(session.host.Quit() == standin::Ending::AddInsTold);
+        CHECK(session.host.References() == 0);
+        return true;
+    });
     FreeLibrary(library);
 }
-TEST_CASE("an item window that opens while the add-in is being connected has one button, and its click is heard once") {
+
+IN_EVERY_VERSION(
+    "an item window that opens while the add-in is being connected has one button, and its click is heard once") {
     const HMODULE library = LoadedLibrary();
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session later({.version = version});
-        later->Start();
-        later.OpenNew(ItemClass::Contact);
-        const Held expected = HeldBy(later);
-        AtEveryCall(29, [&](int number) {
-            Session session({.version = version});
-            Window contact;
-            Meanwhile meanwhile(library);
-            meanwhile.At(number, [&] { contact = session.OpenNew(ItemClass::Contact); });
-            session->Start();
-            if (!meanwhile.Happened()) return false;
-            CHECK(session.OwnControls(contact).size() == 1);
-            CHECK(HeldBy(session) == expected);
-            CHECK(session->Click(session.SendButton(contact)).sinks == 1);
-            CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").size() == 141);
-            return true;
-        });
-    }
+    Session later({.version = version});
+    later.host.Start();
+    later.OpenNew(ItemClass::Contact);
+    const Held expected = HeldBy(later);
+    AtEveryCall(29, [&](int number) {
+        Session session({.version = version});
+        Window contact;
+        Meanwhile meanwhile(library);
+        meanwhile.At(number, [&] { contact = session.OpenNew(ItemClass::Contact); });
+        session.host.Start();
+        if (!meanwhile.Happened()) return false;
+        CHECK(session.OwnControls(contact).size() == 1);
+        CHECK(HeldBy(session) == expected);
+        CHECK(session.host.Click(session.SendButton(contact)).sinks == 1);
+        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").size() == 141);
+        return true;
+    });
     FreeLibrary(library);
 }
+
 TEST_CASE("in Outlook 2000 an Explorer that was open before the add-in came is followed, as one that opens later") {
     Session session({.version = 9});
-    session->Start();
-    REQUIRE(session->UnloadAddIn(e2e::progId));
+    session.host.Start();
+    REQUIRE(session.host.UnloadAddIn(e2e::progId));
     const Window first = session.FirstWindow();
-    const Window second = session->OpenExplorer();
-    REQUIRE(session->LoadAddIn(e2e::progId));  // the second one is active and gets the menu
+    const Window second = session.host.OpenExplorer();
+    REQUIRE(session.host.LoadAddIn(e2e::progId));  // the second one is active and gets the menu
     CHECK(session.Popups(second).size() == 1);
-    session->SwitchFolder(first, FolderKind::Contacts);
+    session.host.SwitchFolder(first, FolderKind::Contacts);
     CHECK(session.OwnControls(first, "107").size() == 1);
-    session->CloseWindow(second);
-    session->CloseWindow(first);
-    CHECK(session->HowItEnded() == standin::Ending::AddInsTold);
-    CHECK(session->References() == 0);
+    session.host.CloseWindow(second);
+    session.host.CloseWindow(first);
+    CHECK(session.host.HowItEnded() == standin::Ending::AddInsTold);
+    CHECK(session.host.References() == 0);
 }
+
 TEST_CASE("when the collections can be connected only once, windows that open later are followed all the same") {
     const HMODULE library = LoadedLibrary();
     const std::pair<const char*, const char*> refused[] = {
@@ -214,44 +211,46 @@ TEST_CASE("when the collections can be connected only once, windows that open la
             Session session({.version = version});
             Meanwhile meanwhile(library);
             // Application, Explorers and Inspectors are connected; what comes next is their second attachment.
-            meanwhile.Once([&] { return session->Advises() == 3; },
+            meanwhile.Once([&] { return session.host.Advises() == 3; },
                            [&] {
-                               session->FailMember(explorers, Fault::Fails(E_FAIL), 1);
-                               session->FailMember(inspectors, Fault::Fails(E_FAIL), 1);
+                               session.host.FailMember(explorers, Fault::Fails(E_FAIL), 1);
+                               session.host.FailMember(inspectors, Fault::Fails(E_FAIL), 1);
                            });
-            session->Start();
+            session.host.Start();
             REQUIRE(meanwhile.Happened());
-            CHECK(session->FaultsHit() == 2);
+            CHECK(session.host.FaultsHit() == 2);
             CHECK(session.SendButton(session.OpenNew(ItemClass::Contact)));
-            CHECK(session.Popups(session->OpenExplorer()).size() == 1);
+            CHECK(session.Popups(session.host.OpenExplorer()).size() == 1);
         }
     }
     FreeLibrary(library);
 }
+
 TEST_CASE("the library stays loaded while the host has a sink of it that it would not let go") {
     const HMODULE library = LoadedLibrary();
     {
         Session session({.version = 11});
-        session->Start();
-        session->FailMember("Explorers.Unadvise", Fault::Refused(E_FAIL), 1);
-        CHECK(session->UnloadAddIn(e2e::progId));
-        REQUIRE(session->Advises() == 1);
+        session.host.Start();
+        session.host.FailMember("Explorers.Unadvise", Fault::Refused(E_FAIL), 1);
+        CHECK(session.host.UnloadAddIn(e2e::progId));
+        REQUIRE(session.host.Advises() == 1);
         CHECK(CanUnload(library) == S_FALSE);
     }
     CHECK(CanUnload(library) == S_OK);
     FreeLibrary(library);
 }
+
 TEST_CASE("the library stays loaded while a dialog of it is open") {
     const HMODULE library = LoadedLibrary();
     Session session({.version = 11});
-    session->Start();
+    session.host.Start();
     HRESULT duringDialog = S_OK;
     User user("Cancel");
     user.beforeAnswer = [&](const User::Box&) {
-        session->UnloadAddIn(e2e::progId);
+        session.host.UnloadAddIn(e2e::progId);
         duringDialog = CanUnload(library);
     };
-    session->Click(session.Entries(session.FirstWindow()).at(6));
+    session.host.Click(session.Entries(session.FirstWindow()).at(6));
     CHECK(user.boxes.size() == 1);
     CHECK(duringDialog == S_FALSE);
     CHECK(CanUnload(library) == S_OK);

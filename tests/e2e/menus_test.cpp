@@ -7,6 +7,7 @@
 
 #include "e2e/Session.h"
 #include "testing/TempFolder.h"
+#include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
 using e2e::Session;
@@ -51,7 +52,7 @@ class Language {
 
     void Start(Session& session) const {
         e2e::WriteValue("Software\\Quillmark\\Corvella", "IniFiles", folder_.Path());
-        session->Start();
+        session.host.Start();
     }
 
   private:
@@ -121,7 +122,7 @@ standin::Pixels WithBackground(standin::Pixels face, int systemColour) {
 }
 
 client::Object MenuBarControls(Session& session) {
-    const client::Object application(session->Application());
+    const client::Object application(session.host.Application());
     const client::Object explorer = client::Call(application, "ActiveExplorer").AsObject();
     const client::Object bars = client::Get(explorer, "CommandBars").AsObject();
     const client::Object bar = client::Get(bars, "Item", {"Menu Bar"}).AsObject();
@@ -150,119 +151,108 @@ std::size_t CountOf(const std::vector<ControlView>& controls, const char* captio
 
 }  // namespace
 
-TEST_CASE("the nine entries have their captions, order, groups, faces and marks in every version") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const std::vector<ControlView> found = session.Entries(session.FirstWindow());
-        REQUIRE(found.size() == std::size(entries));
-        for (std::size_t number = 0; number < found.size(); ++number) {
-            const Entry& entry = entries[number];
-            CAPTURE(entry.key);
-            CHECK(found[number].caption == entry.caption);
-            CHECK(found[number].type == 1);
-            CHECK(found[number].id == 1);
-            CHECK(found[number].style == 3);
-            CHECK(found[number].oleUsage == 3);
-            CHECK(found[number].beginGroup == entry.beginsGroup);
-            CHECK(found[number].parameter == "CVOutlookAddIn.Main");
-            CHECK(found[number].onAction == e2e::OwnOnAction());
-            CHECK(found[number].tag.empty());
-            CHECK(found[number].temporary);
-            CHECK(found[number].visible);
-            CHECK(found[number].enabled);
-            const bool pasted = version < 11;
-            CHECK(found[number].hasFace == (pasted && entry.picture != 0));
-            CHECK(found[number].hasPicture == (!pasted && entry.picture != 0));
-            CHECK(found[number].hasMask == (!pasted && entry.picture != 0));
-        }
+IN_EVERY_VERSION("the nine entries have their captions, order, groups, faces and marks in every version") {
+    Session session({.version = version});
+    session.host.Start();
+    const std::vector<ControlView> found = session.Entries(session.FirstWindow());
+    REQUIRE(found.size() == std::size(entries));
+    for (std::size_t number = 0; number < found.size(); ++number) {
+        const Entry& entry = entries[number];
+        CAPTURE(entry.key);
+        CHECK(found[number].caption == entry.caption);
+        CHECK(found[number].type == 1);
+        CHECK(found[number].id == 1);
+        CHECK(found[number].style == 3);
+        CHECK(found[number].oleUsage == 3);
+        CHECK(found[number].beginGroup == entry.beginsGroup);
+        CHECK(found[number].parameter == "CVOutlookAddIn.Main");
+        CHECK(found[number].onAction == e2e::OwnOnAction());
+        CHECK(found[number].tag.empty());
+        CHECK(found[number].temporary);
+        CHECK(found[number].visible);
+        CHECK(found[number].enabled);
+        const bool pasted = version < 11;
+        CHECK(found[number].hasFace == (pasted && entry.picture != 0));
+        CHECK(found[number].hasPicture == (!pasted && entry.picture != 0));
+        CHECK(found[number].hasMask == (!pasted && entry.picture != 0));
     }
 }
-TEST_CASE("the settings entry has the host's face 65 below its own picture, and no other entry asks for a face") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Record();
-        session->Start();
-        std::vector<std::string> faces;
-        for (const std::string& line : session->Transcript()) {
-            const std::size_t put = line.find(".FaceId = ");
-            if (put == std::string::npos) continue;
-            faces.push_back(line.substr(line.find_first_not_of(' ')));
-        }
-        CHECK(std::count_if(faces.begin(), faces.end(), [](const std::string& line) {
-                  return line.find("FaceId = 65") != std::string::npos && line.find("Settings") != std::string::npos;
-              }) > 0);
-        for (const std::string& line : faces) {
-            CAPTURE(line);
-            const bool settings = line.find("Settings...") != std::string::npos;
-            const bool button = line.find("Synchronize") != std::string::npos;
-            CHECK((settings || button));
-            CHECK(line.ends_with(settings ? "= 65" : "= 0"));
-        }
+
+IN_EVERY_VERSION(
+    "the settings entry has the host's face 65 below its own picture, and no other entry asks for a face") {
+    Session session({.version = version});
+    session.host.Record();
+    session.host.Start();
+    std::vector<std::string> faces;
+    for (const std::string& line : session.host.Transcript()) {
+        const std::size_t put = line.find(".FaceId = ");
+        if (put == std::string::npos) continue;
+        faces.push_back(line.substr(line.find_first_not_of(' ')));
+    }
+    CHECK(std::count_if(faces.begin(), faces.end(), [](const std::string& line) {
+              return line.find("FaceId = 65") != std::string::npos && line.find("Settings") != std::string::npos;
+          }) > 0);
+    for (const std::string& line : faces) {
+        CAPTURE(line);
+        const bool settings = line.find("Settings...") != std::string::npos;
+        const bool button = line.find("Synchronize") != std::string::npos;
+        CHECK((settings || button));
+        CHECK(line.ends_with(settings ? "= 65" : "= 0"));
     }
 }
-TEST_CASE("each entry shows the picture of its own number, with its mask from Outlook 2003 on") {
+
+IN_EVERY_VERSION("each entry shows the picture of its own number, with its mask from Outlook 2003 on") {
     const DifferentColours colours;
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const std::vector<ControlView> found = session.Entries(session.FirstWindow());
-        REQUIRE(found.size() == std::size(entries));
-        for (std::size_t number = 0; number < found.size(); ++number) {
-            if (entries[number].picture == 0) continue;
-            CAPTURE(entries[number].key);
-            const standin::Pixels face = Resource(entries[number].picture);
-            if (version < 11) {
-                CHECK(session->FaceOf(found[number].instance).colours == WithBackground(face, COLOR_SCROLLBAR).colours);
-            } else {
-                CHECK(session->FaceOf(found[number].instance).colours == face.colours);
-                CHECK(session->MaskOf(found[number].instance).colours ==
-                      Resource(entries[number].picture + 100).colours);
-            }
+    Session session({.version = version});
+    session.host.Start();
+    const std::vector<ControlView> found = session.Entries(session.FirstWindow());
+    REQUIRE(found.size() == std::size(entries));
+    for (std::size_t number = 0; number < found.size(); ++number) {
+        if (entries[number].picture == 0) continue;
+        CAPTURE(entries[number].key);
+        const standin::Pixels face = Resource(entries[number].picture);
+        if (version < 11) {
+            CHECK(session.host.FaceOf(found[number].instance).colours == WithBackground(face, COLOR_SCROLLBAR).colours);
+        } else {
+            CHECK(session.host.FaceOf(found[number].instance).colours == face.colours);
+            CHECK(session.host.MaskOf(found[number].instance).colours ==
+                  Resource(entries[number].picture + 100).colours);
         }
     }
 }
-TEST_CASE("the synchronise button shows the same picture as its entry, on the menu colour where it is pasted") {
+
+IN_EVERY_VERSION("the synchronise button shows the same picture as its entry, on the menu colour where it is pasted") {
     const DifferentColours colours;
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const std::vector<ControlView> buttons = session.OwnControls(session.FirstWindow(), "103");
-        REQUIRE(buttons.size() == 1);
-        const ControlView& button = buttons.front();
-        const standin::Pixels face = Resource(103);
-        const standin::Pixels expected = version < 11 ? WithBackground(face, COLOR_MENU) : face;
-        CHECK(session->FaceOf(button.instance).colours == expected.colours);
-        CHECK(button.caption == "Synchronize");
-        CHECK(button.style == 3);
-        CHECK(button.beginGroup);
-        CHECK(button.parameter == "CVOutlookAddIn.Main.Main");
-        CHECK(button.oleUsage == 3);
-        CHECK(button.temporary);
-        CHECK(button.visible);
-        CHECK(button.index == static_cast<int>(session->Controls(session.FirstWindow(), "Standard").size()));
-    }
+    Session session({.version = version});
+    session.host.Start();
+    const std::vector<ControlView> buttons = session.OwnControls(session.FirstWindow(), "103");
+    REQUIRE(buttons.size() == 1);
+    const ControlView& button = buttons.front();
+    const standin::Pixels face = Resource(103);
+    const standin::Pixels expected = version < 11 ? WithBackground(face, COLOR_MENU) : face;
+    CHECK(session.host.FaceOf(button.instance).colours == expected.colours);
+    CHECK(button.caption == "Synchronize");
+    CHECK(button.style == 3);
+    CHECK(button.beginGroup);
+    CHECK(button.parameter == "CVOutlookAddIn.Main.Main");
+    CHECK(button.oleUsage == 3);
+    CHECK(button.temporary);
+    CHECK(button.visible);
+    CHECK(button.index == static_cast<int>(session.host.Controls(session.FirstWindow(), "Standard").size()));
 }
-TEST_CASE("a language file without the texts of four entries leaves these without caption, and has the others") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        const std::vector<std::string> captions = CaptionsWith(
-            "[OutlookAddIn]\r\nmEditor=Ed\r\nmSync=Sy\r\nmNewSMS=Ne\r\nmSettings=Se\r\nmAbout=Ab\r\n", version);
-        CHECK(captions == std::vector<std::string>{"Ed", "Sy", "", "", "Ne", "Se", "", "", "Ab"});
-    }
+
+IN_EVERY_VERSION("a language file without the texts of four entries leaves these without caption, and has the others") {
+    const std::vector<std::string> captions = CaptionsWith(
+        "[OutlookAddIn]\r\nmEditor=Ed\r\nmSync=Sy\r\nmNewSMS=Ne\r\nmSettings=Se\r\nmAbout=Ab\r\n", version);
+    CHECK(captions == std::vector<std::string>{"Ed", "Sy", "", "", "Ne", "Se", "", "", "Ab"});
 }
-TEST_CASE("a language file without any text leaves each entry its own English caption, where it has one") {
+
+IN_EVERY_VERSION("a language file without any text leaves each entry its own English caption, where it has one") {
     std::vector<std::string> expected;
     for (const Entry& entry : entries) expected.emplace_back(entry.otherwise);
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        CHECK(CaptionsWith("[Info]\r\nLanguage=None\r\n", version) == expected);
-    }
+    CHECK(CaptionsWith("[Info]\r\nLanguage=None\r\n", version) == expected);
 }
+
 TEST_CASE("each of the four captions is left out alone, and the log file's never stands at the options") {
     for (const char* missing : {"mSync0", "mSync1", "mOptions", "mLogFile"}) {
         CAPTURE(missing);
@@ -276,199 +266,185 @@ TEST_CASE("each of the four captions is left out alone, and the log file's never
         CHECK(CaptionsWith(text, 11) == expected);
     }
 }
-TEST_CASE("the popup stands just before the last control of the menu bar, however many there are") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const Window window = session.FirstWindow();
-        for (const std::size_t others : {std::size_t{7}, std::size_t{8}}) {
-            session->UnloadAddIn(e2e::progId);
-            if (others == 8) session->AddCustomButton(window, "Menu Bar", "The user's own", "");
-            REQUIRE(session->Controls(window, "Menu Bar").size() == others);
-            session->LoadAddIn(e2e::progId);
-            const std::vector<ControlView> controls = session->Controls(window, "Menu Bar");
-            REQUIRE(controls.size() == others + 1);
-            CHECK(controls.at(others - 1).caption == "C&orvella");
-            CHECK(controls.at(others - 1).index == static_cast<int>(others));
-        }
+
+IN_EVERY_VERSION("the popup stands just before the last control of the menu bar, however many there are") {
+    Session session({.version = version});
+    session.host.Start();
+    const Window window = session.FirstWindow();
+    for (const std::size_t others : {std::size_t{7}, std::size_t{8}}) {
+        session.host.UnloadAddIn(e2e::progId);
+        if (others == 8) session.host.AddCustomButton(window, "Menu Bar", "The user's own", "");
+        REQUIRE(session.host.Controls(window, "Menu Bar").size() == others);
+        session.host.LoadAddIn(e2e::progId);
+        const std::vector<ControlView> controls = session.host.Controls(window, "Menu Bar");
+        REQUIRE(controls.size() == others + 1);
+        CHECK(controls.at(others - 1).caption == "C&orvella");
+        CHECK(controls.at(others - 1).index == static_cast<int>(others));
     }
 }
-TEST_CASE("a popup that an earlier run left in the user's bars is deleted and rebuilt, never duplicated") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        std::shared_ptr<standin::SavedBars> bars;
-        {
-            Session earlier({.version = version});
-            earlier->Start();
-            earlier->UnloadAddIn(e2e::progId);
-            LeavePopup(earlier, {"CVOutlookAddIn.Main", "CVOutlookAddIn.Main"});
-            earlier->Quit();
-            bars = earlier->Saved();
-        }
-        Session session({.version = version, .savedBars = bars});
-        session->Start();
-        for (const Window window : {session.FirstWindow(), session->OpenExplorer()}) {
-            if (version == 9 && window != session.FirstWindow()) continue;  // it gets no menu, and keeps the old one
-            REQUIRE(session.Popups(window).size() == 1);
-            const std::vector<ControlView> found = session.Entries(window);
-            CHECK(found.size() == std::size(entries));
-            CHECK(CountOf(found, "Old entry") == 0);
-            CHECK(session.Popups(window).front().temporary);
-        }
+
+IN_EVERY_VERSION("a popup that an earlier run left in the user's bars is deleted and rebuilt, never duplicated") {
+    std::shared_ptr<standin::SavedBars> bars;
+    {
+        Session earlier({.version = version});
+        earlier.host.Start();
+        earlier.host.UnloadAddIn(e2e::progId);
+        LeavePopup(earlier, {"CVOutlookAddIn.Main", "CVOutlookAddIn.Main"});
+        earlier.host.Quit();
+        bars = earlier.host.Saved();
+    }
+    Session session({.version = version, .savedBars = bars});
+    session.host.Start();
+    for (const Window window : {session.FirstWindow(), session.host.OpenExplorer()}) {
+        if (version == 9 && window != session.FirstWindow()) continue;  // it gets no menu, and keeps the old one
+        REQUIRE(session.Popups(window).size() == 1);
+        const std::vector<ControlView> found = session.Entries(window);
+        CHECK(found.size() == std::size(entries));
+        CHECK(CountOf(found, "Old entry") == 0);
+        CHECK(session.Popups(window).front().temporary);
     }
 }
-TEST_CASE("a popup of an earlier run that cannot be deleted is used on, and entries that it has are not added again") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        session->UnloadAddIn(e2e::progId);
-        LeavePopup(session, {"Something", "Any.Main"});
-        session->FailMember("CommandBarPopup.Delete", standin::Fault::Fails(E_FAIL));
-        session->LoadAddIn(e2e::progId);
-        CHECK(session.Entries(session.FirstWindow()).size() == 2);
-        CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);  // made on every call
-    }
+
+IN_EVERY_VERSION(
+    "a popup of an earlier run that cannot be deleted is used on, and entries that it has are not added again") {
+    Session session({.version = version});
+    session.host.Start();
+    session.host.UnloadAddIn(e2e::progId);
+    LeavePopup(session, {"Something", "Any.Main"});
+    session.host.FailMember("CommandBarPopup.Delete", standin::Fault::Fails(E_FAIL));
+    session.host.LoadAddIn(e2e::progId);
+    CHECK(session.Entries(session.FirstWindow()).size() == 2);
+    CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);  // made on every call
 }
+
 TEST_CASE("a popup that cannot be deleted and has no entries of ours gets them") {
     for (const char* parameter : {"Main", "Any.main", "Any.Main.", ".Mai"}) {
         CAPTURE(parameter);
         Session session({.version = 11});
-        session->Start();
-        session->UnloadAddIn(e2e::progId);
+        session.host.Start();
+        session.host.UnloadAddIn(e2e::progId);
         LeavePopup(session, {parameter});
-        session->FailMember("CommandBarPopup.Delete", standin::Fault::Fails(E_FAIL));
-        session->LoadAddIn(e2e::progId);
+        session.host.FailMember("CommandBarPopup.Delete", standin::Fault::Fails(E_FAIL));
+        session.host.LoadAddIn(e2e::progId);
         CHECK(session.Entries(session.FirstWindow()).size() == 1 + std::size(entries));
     }
 }
-TEST_CASE("a menu whose caption only contains the product's name is left alone") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const Window window = session.FirstWindow();
-        session->UnloadAddIn(e2e::progId);
-        for (const char* caption : {"Corvella 2", "corvella", "My Corvella"}) {
-            session->AddCustomButton(window, "Menu Bar", caption, "");
-        }
-        session->LoadAddIn(e2e::progId);
-        session->UnloadAddIn(e2e::progId);
-        const std::vector<ControlView> controls = session->Controls(window, "Menu Bar");
-        for (const char* caption : {"Corvella 2", "corvella", "My Corvella"}) CHECK(CountOf(controls, caption) == 1);
+
+IN_EVERY_VERSION("a menu whose caption only contains the product's name is left alone") {
+    Session session({.version = version});
+    session.host.Start();
+    const Window window = session.FirstWindow();
+    session.host.UnloadAddIn(e2e::progId);
+    for (const char* caption : {"Corvella 2", "corvella", "My Corvella"}) {
+        session.host.AddCustomButton(window, "Menu Bar", caption, "");
+    }
+    session.host.LoadAddIn(e2e::progId);
+    session.host.UnloadAddIn(e2e::progId);
+    const std::vector<ControlView> controls = session.host.Controls(window, "Menu Bar");
+    for (const char* caption : {"Corvella 2", "corvella", "My Corvella"}) CHECK(CountOf(controls, caption) == 1);
+}
+
+IN_EVERY_VERSION("loaded and unloaded three times in one session a window has one popup and one button, or none") {
+    Session session({.version = version});
+    session.host.Start();
+    const Window window = session.FirstWindow();
+    for (int round = 0; round < 3; ++round) {
+        CHECK(session.Entries(window).size() == std::size(entries));
+        CHECK(session.OwnControls(window, "103").size() == 1);
+        REQUIRE(session.host.UnloadAddIn(e2e::progId));
+        CHECK(session.Popups(window).empty());
+        CHECK(session.OwnControls(window).empty());
+        REQUIRE(session.host.LoadAddIn(e2e::progId));
     }
 }
-TEST_CASE("loaded and unloaded three times in one session a window has one popup and one button, or none") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const Window window = session.FirstWindow();
-        for (int round = 0; round < 3; ++round) {
-            CHECK(session.Entries(window).size() == std::size(entries));
-            CHECK(session.OwnControls(window, "103").size() == 1);
-            REQUIRE(session->UnloadAddIn(e2e::progId));
-            CHECK(session.Popups(window).empty());
-            CHECK(session.OwnControls(window).empty());
-            REQUIRE(session->LoadAddIn(e2e::progId));
-        }
-    }
+
+IN_EVERY_VERSION("removing the menus deletes an old synchronise button by its caption and mark, and no other control") {
+    Session session({.version = version});
+    session.host.Start();
+    const Window window = session.FirstWindow();
+    const auto add = [&](const char* caption, const char* onAction) {
+        return session.host.AddCustomButton(window, "Standard", caption, "", onAction).instance;
+    };
+    const int old = add("Synchronize", "MainSyncBoth");
+    const int otherCaption = add("Sync", "MainSyncBoth");
+    const int otherMark = add("Synchronize", "MainSync");
+    session.host.UnloadAddIn(e2e::progId);
+    CHECK_FALSE(session.host.Control(old));
+    CHECK(session.host.Control(otherCaption));
+    CHECK(session.host.Control(otherMark));
 }
-TEST_CASE("removing the menus deletes an old synchronise button by its caption and mark, and no other control") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        const Window window = session.FirstWindow();
-        const auto add = [&](const char* caption, const char* onAction) {
-            return session->AddCustomButton(window, "Standard", caption, "", onAction).instance;
-        };
-        const int old = add("Synchronize", "MainSyncBoth");
-        const int otherCaption = add("Sync", "MainSyncBoth");
-        const int otherMark = add("Synchronize", "MainSync");
-        session->UnloadAddIn(e2e::progId);
-        CHECK_FALSE(session->Control(old));
-        CHECK(session->Control(otherCaption));
-        CHECK(session->Control(otherMark));
+
+IN_EVERY_VERSION("removing the menus does not find the synchronise button: it goes with its window's wrapper, once") {
+    Session session({.version = version});
+    session.host.Start();
+    session.host.Record();
+    session.host.UnloadAddIn(e2e::progId);
+    std::size_t asked = 0;
+    std::size_t deleted = 0;
+    int deletions = 0;
+    const std::vector<std::string> lines = session.host.Transcript();
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        const bool button = lines[line].find("\"Synchronize\" of Explorer") != std::string::npos;
+        if (button && lines[line].find(".OnAction ->") != std::string::npos) asked = line;
+        if (!button || lines[line].find(".Delete") == std::string::npos) continue;
+        deleted = line;
+        ++deletions;
     }
+    CHECK(asked > 0);        // it was looked at
+    CHECK(deleted > asked);  // and let stand by that step
+    CHECK(deletions == 1);
 }
-TEST_CASE("removing the menus does not find the synchronise button: it goes with its window's wrapper, once") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->Start();
-        session->Record();
-        session->UnloadAddIn(e2e::progId);
-        std::size_t asked = 0;
-        std::size_t deleted = 0;
-        int deletions = 0;
-        const std::vector<std::string> lines = session->Transcript();
-        for (std::size_t line = 0; line < lines.size(); ++line) {
-            const bool button = lines[line].find("\"Synchronize\" of Explorer") != std::string::npos;
-            if (button && lines[line].find(".OnAction ->") != std::string::npos) asked = line;
-            if (!button || lines[line].find(".Delete") == std::string::npos) continue;
-            deleted = line;
-            ++deletions;
-        }
-        CHECK(asked > 0);        // it was looked at
-        CHECK(deleted > asked);  // and let stand by that step
-        CHECK(deletions == 1);
-    }
-}
+
 TEST_CASE("Outlook 2000: the menu stands in the Explorer that was active, and other windows get none") {
     Session session({.version = 9});
-    session->Start();
-    session->UnloadAddIn(e2e::progId);
+    session.host.Start();
+    session.host.UnloadAddIn(e2e::progId);
     const Window first = session.FirstWindow();
-    const Window second = session->OpenExplorer();
-    session->LoadAddIn(e2e::progId);
+    const Window second = session.host.OpenExplorer();
+    session.host.LoadAddIn(e2e::progId);
     CHECK(session.Popups(first).empty());
     CHECK(session.Entries(second).size() == std::size(entries));
-    const Window third = session->OpenExplorer();
-    session->Activate(first);
-    session->Activate(third);
+    const Window third = session.host.OpenExplorer();
+    session.host.Activate(first);
+    session.host.Activate(third);
     CHECK(session.Popups(first).empty());
     CHECK(session.Popups(third).empty());
     CHECK(session.OwnControls(third, "103").empty());
     CHECK(session.Popups(second).size() == 1);
 }
+
 TEST_CASE("Outlook 2000: a window that came later has the send-to-phone button, the first one has not") {
     Session session({.version = 9});
-    session->Start();
+    session.host.Start();
     const Window first = session.FirstWindow();
-    session->SwitchFolder(first, FolderKind::Contacts);
+    session.host.SwitchFolder(first, FolderKind::Contacts);
     CHECK(session.OwnControls(first, "107").empty());
-    const Window second = session->OpenExplorer();
-    session->SwitchFolder(second, FolderKind::Contacts);
+    const Window second = session.host.OpenExplorer();
+    session.host.SwitchFolder(second, FolderKind::Contacts);
     CHECK(session.OwnControls(second, "107").size() == 1);
-    session->SwitchFolder(second, FolderKind::Inbox);
+    session.host.SwitchFolder(second, FolderKind::Inbox);
     CHECK(session.OwnControls(second, "107").empty());
 }
-TEST_CASE("a later Outlook whose application tells no events gets its menus at once, like Outlook 2000") {
-    for (const int version : {10, 11, 12}) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->FailMember("Application.FindConnectionPoint", standin::Fault::Fails(E_FAIL));
-        session->Start();
-        const Window window = session.FirstWindow();
-        const std::vector<ControlView> before = session.Popups(window);
-        REQUIRE(before.size() == 1);
-        session->Deactivate(window);
-        session->Activate(window);
-        REQUIRE(session.Popups(window).size() == 1);
-        CHECK(session.Popups(window).front().instance == before.front().instance);
-        session->SwitchFolder(window, FolderKind::Contacts);
-        CHECK(session.OwnControls(window, "107").empty());
-        CHECK(session->Quit() == standin::Ending::AddInsTold);
-    }
+
+IN_VERSIONS("a later Outlook whose application tells no events gets its menus at once, like Outlook 2000", 10, 11, 12) {
+    Session session({.version = version});
+    session.host.FailMember("Application.FindConnectionPoint", standin::Fault::Fails(E_FAIL));
+    session.host.Start();
+    const Window window = session.FirstWindow();
+    const std::vector<ControlView> before = session.Popups(window);
+    REQUIRE(before.size() == 1);
+    session.host.Deactivate(window);
+    session.host.Activate(window);
+    REQUIRE(session.Popups(window).size() == 1);
+    CHECK(session.Popups(window).front().instance == before.front().instance);
+    session.host.SwitchFolder(window, FolderKind::Contacts);
+    CHECK(session.OwnControls(window, "107").empty());
+    CHECK(session.host.Quit() == standin::Ending::AddInsTold);
 }
-TEST_CASE("a popup that the host refuses does not keep the synchronise button away") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        Session session({.version = version});
-        session->FailMember("CommandBarControls.Add", standin::Fault::Fails(E_FAIL), 1);
-        session->Start();
-        CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);
-    }
+
+IN_EVERY_VERSION("a popup that the host refuses does not keep the synchronise button away") {
+    Session session({.version = version});
+    session.host.FailMember("CommandBarControls.Add", standin::Fault::Fails(E_FAIL), 1);
+    session.host.Start();
+    CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);
 }

@@ -50,7 +50,7 @@ class Start {
     // The boxes that came, each with its text; `button` is pressed on every one.
     std::vector<std::string> With(const std::string& button) {
         User user(button);
-        (*session_)->Start();
+        session_->host.Start();
         CHECK(e2e::ReadValue(e2e::addInKey, "Active") == "1");
         std::vector<std::string> read;
         for (const User::Box& box : user.boxes) {
@@ -60,7 +60,7 @@ class Start {
         }
         return read;
     }
-    Session& Host() { return *session_; }
+    Session& TheSession() { return *session_; }
 
     HWND owner = nullptr;
     bool ownerWaited = false;
@@ -115,11 +115,13 @@ TEST_CASE("after a clean end and without a mode nothing is asked") {
     CHECK(start.With("OK").empty());
     CHECK_FALSE(LogExists());
 }
+
 TEST_CASE("crashing host" * doctest::skip()) {  // the case below runs it in a process of its own
     Start start("", "");
     start.With("OK");
     TerminateProcess(GetCurrentProcess(), 3);
 }
+
 TEST_CASE("a crash of the host leaves the active mark behind, and the next start asks") {
     const std::string left = ActiveMarkAfterCrash();
     CHECK(left == "1");
@@ -130,17 +132,20 @@ TEST_CASE("a crash of the host leaves the active mark behind, and the next start
     CHECK(Holds(asked[0], "AddIn.dbg.xml"));
     CHECK_FALSE(LogExists());
 }
+
 TEST_CASE("OK after an unclean end switches the log on for this start") {
     Start start("1", "");
     CHECK(start.With("OK").size() == 1);
     CHECK(LogExists());
     CHECK_FALSE(e2e::ReadValue(e2e::addInKey, "DebugMode").has_value());
 }
+
 TEST_CASE("Escape after an unclean end leaves the log off") {
     Start start("1", "");
     CHECK(start.With("Escape").size() == 1);
     CHECK_FALSE(LogExists());
 }
+
 TEST_CASE("a mode that is on is asked about at every clean start, and Cancel leaves it on") {
     Start start("", "1");
     const std::vector<std::string> asked = start.With("Cancel");
@@ -149,18 +154,21 @@ TEST_CASE("a mode that is on is asked about at every clean start, and Cancel lea
     CHECK(LogExists());
     CHECK(e2e::ReadValue(e2e::addInKey, "DebugMode") == "1");
 }
+
 TEST_CASE("OK to the question about a mode that is on switches it off for good") {
     Start start("", "1");
     CHECK(start.With("OK").size() == 1);
     CHECK_FALSE(LogExists());
     CHECK_FALSE(e2e::ReadValue(e2e::addInKey, "DebugMode").has_value());
 }
+
 TEST_CASE("a host that was restarted on purpose is not asked about its unclean end") {
     const CommandLine line("\"x.exe\" restart");
     Start start("1", "");
     CHECK(start.With("OK").empty());
     CHECK_FALSE(LogExists());
 }
+
 TEST_CASE("a host that was restarted on purpose is asked about a mode that is on") {
     const CommandLine line("\"x.exe\" restart");
     Start start("1", "1");
@@ -168,6 +176,7 @@ TEST_CASE("a host that was restarted on purpose is asked about a mode that is on
     REQUIRE(asked.size() == 1);
     CHECK(Holds(asked[0], keepQuestion));
 }
+
 TEST_CASE("the question is asked in the host's window, which waits for it") {
     Start start("1", "");
     const HWND host = CreateWindowExA(0, "STATIC", "Outlook", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 400, 300,
@@ -179,12 +188,13 @@ TEST_CASE("the question is asked in the host's window, which waits for it") {
     CHECK(IsWindowEnabled(host));
     DestroyWindow(host);
 }
+
 TEST_CASE("settings that wait to be written are written, and read anew, whenever menu entries are made") {
     Start start("", "1");
     start.With("Cancel");
-    Session& host = start.Host();
+    Session& session = start.TheSession();
     const std::size_t before = ReadLog().size();
-    host->OpenExplorer();
+    session.host.OpenExplorer();
     const std::string log = ReadLog().substr(before);
     const std::size_t menus = log.find("SetMenus");
     REQUIRE(menus != std::string::npos);

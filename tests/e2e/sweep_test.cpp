@@ -20,6 +20,7 @@
 #include "testing/ImportPatch.h"
 #include "testing/MemoryClipboard.h"
 #include "testing/MemoryRegistry.h"
+#include "testing/Versions.h"
 
 using e2e::Session;
 using standin::Fault;
@@ -127,7 +128,7 @@ class World {
 // --- what a user does; a control that a fault has kept away is not clicked
 
 void ClickIfThere(Session& session, const standin::ControlView& control) {
-    if (control && session->Control(control.instance)) session->Click(control);
+    if (control && session.host.Control(control.instance)) session.host.Click(control);
 }
 
 // By their captions: where a fault kept one entry away, the others have moved up.
@@ -151,63 +152,63 @@ void SaveAndSend(Session& session, ItemClass kind) {
 void SendThreeContacts(Session& session, Window window) {
     std::vector<standin::Item> contacts;
     for (const char* name : {"Ann", "Bob", "Cec"}) {
-        contacts.push_back(session->AddItem(FolderKind::Contacts, {{"FullName", name}}));
+        contacts.push_back(session.host.AddItem(FolderKind::Contacts, {{"FullName", name}}));
     }
-    session->SwitchFolder(window, FolderKind::Contacts);
-    session->Select(window, contacts);
+    session.host.SwitchFolder(window, FolderKind::Contacts);
+    session.host.Select(window, contacts);
     ClickButtons(session, window, "107");
 }
 
 // --- the scenarios
 
 void SendContact(Session& session) {
-    session->Start();
+    session.host.Start();
     SaveAndSend(session, ItemClass::Contact);
-    session->Quit();
+    session.host.Quit();
 }
 
 void OpenAndCloseEverything(Session& session) {
-    session->Start();
+    session.host.Start();
     const Window task = session.OpenNew(ItemClass::Task);
     const Window mail = session.OpenNew(ItemClass::Mail);
-    const Window second = session->OpenExplorer(FolderKind::Contacts);
-    session->CloseWindow(session.FirstWindow());
-    for (const Window window : {second, task, mail}) session->CloseWindow(window, standin::SaveMode::Discard);
+    const Window second = session.host.OpenExplorer(FolderKind::Contacts);
+    session.host.CloseWindow(session.FirstWindow());
+    for (const Window window : {second, task, mail}) session.host.CloseWindow(window, standin::SaveMode::Discard);
 }
 
 void SwitchFolders(Session& session) {
-    session->Start();
-    const standin::Item ann = session->AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
+    session.host.Start();
+    const standin::Item ann = session.host.AddItem(FolderKind::Contacts, {{"FullName", "Ann"}});
     const Window window = session.FirstWindow();
-    session->SwitchFolder(window, FolderKind::Contacts);
-    session->Select(window, {ann});
+    session.host.SwitchFolder(window, FolderKind::Contacts);
+    session.host.Select(window, {ann});
     ClickButtons(session, window, "107");
-    session->SwitchFolder(window, FolderKind::Inbox);
-    session->Quit();
+    session.host.SwitchFolder(window, FolderKind::Inbox);
+    session.host.Quit();
 }
 
 void UnloadAndLoad(Session& session) {
-    session->Start();
-    session->UnloadAddIn(e2e::progId);
-    session->LoadAddIn(e2e::progId);
-    session->Quit();
+    session.host.Start();
+    session.host.UnloadAddIn(e2e::progId);
+    session.host.LoadAddIn(e2e::progId);
+    session.host.Quit();
 }
 
 void WorkingDay(Session& session) {
-    session->Start();
+    session.host.Start();
     const Window first = session.FirstWindow();
     SendThreeContacts(session, first);
     for (const ItemClass kind : {ItemClass::Contact, ItemClass::Task, ItemClass::Appointment}) {
         SaveAndSend(session, kind);
     }
     ClickButtons(session, first, "103");
-    const Window second = session->OpenExplorer();
+    const Window second = session.host.OpenExplorer();
     ClickEntries(session, second,  // not those that open a window of ours
                  {"Corvella &Editor", "S&ynchronize", "Synchronize &Contacts", "Synchronize Ca&lendar", "&New SMS",
                   "Se&ttings...", "Lo&g File"});
-    session->CloseWindow(second);
-    session->SwitchFolder(first, FolderKind::Inbox);
-    session->Quit();
+    session.host.CloseWindow(second);
+    session.host.SwitchFolder(first, FolderKind::Inbox);
+    session.host.Quit();
 }
 
 // The calls of a play that are made to fail: all of them, or those of what is new in it.
@@ -219,13 +220,13 @@ Span ofTheClick;
 
 // One entry that opens a window of ours, which its user closes at once.
 void ClickAndClose(Session& session, const char* entry, const char* button) {
-    session->Start();
+    session.host.Start();
     e2e::User user(button);
-    ofTheClick.first = session->Calls() + 1;
+    ofTheClick.first = session.host.Calls() + 1;
     ClickEntries(session, session.FirstWindow(), {entry});
-    ofTheClick.last = session->Calls();
+    ofTheClick.last = session.host.Calls();
     CHECK(user.boxes.size() <= 1);
-    session->Quit();
+    session.host.Quit();
 }
 
 void ShowInfo(Session& session) { ClickAndClose(session, "&About Corvella", "OK"); }
@@ -276,18 +277,18 @@ Played PlayUndisturbed(const Scenario& scenario, int version) {
     Session session({.version = version});
     e2e::WriteValue("Software\\Quillmark\\Corvella", "Path", "C:\\Corvella");
     scenario.play(session);
-    const int calls = session->Calls();
+    const int calls = session.host.Calls();
     return {calls, scenario.clickAlone ? ofTheClick : Span{1, calls}, Commands()};
 }
 
 void PlayWithFault(const Scenario& scenario, int version, int number, const Fault& fault, const Played& undisturbed) {
     Session session({.version = version});
     e2e::WriteValue("Software\\Quillmark\\Corvella", "Path", "C:\\Corvella");
-    session->FailCall(number, fault);
+    session.host.FailCall(number, fault);
     scenario.play(session);
-    for (const standin::AddInView& addIn : session->AddIns()) CHECK(addIn.loadBehavior == 3);
-    CHECK(session->References() == 0);
-    CHECK(session->Advises() == 0);
+    for (const standin::AddInView& addIn : session.host.AddIns()) CHECK(addIn.loadBehavior == 3);
+    CHECK(session.host.References() == 0);
+    CHECK(session.host.Advises() == 0);
     // Each at most as often as without the fault.
     const std::vector<std::string> commands = Commands();
     CHECK(std::includes(undisturbed.commands.begin(), undisturbed.commands.end(), commands.begin(), commands.end()));
@@ -317,27 +318,29 @@ void Sweep(const Scenario (&played)[count], int version) {
 
 }  // namespace
 
-TEST_CASE("the working day runs each of its commands once, where nothing fails") {
+IN_EVERY_VERSION("the working day runs each of its commands once, where nothing fails") {
     const World world;
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        const std::string corvella = "\"C:\\Corvella\\Corvella.exe\" ";
-        std::vector<std::string> expected;
-        expected.push_back(corvella + "syncdlg ol");  // the button's
-        if (version >= 10) {                          // the second window of Outlook 2000 has no menu
-            for (const char* argument : {"", "syncdlg ol", "sync 0 ol", "sync 1 ol", "smsnew", "settings"}) {
-                expected.push_back(corvella + argument);
-            }
-            expected.push_back("notepad " + e2e::AddInFolder() + "Corvella.log");
+    const std::string corvella = "\"C:\\Corvella\\Corvella.exe\" ";
+    std::vector<std::string> expected;
+    expected.push_back(corvella + "syncdlg ol");  // the button's
+    if (version >= 10) {                          // the second window of Outlook 2000 has no menu
+        for (const char* argument : {"", "syncdlg ol", "sync 0 ol", "sync 1 ol", "smsnew", "settings"}) {
+            expected.push_back(corvella + argument);
         }
-        std::sort(expected.begin(), expected.end());
-        CHECK(PlayUndisturbed(workingDay, version).commands == expected);
+        expected.push_back("notepad " + e2e::AddInFolder() + "Corvella.log");
     }
+    std::sort(expected.begin(), expected.end());
+    CHECK(PlayUndisturbed(workingDay, version).commands == expected);
 }
+
 TEST_CASE("with any one host call failing, Outlook 2000 is left with nothing held") { Sweep(scenarios, 9); }
+
 TEST_CASE("with any one host call failing, Outlook 2002 is left with nothing held") { Sweep(scenarios, 10); }
+
 TEST_CASE("with any one host call failing, Outlook 2003 is left with nothing held") { Sweep(scenarios, 11); }
+
 TEST_CASE("with any one host call failing, Outlook 2007 is left with nothing held") { Sweep(scenarios, 12); }
-TEST_CASE("with any one call of a click failing that opens a window of ours, nothing is held in any version") {
-    for (const int version : e2e::allVersions) Sweep(clicks, version);
+
+IN_EVERY_VERSION("with any one call of a click failing that opens a window of ours, nothing is held in any version") {
+    Sweep(clicks, version);
 }

@@ -7,15 +7,16 @@
 #include "addin/Members.h"
 #include "e2e/Session.h"
 #include "testing/HostCalls.h"
+#include "testing/Versions.h"
 
 using platform::Dispatch;
 
 namespace {
 
 int CallsOfSwitch(e2e::Session& session, standin::Window window, standin::FolderKind folder) {
-    session->ResetCalls();
-    session->SwitchFolder(window, folder);
-    return session->Calls();
+    session.host.ResetCalls();
+    session.host.SwitchFolder(window, folder);
+    return session.host.Calls();
 }
 
 void CheckIds(const Dispatch& object, std::initializer_list<platform::Member> members) {
@@ -33,70 +34,62 @@ void CheckIds(const Dispatch& object, std::initializer_list<platform::Member> me
 
 }  // namespace
 
-TEST_CASE("a menu costs at most 60 calls of the host beyond writing its controls and walking over those there are") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        e2e::Session session({.version = version});
-        const HostCalls::MenuBuild build = HostCalls::OfMenu(session.Host());
-        CHECK(session.Popups(session->Windows().back()).front().entries.size() == 9);
-        CHECK(build.entryWrites > 9 * 6);
-        CHECK(build.rest > 9 * 4);  // each entry is added, and its clicks connected in three calls
-        CHECK(build.rest <= 60);
-        const HostCalls::Lines all = session->Transcript();
-        CHECK(std::count_if(all.begin(), all.end(), HostCalls::IsCall) == session->Calls());  // each has its line
-    }
+IN_EVERY_VERSION(
+    "a menu costs at most 60 calls of the host beyond writing its controls and walking over those there are") {
+    e2e::Session session({.version = version});
+    const HostCalls::MenuBuild build = HostCalls::OfMenu(session.host);
+    CHECK(session.Popups(session.host.Windows().back()).front().entries.size() == 9);
+    CHECK(build.entryWrites > 9 * 6);
+    CHECK(build.rest > 9 * 4);  // each entry is added, and its clicks connected in three calls
+    CHECK(build.rest <= 60);
+    const HostCalls::Lines all = session.host.Transcript();
+    CHECK(std::count_if(all.begin(), all.end(), HostCalls::IsCall) == session.host.Calls());  // each has its line
 }
 
-TEST_CASE("a folder switch that changes no button costs at most 3 calls of the host") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        e2e::Session session({.version = version});
-        session->Start();
-        const standin::Window second = session->OpenExplorer(standin::FolderKind::Inbox);  // sunk by every version
-        const int calls = CallsOfSwitch(session, second, standin::FolderKind::Tasks);
-        CHECK(calls > 0);
-        CHECK(calls <= 3);
-        CHECK(CallsOfSwitch(session, second, standin::FolderKind::OutlookToday) <= 3);
-        CHECK(CallsOfSwitch(session, session.FirstWindow(), standin::FolderKind::Calendar) <= 3);
-        CHECK(CallsOfSwitch(session, second, standin::FolderKind::Contacts) > 3);  // it gets its button
-        CHECK(session.OwnControls(second, "107").size() == 1);
-    }
+IN_EVERY_VERSION("a folder switch that changes no button costs at most 3 calls of the host") {
+    e2e::Session session({.version = version});
+    session.host.Start();
+    const standin::Window second = session.host.OpenExplorer(standin::FolderKind::Inbox);  // sunk by every version
+    const int calls = CallsOfSwitch(session, second, standin::FolderKind::Tasks);
+    CHECK(calls > 0);
+    CHECK(calls <= 3);
+    CHECK(CallsOfSwitch(session, second, standin::FolderKind::OutlookToday) <= 3);
+    CHECK(CallsOfSwitch(session, session.FirstWindow(), standin::FolderKind::Calendar) <= 3);
+    CHECK(CallsOfSwitch(session, second, standin::FolderKind::Contacts) > 3);  // it gets its button
+    CHECK(session.OwnControls(second, "107").size() == 1);
 }
 
-TEST_CASE("a known id is the one by which the host has the member of that name, in every version") {
-    for (const int version : e2e::allVersions) {
-        CAPTURE(version);
-        e2e::Session session({.version = version});
-        session->AddItem(standin::FolderKind::Inbox);
-        session->Start();
-        session.OpenNew(standin::ItemClass::Task);
-        using namespace Members;
-        const Dispatch outlook = Dispatch::Attach(session->Application());
-        CheckIds(outlook, {Application, Class, Outlook::Name, Outlook::Version, Outlook::ActiveExplorer,
-                           Outlook::Explorers, Outlook::Inspectors});
-        const Dispatch explorers = outlook.Object("Explorers");
-        CheckIds(explorers, {Collection::Count, Collection::Item});
-        CheckIds(outlook.Object("Inspectors"), {Collection::Count, Collection::Item});
-        const Dispatch explorer = explorers.Object("Item", 1);
-        CheckIds(explorer, {Application, Class, Window::CommandBars, Window::CurrentFolder, Window::Selection});
-        CheckIds(explorer.Object("Selection"), {Collection::Count, Collection::Item});
-        CheckIds(explorer.Object("CurrentFolder"), {Folder::DefaultItemType});
-        const Dispatch inspector = outlook.Object("ActiveInspector");
-        CheckIds(inspector, {Application, Window::CommandBars, Window::CurrentItem});
-        CheckIds(inspector.Object("CurrentItem"), {Class, Item::EntryID, Item::Close});
-        CheckIds(outlook.Object("COMAddIns").Object("Item", 1), {AddIn::ProgId});
-        const Dispatch bars = explorer.Object("CommandBars");
-        CheckIds(bars, {Bars::Item});
-        const Dispatch bar = bars.Object("Item", "Menu Bar");
-        CheckIds(bar, {Bar::Controls, Bar::Name});
-        const Dispatch controls = bar.Object("Controls");
-        CheckIds(controls, {Controls::Add, Controls::Count, Controls::Item});
-        const Dispatch popup = controls.Object("Item", "Corvella");
-        CheckIds(popup, {Control::BeginGroup, Control::BuiltIn, Control::Caption, Control::Delete, Control::Enabled,
-                         Control::InstanceId, Control::OLEUsage, Control::OnAction, Control::Parameter, Control::Tag,
-                         Control::Visible, Popup::CommandBar, Popup::Controls});
-        const Dispatch entry = popup.Object("Controls").Object("Item", 1);
-        CheckIds(entry, {Control::BeginGroup, Control::Caption, Button::FaceId, Button::PasteFace, Button::Style});
-        if (version >= 10) CheckIds(entry, {Button::Picture, Button::Mask});
-    }
+IN_EVERY_VERSION("a known id is the one by which the host has the member of that name, in every version") {
+    e2e::Session session({.version = version});
+    session.host.AddItem(standin::FolderKind::Inbox);
+    session.host.Start();
+    session.OpenNew(standin::ItemClass::Task);
+    using namespace Members;
+    const Dispatch outlook = Dispatch::Attach(session.host.Application());
+    CheckIds(outlook, {Application, Class, Outlook::Name, Outlook::Version, Outlook::ActiveExplorer, Outlook::Explorers,
+                       Outlook::Inspectors});
+    const Dispatch explorers = outlook.Object("Explorers");
+    CheckIds(explorers, {Collection::Count, Collection::Item});
+    CheckIds(outlook.Object("Inspectors"), {Collection::Count, Collection::Item});
+    const Dispatch explorer = explorers.Object("Item", 1);
+    CheckIds(explorer, {Application, Class, Window::CommandBars, Window::CurrentFolder, Window::Selection});
+    CheckIds(explorer.Object("Selection"), {Collection::Count, Collection::Item});
+    CheckIds(explorer.Object("CurrentFolder"), {Folder::DefaultItemType});
+    const Dispatch inspector = outlook.Object("ActiveInspector");
+    CheckIds(inspector, {Application, Window::CommandBars, Window::CurrentItem});
+    CheckIds(inspector.Object("CurrentItem"), {Class, Item::EntryID, Item::Close});
+    CheckIds(outlook.Object("COMAddIns").Object("Item", 1), {AddIn::ProgId});
+    const Dispatch bars = explorer.Object("CommandBars");
+    CheckIds(bars, {Bars::Item});
+    const Dispatch bar = bars.Object("Item", "Menu Bar");
+    CheckIds(bar, {Bar::Controls, Bar::Name});
+    const Dispatch controls = bar.Object("Controls");
+    CheckIds(controls, {Controls::Add, Controls::Count, Controls::Item});
+    const Dispatch popup = controls.Object("Item", "Corvella");
+    CheckIds(popup, {Control::BeginGroup, Control::BuiltIn, Control::Caption, Control::Delete, Control::Enabled,
+                     Control::InstanceId, Control::OLEUsage, Control::OnAction, Control::Parameter, Control::Tag,
+                     Control::Visible, Popup::CommandBar, Popup::Controls});
+    const Dispatch entry = popup.Object("Controls").Object("Item", 1);
+    CheckIds(entry, {Control::BeginGroup, Control::Caption, Button::FaceId, Button::PasteFace, Button::Style});
+    if (version >= 10) CheckIds(entry, {Button::Picture, Button::Mask});
 }

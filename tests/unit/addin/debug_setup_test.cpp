@@ -133,6 +133,7 @@ TEST_CASE_FIXTURE(Fixture, "without a mode the log stays off, without a question
     CHECK(asked.empty());
     CHECK_FALSE(folder.Exists(logName));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a mode in the registry switches the log on when the user keeps it") {
     PutMode("1");
     InitDebug(false, false);
@@ -143,6 +144,7 @@ TEST_CASE_FIXTURE(Fixture, "a mode in the registry switches the log on when the 
     CHECK(Log() == newLog);
     CHECK(StoredMode().bytes == "1");
 }
+
 TEST_CASE_FIXTURE(Fixture, "after the set-up the first procedures stand one blank deep") {
     PutMode("1");
     InitDebug(false, false);
@@ -152,6 +154,7 @@ TEST_CASE_FIXTURE(Fixture, "after the set-up the first procedures stand one blan
     WriteDebug("A", 999);
     CHECK(Log() == newLog + " <A>_\r\n  <B>_\r\n  </B>\r\n </A>\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "the first button switches the log off and clears the mode in the registry") {
     PutMode("17");
     answer = 1;
@@ -162,6 +165,7 @@ TEST_CASE_FIXTURE(Fixture, "the first button switches the log off and clears the
     CHECK_FALSE(StoredMode().present);
     CHECK_FALSE(folder.Exists(logName));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a mode of 0 in the registry leaves the word to the base settings file") {
     PutBaseMode("17");
     for (const char* mode : {"0", "", "none"}) {
@@ -176,6 +180,7 @@ TEST_CASE_FIXTURE(Fixture, "a mode of 0 in the registry leaves the word to the b
     InitDebug(false, false);
     CHECK(state.DebugLevel == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "without a settings file the log is off, and limited to four million bytes") {
     DebugSetup::Plug({nullptr, [] { return anotherInstance; }, [] { return hostCommandLine; }});
     PutBaseMode("17");
@@ -188,6 +193,7 @@ TEST_CASE_FIXTURE(Fixture, "without a settings file the log is off, and limited 
     InitDebug(false, false);
     CHECK(Log() == newLog);
 }
+
 TEST_CASE_FIXTURE(Fixture, "with 17 the lines carry time stamps") {
     PutMode("17");
     InitDebug(false, false);
@@ -204,6 +210,7 @@ TEST_CASE_FIXTURE(Fixture, "an unclean end asks with the file's name and the add
     CHECK(asked[0] == "Corvella AddIn 1 " + path + "|| Corvella AddIn");
     CHECK_FALSE(activeWhileAsked);
 }
+
 TEST_CASE_FIXTURE(Fixture, "after an unclean end any button but the first leaves the mode as it is") {
     for (const std::int32_t other : {0, 2, 6, 7, 9}) {
         state = {};
@@ -217,6 +224,7 @@ TEST_CASE_FIXTURE(Fixture, "after an unclean end any button but the first leaves
         CHECK_FALSE(folder.Exists(logName));
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "after an unclean end a mode that is set stays in force when the user declines") {
     PutActive("1");
     PutMode("17");
@@ -226,6 +234,7 @@ TEST_CASE_FIXTURE(Fixture, "after an unclean end a mode that is set stays in for
     CHECK(state.DebugLevel == 17);
     CHECK(StoredMode().bytes == "17");
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "after an unclean end the first button switches the log on with the low four bits of the mode") {
     const struct {
@@ -248,6 +257,7 @@ TEST_CASE_FIXTURE(Fixture,
         CHECK(Log() == newLog);
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "the host's command line restart suppresses the unclean-end question") {
     PutActive("1");
     hostCommandLine = "\"C:\\Program Files\\outlook.exe\" restart";
@@ -259,6 +269,7 @@ TEST_CASE_FIXTURE(Fixture, "the host's command line restart suppresses the uncle
     InitDebug(false, false);
     CHECK(asked == std::vector<std::string>{"Corvella %f 2"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "any other command line of the host does not") {
     PutActive("1");
     for (const char* line : {"outlook.exe restart now", "outlook.exe Restart", "restart", "outlook.exe \"restart\""}) {
@@ -269,6 +280,7 @@ TEST_CASE_FIXTURE(Fixture, "any other command line of the host does not") {
         CHECK(asked.size() == 1);
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "beside another instance of the host nothing is read, asked or logged") {
     PutActive("1");
     PutMode("1");
@@ -283,6 +295,7 @@ TEST_CASE_FIXTURE(Fixture, "beside another instance of the host nothing is read,
         CHECK_FALSE(folder.Exists(logName));
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "questions that the language file lacks are asked in English words of their own") {
     WriteLanguageFile("[Messages]\r\n");
     PutActive("1");
@@ -304,6 +317,7 @@ TEST_CASE_FIXTURE(Fixture, "a log file of 4000001 bytes is deleted and begun aga
     InitDebug(false, false);
     CHECK(Log() == newLog);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a log file of exactly 4000000 bytes is kept and only gains an empty line") {
     PutMode("1");
     folder.Write(logName, std::string(4000000, 'x'));
@@ -311,6 +325,7 @@ TEST_CASE_FIXTURE(Fixture, "a log file of exactly 4000000 bytes is kept and only
     CHECK((Log() == std::string(4000000, 'x') + "\r\n"));
     CHECK(state.DebugIndent.empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "the settings file may set another size") {
     PutMode("1");
     PutMaxSize("10");
@@ -322,6 +337,7 @@ TEST_CASE_FIXTURE(Fixture, "the settings file may set another size") {
     InitDebug(false, false);
     CHECK(Log() == "xxxxxxxxxx\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a file of the log's earlier name is deleted") {
     PutMode("1");
     folder.Write("CorvellaAddIn.dbg", "old");
@@ -329,6 +345,7 @@ TEST_CASE_FIXTURE(Fixture, "a file of the log's earlier name is deleted") {
     CHECK_FALSE(folder.Exists("CorvellaAddIn.dbg"));
     CHECK(folder.Exists(logName));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a log file whose name is wrapped in double quotes is written without them") {
     PutMode("1");
     state.DebugFile = "\"" + folder.Path("other.dbg.xml") + "\"";
@@ -336,6 +353,7 @@ TEST_CASE_FIXTURE(Fixture, "a log file whose name is wrapped in double quotes is
     CHECK(state.DebugFile == folder.Path("other.dbg.xml"));
     CHECK(folder.Read("other.dbg.xml") == newLog);
 }
+
 TEST_CASE_FIXTURE(Fixture, "mode -1 leaves the log file untouched and keeps only the last entry in the registry") {
     PutMode("-1");
     folder.Write(logName, "as it was");
@@ -350,12 +368,14 @@ TEST_CASE_FIXTURE(Fixture, "mode -1 leaves the log file untouched and keeps only
     CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, traceKey, "").bytes == "</A>");
     CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, traceKey, "").type == REG_SZ);
 }
+
 TEST_CASE_FIXTURE(Fixture, "mode -1 makes no log file") {
     PutMode("-1");
     InitDebug(false, false);
     WriteDebug("A", 0);
     CHECK_FALSE(folder.Exists(logName));
 }
+
 TEST_CASE_FIXTURE(Fixture, "every set-up deletes the registry trace") {
     for (const char* mode : {"0", "1", "-1"}) {
         state = {};
@@ -377,6 +397,7 @@ TEST_CASE_FIXTURE(Fixture, "asking for the key alone sets the key and switches t
     CHECK(state.DebugFile.empty());
     CHECK(asked.empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a second set-up while the log is off does nothing") {
     InitDebug(false, false);
     PutMode("1");
@@ -386,6 +407,7 @@ TEST_CASE_FIXTURE(Fixture, "a second set-up while the log is off does nothing") 
     CHECK(asked.empty());
     CHECK(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, traceKey));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a second set-up while the log is on adds an empty line and keeps the depth") {
     PutMode("1");
     InitDebug(false, false);
@@ -397,6 +419,7 @@ TEST_CASE_FIXTURE(Fixture, "a second set-up while the log is on adds an empty li
     CHECK(Log() == newLog + " <A>_\r\n\r\n </A>\r\n");
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, traceKey));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a forced set-up asks nothing and begins anew") {
     InitDebug(false, false);
     PutMode("17");
@@ -408,6 +431,7 @@ TEST_CASE_FIXTURE(Fixture, "a forced set-up asks nothing and begins anew") {
     CHECK(state.DebugLevel == 1);
     CHECK(Log() == newLog);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a forced set-up after a clean end asks nothing and keeps the mode") {
     PutMode("2");
     InitDebug(true, false);
@@ -416,6 +440,7 @@ TEST_CASE_FIXTURE(Fixture, "a forced set-up after a clean end asks nothing and k
     CHECK(state.DebugLevel == 2);
     CHECK(StoredMode().bytes == "2");
 }
+
 TEST_CASE_FIXTURE(Fixture, "the log can be switched on from outside while the add-in runs, without a question") {
     InitDebug(false, false);
     state.DebugCallCount = 0;
@@ -440,6 +465,7 @@ TEST_CASE_FIXTURE(Fixture, "the user is warned of the virus scanner when it is i
     DebugSetup::CheckKaspersky();
     CHECK(messages == std::vector<std::int32_t>{232});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a log that the user keeps warns of the virus scanner, one in the registry does not") {
     InstallVirusScanner();
     PutMode("1");
@@ -457,6 +483,7 @@ TEST_CASE_FIXTURE(Fixture, "a log that the user keeps warns of the virus scanner
     InitDebug(false, false);
     CHECK(messages.size() == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "after an unclean end the warning comes only where the log was on before") {
     InstallVirusScanner();
     PutActive("1");
@@ -467,11 +494,13 @@ TEST_CASE_FIXTURE(Fixture, "after an unclean end the warning comes only where th
     InitDebug(true, false);
     CHECK(messages.size() == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "nothing runs inside a development environment") {
     CHECK_FALSE(DebugSetup::IsInIde());
     InitDebug(false, false);
     CHECK_FALSE(state.DebugInIde);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the set-up changes neither the pending error nor the last error of the thread") {
     PutMode("1");
     Err().Set(13, "Type mismatch");

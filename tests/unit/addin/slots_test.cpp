@@ -18,11 +18,13 @@ TEST_CASE("opening and closing the same window twice uses the first slot again i
         slots[0] = 0;
     }
 }
+
 TEST_CASE("the array grows by one slot when none is free and keeps its contents") {
     std::vector<int> slots{1, 2};
     Slots::FirstFree(slots, isFree) = 3;
     CHECK(slots == std::vector<int>{1, 2, 3});
 }
+
 TEST_CASE("of several free slots the lowest is taken") {
     std::vector<int> slots{1, 0, 3, 0};
     Slots::FirstFree(slots, isFree) = 2;

@@ -99,17 +99,20 @@ TEST_CASE_FIXTURE(Fixture, "each kind of item has a list of its own") {
     CHECK(Value("ChangedC") == ";0C");
     CHECK(Value("ChangedT") == ";0T");
 }
+
 TEST_CASE_FIXTURE(Fixture, "handing the same contact twice leaves one entry") {
     AddChangedItem("0C", 'C', true, true);
     AddChangedItem("0C", 'C', true, true);
     CHECK(Value("ChangedC") == ";0C");
 }
+
 TEST_CASE_FIXTURE(Fixture, "an id that is the beginning of another one in the list is still added") {
     AddChangedItem("0000AB", 'C', true, false);
     AddChangedItem("0000A", 'C', true, false);
     AddChangedItem("0000ab", 'C', true, false);
     CHECK(Value("ChangedC") == ";0000AB;0000A;0000ab");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a list that the main application left without a separator in front is extended as it is") {
     Put("ChangedC", "0A");
     AddChangedItem("0B", 'C', true, false);
@@ -117,6 +120,7 @@ TEST_CASE_FIXTURE(Fixture, "a list that the main application left without a sepa
     AddChangedItem("0A", 'C', true, false);
     CHECK(Value("ChangedC") == "0A;0B");
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "a command of the user neither reads nor writes the switch, and waits for 300 milliseconds") {
     Put("AutoC", "0");
@@ -129,6 +133,7 @@ TEST_CASE_FIXTURE(Fixture,
     CHECK(Timer().Enabled());
     CHECK(Timer().Interval() == 300);
 }
+
 TEST_CASE_FIXTURE(Fixture, "without the timer's start the item is listed and the timer stopped") {
     AddChangedItem("0C", 'C', true, true);
     REQUIRE(Timer().Enabled());
@@ -137,6 +142,7 @@ TEST_CASE_FIXTURE(Fixture, "without the timer's start the item is listed and the
     CHECK_FALSE(Timer().Enabled());
     CHECK(Value("ChangedC") == ";0C;0D");
 }
+
 TEST_CASE_FIXTURE(Fixture, "an automatic hand-off asks once for each kind and remembers Yes") {
     AddChangedItem("0C", 'C', false, true);
     AddChangedItem("0D", 'C', false, true);
@@ -150,6 +156,7 @@ TEST_CASE_FIXTURE(Fixture, "an automatic hand-off asks once for each kind and re
     CHECK(asked[1].find("tasks") != std::string::npos);
     CHECK(asked[2].find("appointments") != std::string::npos);
 }
+
 TEST_CASE_FIXTURE(Fixture, "No is remembered, nothing is added and no timer is made") {
     answer = IDNO;
     AddChangedItem("0C", 'C', false, true);
@@ -159,12 +166,14 @@ TEST_CASE_FIXTURE(Fixture, "No is remembered, nothing is added and no timer is m
     CHECK_FALSE(Has("ChangedC"));
     CHECK_FALSE(FormOlAddInTimer::IsLoaded());
 }
+
 TEST_CASE_FIXTURE(Fixture, "Yes that comes as OK, as it does beside another box, is Yes") {
     answer = IDOK;
     AddChangedItem("0C", 'C', false, true);
     CHECK(Value("AutoC") == "1");
     CHECK(Value("ChangedC") == ";0C");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a question that could not be answered is asked again next time") {
     for (const std::int32_t none : {0, 2}) {
         answer = none;
@@ -174,6 +183,7 @@ TEST_CASE_FIXTURE(Fixture, "a question that could not be answered is asked again
     }
     CHECK(asked.size() == 2);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a switch of 0, or of no number, adds nothing and leaves the timer running") {
     AddChangedItem("0C", 'C', true, true);
     for (const char* off : {"0", "no", "00", " "}) {
@@ -186,6 +196,7 @@ TEST_CASE_FIXTURE(Fixture, "a switch of 0, or of no number, adds nothing and lea
     CHECK(Timer().Enabled());
     CHECK(Timer().Interval() == 300);
 }
+
 TEST_CASE_FIXTURE(Fixture, "without a delay an automatic hand-off waits for 1 second") {
     Put("AutoC", "1");
     for (const char* none : {"", "0", "soon"}) {
@@ -196,12 +207,14 @@ TEST_CASE_FIXTURE(Fixture, "without a delay an automatic hand-off waits for 1 se
         CHECK(Timer().Enabled());
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "a delay of two and a half seconds gives 2500 milliseconds") {
     Put("AutoC", "1");
     Put("Delay", "2.5");
     AddChangedItem("0C", 'C', false, true);
     CHECK(Timer().Interval() == 2500);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a delay that the timer does not take leaves the interval that it had") {
     Put("AutoC", "1");
     for (const char* refused : {"66", "-1"}) {
@@ -213,12 +226,14 @@ TEST_CASE_FIXTURE(Fixture, "a delay that the timer does not take leaves the inte
         CHECK(Timer().Enabled());
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "a delay that a new timer does not take waits for 1 second") {
     Put("AutoC", "1");
     Put("Delay", "66");
     AddChangedItem("0C", 'C', false, true);
     CHECK(Timer().Interval() == 1000);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the hand-off reports its entry and exit to the log") {
     Debug::state.DebugActive = true;
     Debug::state.DebugLevel = 1;
@@ -237,6 +252,7 @@ TEST_CASE_FIXTURE(Fixture, "the timer takes intervals from 0 to 65535 and refuse
     CHECK(timer.Interval() == 65535);
     CHECK(timer.SetInterval(0));
 }
+
 TEST_CASE_FIXTURE(Fixture, "an enabled timer without an interval does not fire") {
     Put("ChangedC", ";0C");
     Timer().Enable();
@@ -244,6 +260,7 @@ TEST_CASE_FIXTURE(Fixture, "an enabled timer without an interval does not fire")
     CHECK(FormOlAddInTimer::IsLoaded());
     CHECK(Timer().Enabled());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a timer that was disabled does not fire, and Windows keeps none for it") {
     InstallMainApp(HKEY_CURRENT_USER, Folder());
     Put("ChangedC", ";0C");
@@ -258,6 +275,7 @@ TEST_CASE_FIXTURE(Fixture, "a timer that was disabled does not fire, and Windows
     REQUIRE(window);
     for (UINT_PTR arming = 1; arming < 10; ++arming) CHECK_FALSE(KillTimer(window, arming));
 }
+
 TEST_CASE_FIXTURE(Fixture, "with all three lists empty no process is started and the form unloads") {
     InstallMainApp(HKEY_CURRENT_USER, Folder());
     Put("ChangedA", "");
@@ -266,6 +284,7 @@ TEST_CASE_FIXTURE(Fixture, "with all three lists empty no process is started and
     CHECK(PumpUntil(3000, [] { return !FormOlAddInTimer::IsLoaded(); }));
     CHECK(recorder.StartsAfter(300).empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "any one list that is not empty starts the main application once with update") {
     InstallMainApp(HKEY_CURRENT_USER, Folder());
     std::size_t starts = 0;
@@ -285,23 +304,27 @@ TEST_CASE_FIXTURE(Fixture, "any one list that is not empty starts the main appli
     CHECK(recorder.StartsAfter(200) == Lines{line, line, line});
     CHECK_FALSE(platform::IsKeptLoaded());
 }
+
 TEST_CASE_FIXTURE(Fixture, "the machine's folder comes before the user's") {
     InstallMainApp(HKEY_LOCAL_MACHINE, Folder());
     InstallMainApp(HKEY_CURRENT_USER, "C:\\no such folder");
     AddChangedItem("0C", 'C', true, true);
     CHECK(recorder.Starts(1) == Lines{"2 \"" + Folder() + "\\Corvella.exe\" update"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "the user's folder is used where the machine has none") {
     InstallMainApp(HKEY_LOCAL_MACHINE, "");
     InstallMainApp(HKEY_CURRENT_USER, Folder());
     AddChangedItem("0C", 'C', true, true);
     CHECK(recorder.Starts(1) == Lines{"2 \"" + Folder() + "\\Corvella.exe\" update"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a folder with a backslash at its end doubles it in the update's command line") {
     InstallMainApp(HKEY_CURRENT_USER, Folder() + "\\");
     AddChangedItem("0C", 'C', true, true);
     CHECK(recorder.Starts(1) == Lines{"2 \"" + Folder() + "\\\\Corvella.exe\" update"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "without a folder nothing is started or shown, and the lists stay") {
     const BoxAnswerer user(IDOK);
     AddChangedItem("0C", 'C', true, true);
@@ -310,6 +333,7 @@ TEST_CASE_FIXTURE(Fixture, "without a folder nothing is started or shown, and th
     CHECK(user.Seen().empty());
     CHECK(Value("ChangedC") == ";0C");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a start that fails leaves the lists for the next firing and is not logged") {
     Debug::state.DebugActive = true;
     Debug::state.DebugLevel = 1;
@@ -326,6 +350,7 @@ TEST_CASE_FIXTURE(Fixture, "a start that fails leaves the lists for the next fir
     AddChangedItem("0C", 'C', true, true);
     CHECK(recorder.Starts(1).size() == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "two hand-offs 100 milliseconds apart start once, 300 milliseconds after the second") {
     InstallMainApp(HKEY_CURRENT_USER, Folder());
     AddChangedItem("0C", 'C', true, true);
@@ -338,6 +363,7 @@ TEST_CASE_FIXTURE(Fixture, "two hand-offs 100 milliseconds apart start once, 300
     CHECK(recorder.Starts(1).size() == 1);
     CHECK(recorder.StartsAfter(500).size() == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the next hand-off after a firing loads the form again") {
     AddChangedItem("0C", 'C', true, true);
     CHECK(PumpUntil(3000, [] { return !FormOlAddInTimer::IsLoaded(); }));
@@ -358,11 +384,13 @@ TEST_CASE_FIXTURE(Fixture, "a command of the user arrives at the main applicatio
     }
     CHECK(recorder.Starts(expected.size()) == expected);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a folder with a backslash at its end gives the same command line") {
     InstallMainApp(HKEY_CURRENT_USER, Folder() + "\\");
     CallMainApp("smsnew");
     CHECK(recorder.Starts(1) == Lines{"2 \"" + Folder() + "\\Corvella.exe\" smsnew"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a folder with blanks, umlauts and percent signs arrives in one pair of quotes") {
     for (const char* name : {"Corvella f\xFCr B\xFCros", "100% %TEMP%", "a & b"}) {
         CAPTURE(name);
@@ -376,6 +404,7 @@ TEST_CASE_FIXTURE(Fixture, "a folder with blanks, umlauts and percent signs arri
         CHECK(folder.Read(record) == "2 \"" + program + "\\Corvella.exe\" sync 0 ol\r\n");
     }
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "an argument with quotes, percent signs and a backslash at its end arrives as it was given") {
     InstallMainApp(HKEY_CURRENT_USER, Folder());
@@ -388,6 +417,7 @@ TEST_CASE_FIXTURE(Fixture,
     }
     CHECK(recorder.Starts(expected.size()) == expected);
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "a command of the user does not look at the machine's folder but falls back to the add-in's") {
     InstallMainApp(HKEY_LOCAL_MACHINE, "C:\\no such folder");
@@ -396,6 +426,7 @@ TEST_CASE_FIXTURE(Fixture,
     CHECK(PumpUntil(20000, [&] { return folder.Read("add-in\\recorded.txt").ends_with("\r\n"); }));
     CHECK(folder.Read("add-in\\recorded.txt") == "2 \"" + folder.Path("add-in\\Corvella.exe") + "\" settings\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "where no folder is known at all the user is told that Corvella.exe is not found") {
     addInFolder.clear();
     const BoxAnswerer user(IDOK);
@@ -405,6 +436,7 @@ TEST_CASE_FIXTURE(Fixture, "where no folder is known at all the user is told tha
     CHECK_FALSE(user.Seen()[0].icon);
     CHECK(user.Seen()[0].buttons == std::vector<int>{IDOK});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a folder without the program makes the start fail silently") {
     Debug::state.DebugActive = true;
     Debug::state.DebugLevel = 1;

@@ -94,6 +94,7 @@ TEST_CASE("nothing in the options dialog covers anything else, at any resolution
         CheckSound(ArrangedAt(Texts(dots)));
     }
 }
+
 TEST_CASE("every text of the options dialog has the room that it needs") {
     Texts texts(96);
     for (const char* const item : {"Label1", "Label5", "Label4", "Frame2", "ButtonHelp", "OptionSync"}) {
@@ -104,6 +105,7 @@ TEST_CASE("every text of the options dialog has the room that it needs") {
         texts.Set(item, 12);
     }
 }
+
 TEST_CASE("the fields of all groups begin in one column, and the groups are as wide as each other") {
     const Arranged layout = ArrangedAt(Texts(96));
     CHECK(layout.Of("TextRemain").left == layout.Of("TextDelay").left);
@@ -116,6 +118,7 @@ TEST_CASE("the fields of all groups begin in one column, and the groups are as w
     }
     CHECK(layout.Of("ButtonHelp").Right() == layout.Of("Frame1").Right());
 }
+
 TEST_CASE("a label stands in the middle of the line of its field") {
     const Arranged layout = ArrangedAt(Texts(120));
     const auto middle = [&](std::string_view item) { return 2 * layout.Of(item).top + layout.Of(item).height; };
@@ -126,6 +129,7 @@ TEST_CASE("a label stands in the middle of the line of its field") {
         CHECK(std::abs(middle(label) - middle(field)) <= 1);
     }
 }
+
 TEST_CASE("the three buttons are equal and stand in a row") {
     Texts texts(96);
     texts.Set("ButtonCancel", 30);
@@ -135,11 +139,13 @@ TEST_CASE("the three buttons are equal and stand in a row") {
         CHECK(layout.Of(button).top == layout.Of("ButtonOK").top);
     }
 }
+
 TEST_CASE("at twice the resolution the dialog is twice the size but for the edges of its fields") {
     const Arranged once = ArrangedAt(Texts(96)), twice = ArrangedAt(Texts(192));
     CHECK(twice.inside.width == 2 * once.inside.width);
     CHECK(twice.inside.height == 2 * once.inside.height - 3 * 6);
 }
+
 TEST_CASE("where the screen is narrow options are broken into lines") {
     Texts texts(96);
     texts.Set("OptionDlg", 120);
@@ -149,6 +155,7 @@ TEST_CASE("where the screen is narrow options are broken into lines") {
     CHECK(layout.Of("OptionDlg").height > layout.Of("OptionSync").height);
     CHECK(ArrangedAt(texts).inside.width > 700);
 }
+
 TEST_CASE("where the screen is low everything moves closer together, and where it is not it does not") {
     const Texts texts(192);
     const Arranged roomy = ArrangedAt(texts);
@@ -159,6 +166,7 @@ TEST_CASE("where the screen is low everything moves closer together, and where i
     CHECK(low.inside.height <= 540);
     CHECK(low.inside.width == roomy.inside.width);
 }
+
 TEST_CASE("every control of the options dialog stands in its own place") {
     struct Row {
         const char* name;

@@ -131,6 +131,7 @@ TEST_CASE_FIXTURE(Fixture, "the fields show the values as they stand in the regi
         CHECK(The("ComboProfiles").ListIndex() == 1);
     });
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "without values the fields are empty, the first profile is chosen, and the dialog comes first") {
     Look([] {
@@ -142,6 +143,7 @@ TEST_CASE_FIXTURE(Fixture,
         CHECK(The("ComboProfiles").Text() == "Automatic");
     });
 }
+
 TEST_CASE_FIXTURE(Fixture, "any number but 0 in front of NoDlg stands for synchronizing at once") {
     for (const char* text : {"2", "-1", "1x"}) {
         Put("NoDlg", text);
@@ -152,6 +154,7 @@ TEST_CASE_FIXTURE(Fixture, "any number but 0 in front of NoDlg stands for synchr
         Look([] { CHECK(The("OptionDlg").Value()); });
     }
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "the list holds the profiles behind its first entry, the base one under the product's name") {
     Profile("corvella");
@@ -167,6 +170,7 @@ TEST_CASE_FIXTURE(Fixture,
         CHECK(SendMessageA(At("ComboProfiles"), CB_GETCOUNT, 0, 0) == 3);
     });
 }
+
 TEST_CASE_FIXTURE(Fixture, "the dialog shows anew what has changed since it was last open") {
     Put("NoDlg", "1");
     Put("Profile", "a");
@@ -192,6 +196,7 @@ TEST_CASE_FIXTURE(Fixture, "OK stores every field exactly as typed") {
     CHECK(Stored("NoDlg") == "1");
     CHECK(Stored("Profile") == "My \xC4");
 }
+
 TEST_CASE_FIXTURE(Fixture, "clearing a field and pressing OK removes its value from the registry") {
     Put("Delay", "5");
     Put("Remain", "6");
@@ -201,17 +206,20 @@ TEST_CASE_FIXTURE(Fixture, "clearing a field and pressing OK removes its value f
     Use({GoTo("TextRemain"), Press(VK_DELETE), ClickOn("ButtonOK")});
     CHECK(Stored("Remain") == "(none)");
 }
+
 TEST_CASE_FIXTURE(Fixture, "choosing the first entry of the list removes the profile") {
     Put("Profile", "Work");
     Profile("Work");
     Use({GoTo("ComboProfiles"), Press(VK_UP), ClickOn("ButtonOK")});
     CHECK(Stored("Profile") == "(none)");
 }
+
 TEST_CASE_FIXTURE(Fixture, "choosing a profile stores its name, and the base one as the list names it") {
     Profile("corvella");
     Use({GoTo("ComboProfiles"), Press(VK_DOWN), Press(VK_RETURN)});
     CHECK(Stored("Profile") == "Corvella");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a profile whose file is gone is shown as typed text and stored again unchanged") {
     Put("Profile", "Gone");
     Profile("Work");
@@ -222,16 +230,19 @@ TEST_CASE_FIXTURE(Fixture, "a profile whose file is gone is shown as typed text 
          ClickOn("ButtonOK")});
     CHECK(Stored("Profile") == "Gone");
 }
+
 TEST_CASE_FIXTURE(Fixture, "an emptied profile is removed like the first entry") {
     Put("Profile", "Gone");
     Use({GoTo("ComboProfiles"), Press(VK_DELETE), ClickOn("ButtonOK")});
     CHECK(Stored("Profile") == "(none)");
 }
+
 TEST_CASE_FIXTURE(Fixture, "choosing the dialog removes NoDlg") {
     Put("NoDlg", "1");
     Use({ClickOn("OptionDlg"), ClickOn("ButtonOK")});
     CHECK(Stored("NoDlg") == "(none)");
 }
+
 TEST_CASE_FIXTURE(Fixture, "Enter in a field is OK, Escape and the close button are Cancel") {
     Put("Delay", "5");
     Use({GoTo("TextDelay"), Type("1"), Press(VK_ESCAPE)});
@@ -243,6 +254,7 @@ TEST_CASE_FIXTURE(Fixture, "Enter in a field is OK, Escape and the close button 
     Use({GoTo("TextDelay"), Type("4"), Press(VK_RETURN)});
     CHECK(Stored("Delay") == "4");
 }
+
 TEST_CASE_FIXTURE(Fixture, "nothing but the four values is stored") {
     Put("AutoA", "0");
     Put("Delay", "5");
@@ -251,6 +263,7 @@ TEST_CASE_FIXTURE(Fixture, "nothing but the four values is stored") {
     CHECK(Stored("AutoA") == "0");
     for (const char* name : {"Remain", "NoDlg", "Profile", "AutoC", "AutoT"}) CHECK(Stored(name) == "(none)");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a registry that cannot be written does not keep the dialog open") {
     registry.Put(HKEY_CURRENT_USER, "Software\\Quillmark", "x", REG_SZ, "");
     HKEY key = nullptr;
@@ -276,17 +289,20 @@ TEST_CASE_FIXTURE(Fixture, "Tab goes through the fields and buttons in the order
     CHECK(way == Names{"TextDelay", "TextRemain", "OptionDlg", "ComboProfiles", "ButtonOK", "ButtonCancel",
                        "ButtonHelp", "TextDelay"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "the arrow keys move between the two options") {
     Use({GoTo("OptionDlg"), Press(VK_UP), [] { CHECK(Focus() == "OptionSync"); },
          [] { CHECK(The("OptionSync").Value()); }, ClickOn("ButtonOK")});
     CHECK(Stored("NoDlg") == "1");
 }
+
 TEST_CASE_FIXTURE(Fixture, "every field is reached by the access key of its label") {
     Use({AccessKey('k'), [] { CHECK(Focus() == "TextRemain"); }, AccessKey('s'), [] { CHECK(Focus() == "TextDelay"); },
          AccessKey('p'), [] { CHECK(Focus() == "ComboProfiles"); }, AccessKey('i'),
          [] { CHECK(The("OptionSync").Value()); }, AccessKey('d'), [] { CHECK(The("OptionDlg").Value()); },
          Press(VK_ESCAPE)});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a screen reader names every field by its label") {
     std::string delay, remain;
     Look([&] {
@@ -296,6 +312,7 @@ TEST_CASE_FIXTURE(Fixture, "a screen reader names every field by its label") {
     CHECK(delay == "Start Corvella after:");
     CHECK(remain == "Keep Corvella open for:");
 }
+
 TEST_CASE_FIXTURE(Fixture, "typing replaces what a field holds when it has got the focus") {
     Put("Delay", "5");
     Use({Type("9"), ClickOn("ButtonOK")});
@@ -331,6 +348,7 @@ TEST_CASE_FIXTURE(HelpFixture, "F1 opens the help on the options, wherever the f
     REQUIRE(starts.size() == std::size(everywhere));
     for (const auto& start : starts) CHECK(start.ends_with("\"" + settings.Path("cven.chm") + "::/AddInOutl.htm\""));
 }
+
 TEST_CASE_FIXTURE(HelpFixture, "the help button opens the same help, by mouse and by its access key") {
     Use({ClickOn("ButtonHelp"), Wait, Wait, Close});
     Use({AccessKey('h'), Wait, Wait, Close});
@@ -339,6 +357,7 @@ TEST_CASE_FIXTURE(HelpFixture, "the help button opens the same help, by mouse an
     CHECK(starts[0] == starts[1]);
     CHECK(starts[0].ends_with("::/AddInOutl.htm\""));
 }
+
 TEST_CASE_FIXTURE(HelpFixture, "no other key opens the help") {
     Use({Press(VK_F2), Press(VK_HELP), Wait, Close});
     CHECK(viewer->StartsAfter(500).empty());
@@ -361,6 +380,7 @@ TEST_CASE_FIXTURE(Fixture,
          Press(VK_ESCAPE)});
     CHECK(returned == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "from Outlook 2003 on the frames have the colour of menus, before that of the dialog") {
     const char* const coloured[] = {"Frame1", "Frame2", "Frame3", "Picture1"};
     std::uint32_t plain = 0;
@@ -374,6 +394,7 @@ TEST_CASE_FIXTURE(Fixture, "from Outlook 2003 on the frames have the colour of m
     });
     CHECK(plain != GetSysColor(COLOR_MENU));
 }
+
 TEST_CASE_FIXTURE(Fixture, "all fields are equally high") {
     Look([] {
         RECT field, list;
@@ -383,6 +404,7 @@ TEST_CASE_FIXTURE(Fixture, "all fields are equally high") {
         CHECK(list.bottom - list.top == The("ComboProfiles").Position().height);
     });
 }
+
 TEST_CASE_FIXTURE(Fixture, "the boxes for automatic sending belong to the form, but are not shown") {
     Look([] {
         for (const char* name : {"CheckT", "CheckA", "CheckC"}) {
@@ -391,6 +413,7 @@ TEST_CASE_FIXTURE(Fixture, "the boxes for automatic sending belong to the form, 
         }
     });
 }
+
 TEST_CASE_FIXTURE(Fixture, "in every language each text has its room and the dialog fits a small screen") {
     for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
         CAPTURE(language);
@@ -412,6 +435,7 @@ TEST_CASE_FIXTURE(Fixture, "in every language each text has its room and the dia
         });
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "in every language every field has an access key of its own") {
     for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
         CAPTURE(language);
@@ -430,6 +454,7 @@ TEST_CASE_FIXTURE(Fixture, "in every language every field has an access key of i
         });
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "without a language file the dialog speaks English") {
     Language::state = {};
     Language::state.LangNewLine = "\r\n";
@@ -440,6 +465,7 @@ TEST_CASE_FIXTURE(Fixture, "without a language file the dialog speaks English") 
         CHECK(The("ComboProfiles").Text() == "Automatic");
     });
 }
+
 TEST_CASE_FIXTURE(Fixture, "whatever a language file holds, the dialog opens, is used and keeps its values") {
     const TempFolder home;
     static std::string path;
@@ -485,6 +511,7 @@ TEST_CASE_FIXTURE(Fixture, "whatever a language file holds, the dialog opens, is
     Speak("English");
     CHECK(user.Seen().size() == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "a folder of 2000 ini files, unreadable ones among them, does not keep the dialog from opening") {
     std::vector<HANDLE> locked;

@@ -56,6 +56,7 @@ TEST_CASE_FIXTURE(Fixture, "every ini file with a settings section is a profile,
     CHECK(log.Text().starts_with("<GetProfiles>_\r\n "));
     CHECK(log.Text().ends_with("\r\n</GetProfiles>\r\n"));
 }
+
 TEST_CASE_FIXTURE(Fixture, "what is no profile stays in the list as an empty text") {
     Profile("corvella.ini");
     folder.Write("other.ini", "[Other]\r\n");
@@ -65,18 +66,21 @@ TEST_CASE_FIXTURE(Fixture, "what is no profile stays in the list as an empty tex
     Profile("kestrelbox.ini");
     CHECK(All() == Names{"", "", "", "", "", "corvella"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "Defaults.ini with a capital letter is a profile if it has settings") {
     Profile("Defaults.ini");
     CHECK(Named() == Names{"Defaults"});
     folder.Write("Defaults.ini", "[Other]\r\n");
     CHECK(Named().empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a file whose settings begin after the first 500 characters is not listed") {
     folder.Write("late.ini", std::string(500, ';') + "[Settings]\r\n");
     folder.Write("split.ini", std::string(495, ';') + "[Settings]\r\n");
     folder.Write("early.ini", std::string(490, ';') + "[Settings]\r\n");
     CHECK(Named() == Names{"early"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a file that cannot be read is passed over, and those behind it are listed") {
     for (const char* file : {"a.ini", "b.ini", "c.ini"}) Profile(file);
     const HANDLE locked =
@@ -87,16 +91,19 @@ TEST_CASE_FIXTURE(Fixture, "a file that cannot be read is passed over, and those
     CHECK(Named() == Names{"a", "b", "c"});
     CHECK_FALSE(platform::Err());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a folder that is named like a profile is none") {
     Profile("a.ini");
     CreateDirectoryA(folder.Path("b.ini").c_str(), nullptr);
     CHECK(All() == Names{"a"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "profiles are files also where the settings are kept in the registry") {
     Profile("a.ini");
     IniFile::location.StorageMode = IniFile::inRegistry;
     CHECK(Named() == Names{"a"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a settings folder without ini files, and one that is gone, hold no profiles") {
     CHECK(All().empty());
     InifileCV::state.IniFiles = folder.Path("gone\\");

@@ -134,6 +134,7 @@ TEST_CASE_FIXTURE(Fixture, "the functions of this program stand before Windows' 
     CHECK(faults.creates == 1);
     CHECK(faults.sets == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a write that fails returns false and is logged once") {
     faults.failSets = 1;
     CHECK_FALSE(Save("x", TypeText));
@@ -141,6 +142,7 @@ TEST_CASE_FIXTURE(Fixture, "a write that fails returns false and is logged once"
     CHECK(folder.Read("log").find("5:") == 0);
     CHECK(Err().Number() == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a key that cannot be made is not written to, and logged once with the reason") {
     faults.failCreates = 1;
     CHECK_FALSE(Save("x", TypeText));
@@ -148,6 +150,7 @@ TEST_CASE_FIXTURE(Fixture, "a key that cannot be made is not written to, and log
     CHECK(ErrorEntries() == 1);
     CHECK(folder.Read("log").find("5:") == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a value that cannot be deleted returns false and is logged") {
     REQUIRE(Save("x", TypeText));
     faults.failDeletes = 2;
@@ -155,6 +158,7 @@ TEST_CASE_FIXTURE(Fixture, "a value that cannot be deleted returns false and is 
     CHECK(ErrorEntries() == 2);
     CHECK(Read() == "x");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a number whose write fails is deleted and written once more") {
     faults.failSets = 1;
     CHECK(Save("7", TypeNumber));
@@ -163,18 +167,21 @@ TEST_CASE_FIXTURE(Fixture, "a number whose write fails is deleted and written on
     CHECK(ErrorEntries() == 0);
     CHECK(Read() == "7");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a number whose second write fails too returns false and is logged once") {
     faults.failSets = 2;
     CHECK_FALSE(Save("7", TypeNumber));
     CHECK(faults.sets == 2);
     CHECK(ErrorEntries() == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a text whose write fails is not written once more") {
     faults.failSets = 1;
     CHECK_FALSE(Save("x", TypeText));
     CHECK(faults.sets == 1);
     CHECK(faults.deletes == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a value that fails between its size and its data reads as the empty text") {
     REQUIRE(Save("text", TypeText));
     faults.failReads = 1;
@@ -187,17 +194,20 @@ TEST_CASE_FIXTURE(Fixture, "a value that fails between its size and its data rea
     faults.failReads = 1;
     CHECK(Read().empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "deleting a value that does not exist does not touch the registry") {
     CHECK(DeleteRegValue(Root::CurrentUser, subkey, "name"));
     CHECK(faults.creates == 0);
     CHECK(faults.deletes == 0);
     CHECK(faults.sets == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a value that exists is deleted twice") {
     REQUIRE(Save("x", TypeText));
     CHECK(DeleteRegValue(Root::CurrentUser, subkey, "name"));
     CHECK(faults.deletes == 2);
 }
+
 TEST_CASE_FIXTURE(Fixture, "every key that is opened is closed again") {
     Save("x", TypeText);
     Save("7", TypeNumber);
@@ -210,6 +220,7 @@ TEST_CASE_FIXTURE(Fixture, "every key that is opened is closed again") {
     CHECK(faults.opened > 5);
     CHECK(faults.opened == faults.closed);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a hand-off whose write fails leaves the list as it was and still arms the timer") {
     const std::string outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
     CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
@@ -219,6 +230,7 @@ TEST_CASE_FIXTURE(Fixture, "a hand-off whose write fails leaves the list as it w
     CHECK(FormOlAddInTimer::Load().TimerUpdate.Enabled());
     CHECK(Err().Number() == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a hand-off of an item that is already listed writes nothing") {
     CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
     faults.sets = 0;

@@ -11,19 +11,23 @@ TEST_CASE("a list that begins with its first item begins with a separator and ha
     CHECK(Add("", "0A") == ";0A");
     CHECK(Add(";0A", "0B") == ";0A;0B");
 }
+
 TEST_CASE("a list without a separator in front keeps having none") { CHECK(Add("0A", "0B") == "0A;0B"); }
+
 TEST_CASE("an item is listed wherever it stands in the list") {
     for (const char* list : {";0A", ";0A;0B", ";0B;0A", ";0B;0A;0C", "0A", "0A;0B", "0B;0A;", ";;0A;;"}) {
         CAPTURE(list);
         CHECK(IsListed(list, "0A"));
     }
 }
+
 TEST_CASE("an item that is only part of another one's id is not listed") {
     for (const char* list : {"", ";", ";0AB", ";B0A", "0A0A", ";0a", "0B;0C"}) {
         CAPTURE(list);
         CHECK_FALSE(IsListed(list, "0A"));
     }
 }
+
 TEST_CASE("an id of a long list is found and added without a limit") {
     std::string list;
     for (int i = 0; i < 5000; ++i) list = Add(list, std::to_string(i));
@@ -32,6 +36,7 @@ TEST_CASE("an id of a long list is found and added without a limit") {
     CHECK(list.starts_with(";0;1;2;"));
     CHECK(list.ends_with(";4998;4999"));
 }
+
 TEST_CASE("a delay in seconds is an interval in milliseconds, halves to the even neighbour") {
     CHECK(IntervalOf("1") == 1000);
     CHECK(IntervalOf("2.5") == 2500);
@@ -41,9 +46,11 @@ TEST_CASE("a delay in seconds is an interval in milliseconds, halves to the even
     CHECK(IntervalOf("0.0025") == 2);
     CHECK(IntervalOf("65.535") == 65535);
 }
+
 TEST_CASE("no delay, and one that is no number, is an interval of 0") {
     for (const char* delay : {"", "0", "soon", " "}) CHECK(IntervalOf(delay) == 0);
 }
+
 TEST_CASE("a delay that the timer does not take has no interval") {
     for (const char* delay : {"65.536", "66", "3600", "-1", "-0.001", "99999999999", "1e300"}) {
         CHECK_FALSE(IntervalOf(delay).has_value());
@@ -56,19 +63,23 @@ TEST_CASE("a folder with and one without a backslash at its end give the same co
     CHECK(MainAppCommand::Call("C:\\Programs\\Corvella\\", "smsnew") ==
           "\"C:\\Programs\\Corvella\\Corvella.exe\" smsnew");
 }
+
 TEST_CASE("an argument with sync in it, in any case, is marked as Outlook's") {
     for (const std::string argument : {"sync", "syncdlg", "sync 0", "sync 1", "SYNC", "Sync", "nosync"}) {
         CHECK(MainAppCommand::Call("C:\\x", argument) == "\"C:\\x\\Corvella.exe\" " + argument + " ol");
     }
 }
+
 TEST_CASE("other arguments are not") {
     for (const std::string argument : {"settings", "smsnew", "syn c", "update"}) {
         CHECK(MainAppCommand::Call("C:\\x", argument) == "\"C:\\x\\Corvella.exe\" " + argument);
     }
 }
+
 TEST_CASE("an empty argument leaves the closing quote and one blank") {
     CHECK(MainAppCommand::Call("C:\\x", "") == "\"C:\\x\\Corvella.exe\" ");
 }
+
 TEST_CASE("the update's folder gets its backslash whether it has one or not") {
     CHECK(MainAppCommand::Update("C:\\x") == "\"C:\\x\\Corvella.exe\" update");
     CHECK(MainAppCommand::Update("C:\\x\\") == "\"C:\\x\\\\Corvella.exe\" update");

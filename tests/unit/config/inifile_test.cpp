@@ -77,6 +77,7 @@ TEST_CASE("a setting is read from the current settings file") {
     CHECK(GetIniSetting("S", "k") == "v");
     CHECK(GetIniSetting("S", "k", "other") == "v");
 }
+
 TEST_CASE("a missing or empty value gives the default") {
     const Settings settings;
     settings.File("[S]\r\nempty=\r\n");
@@ -85,12 +86,14 @@ TEST_CASE("a missing or empty value gives the default") {
     CHECK(GetIniSetting("T", "k", "d") == "d");
     CHECK(GetIniSetting("T", "k").empty());
 }
+
 TEST_CASE("a line with a blank between the key and the = is not found under that key") {
     const Settings settings;
     settings.File("[S]\r\nk =v\r\n");
     CHECK(GetIniSetting("S", "k", "d") == "d");
     CHECK(GetIniSetting("S", "k ", "d") == "v");
 }
+
 TEST_CASE("a key that also occurs in a later section is found only in the section asked for") {
     const Settings settings;
     settings.File("[A]\r\nx=1\r\n[B]\r\nx=2\r\nk=3\r\n");
@@ -98,12 +101,14 @@ TEST_CASE("a key that also occurs in a later section is found only in the sectio
     CHECK(GetIniSetting("B", "x") == "2");
     CHECK(GetIniSetting("A", "k", "d") == "d");
 }
+
 TEST_CASE("the text of a file yields its default only where nothing is found") {
     const Settings settings;
     settings.File("[S]\r\nempty=\r\n");
     CHECK(ReadFromIniFile(location.CurrentFile, "S", "empty", "d").empty());
     CHECK(ReadFromIniFile(location.CurrentFile, "S", "missing", "d") == "d");
 }
+
 TEST_CASE("a section whose name ends in a backslash is also looked for without it") {
     const Settings settings;
     settings.File("[A]\r\nk=1\r\n[B\\]\r\nk=2\r\n[B]\r\nk=3\r\nm=4\r\n");
@@ -112,6 +117,7 @@ TEST_CASE("a section whose name ends in a backslash is also looked for without i
     CHECK(GetIniSetting("B\\", "m") == "4");
     CHECK(GetIniSetting("A\\\\", "k") == "");
 }
+
 TEST_CASE("one backslash at the end of a section's name is removed when a setting is written") {
     const Settings settings;
     CHECK(SetIniSetting("A\\", "k", "1", true));
@@ -119,6 +125,7 @@ TEST_CASE("one backslash at the end of a section's name is removed when a settin
     CHECK(SetIniSetting("B\\\\", "k", "2", true));
     CHECK(settings.File() == "[A]\r\nk=1\r\n\r\n[B\\]\r\nk=2\r\n");
 }
+
 TEST_CASE("names compare without regard to case when the caller asks for it") {
     const Settings settings;
     settings.File("[Settings]\r\nCurProfile=Work\r\n");
@@ -126,6 +133,7 @@ TEST_CASE("names compare without regard to case when the caller asks for it") {
     CHECK(GetIniSetting("SETTINGS", "curprofile", "d") == "d");
     CHECK(GetIniSetting("Settings", "CurProfile", "d") == "Work");
 }
+
 TEST_CASE("a number is the whole number with which its text begins, and written as decimal text") {
     const Settings settings;
     settings.File("[S]\r\na=12 px\r\nb=x\r\nc=2.5\r\n");
@@ -137,6 +145,7 @@ TEST_CASE("a number is the whole number with which its text begins, and written 
     CHECK(GetIniSettingLong("S", "a", 7) == -42);
     CHECK(settings.File() == "[S]\r\na=-42\r\nb=x\r\nc=2.5\r\n");
 }
+
 TEST_CASE("the operations named Default work on the base settings file, and the current one is current again after") {
     const Settings settings;
     settings.File("[S]\r\nk=base\r\n");
@@ -150,6 +159,7 @@ TEST_CASE("the operations named Default work on the base settings file, and the 
     CHECK(location.CurrentFile == settings.folder.Path("Work.ini"));
     CHECK(GetIniSettingDefault("S", "missing", "d") == "d");
 }
+
 TEST_CASE("with an empty file name every read gives its default and nothing is written") {
     location = {};
     CHECK(GetIniSetting("S", "k", "d") == "d");
@@ -157,6 +167,7 @@ TEST_CASE("with an empty file name every read gives its default and nothing is w
     CHECK_FALSE(SetIniSetting("S", "k", "v", true));
     CHECK_FALSE(WriteToIniFile("", "S", "k", "v", true));
 }
+
 TEST_CASE("a missing file reads as empty, is logged, and the first write creates it") {
     const Settings settings;
     location.CurrentFile = settings.folder.Path("Work.ini");
@@ -171,6 +182,7 @@ TEST_CASE("a missing file reads as empty, is logged, and the first write creates
     CHECK(settings.folder.Read("Work.ini") == "[S]\r\nk=v\r\n");
     CHECK(GetIniSetting("S", "k") == "v");
 }
+
 TEST_CASE("an empty file is written as a missing one is") {
     const Settings settings;
     settings.File("");
@@ -178,6 +190,7 @@ TEST_CASE("an empty file is written as a missing one is") {
     CHECK(SetIniSetting("S", "k", "v", true));
     CHECK(settings.File() == "[S]\r\nk=v\r\n");
 }
+
 TEST_CASE("a file in a folder that does not exist is not written") {
     const Settings settings;
     location.CurrentFile = settings.folder.Path("missing\\corvella.ini");
@@ -185,6 +198,7 @@ TEST_CASE("a file in a folder that does not exist is not written") {
     CHECK(GetIniSetting("S", "k", "d") == "d");
     CHECK_FALSE(settings.folder.Exists("missing"));
 }
+
 TEST_CASE("a byte-order mark is passed over and does not come back") {
     const Settings settings;
     settings.File("\xFF\xFE[S]\r\nk=v\r\n");
@@ -192,6 +206,7 @@ TEST_CASE("a byte-order mark is passed over and does not come back") {
     SetIniSetting("S", "k", "w", true);
     CHECK(settings.File() == "[S]\r\nk=w\r\n");
 }
+
 TEST_CASE("entry and exit of writing are logged") {
     const Settings settings;
     location.CurrentFile = settings.folder.Path("Work.ini");
@@ -210,12 +225,14 @@ TEST_CASE("a file ending in several empty lines is written back ending in exactl
     CHECK(SetIniSetting("S", "k", "w", true));
     CHECK(settings.File() == "[S]\r\nk=w\r\n");
 }
+
 TEST_CASE("writing a new key into the last section of a file that ends without a line break appends it") {
     const Settings settings;
     settings.File("[S]\r\na=1");
     SetIniSetting("S", "k", "v", true);
     CHECK(settings.File() == "[S]\r\na=1\r\nk=v\r\n");
 }
+
 TEST_CASE("a new key in a section followed by two empty lines and another section lands under the last setting") {
     const Settings settings;
     settings.File("[A]\r\na=1\r\n\r\n\r\n[B]\r\nb=1\r\n");
@@ -224,6 +241,7 @@ TEST_CASE("a new key in a section followed by two empty lines and another sectio
     CHECK(settings.File() == "[A]\r\na=1\r\nk=v\r\n\r\n[B]\r\nb=1\r\n");
     CHECK(GetIniSetting("A", "k") == "v");
 }
+
 TEST_CASE("writing the value that a key already has does not mark the file changed and causes no disk write") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n\r\n\r\n\r\n[T]");
@@ -233,6 +251,7 @@ TEST_CASE("writing the value that a key already has does not mark the file chang
     CHECK(settings.File() == "[S]\r\nk=v\r\n\r\n\r\n\r\n[T]");
     CHECK(steps["make"] + steps["write"] + steps["open"] == 0);
 }
+
 TEST_CASE("writing an empty value for a key or section that does not exist leaves the file untouched") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n\r\n\r\n");
@@ -241,12 +260,14 @@ TEST_CASE("writing an empty value for a key or section that does not exist leave
     CHECK(settings.File() == "[S]\r\nk=v\r\n\r\n\r\n");
     CHECK(steps["make"] + steps["write"] + steps["open"] == 0);
 }
+
 TEST_CASE("writing an empty value deletes the key's line") {
     const Settings settings;
     settings.File("[S]\r\na=1\r\nk=v\r\nb=2\r\n");
     CHECK(SetIniSetting("S", "k", "", true));
     CHECK(settings.File() == "[S]\r\na=1\r\nb=2\r\n");
 }
+
 TEST_CASE("without flushing the text reaches the disk at the next set-up of the engine") {
     const Settings settings;
     CHECK(SetIniSetting("S", "k", "v", false));
@@ -257,6 +278,7 @@ TEST_CASE("without flushing the text reaches the disk at the next set-up of the 
     IniInit(false);
     CHECK(settings.File() == "[S]\r\nk=v\r\n");
 }
+
 TEST_CASE("a write that changes nothing tells of the changes that wait, and flushes them") {
     const Settings settings;
     CHECK(SetIniSetting("S", "k", "v", false));
@@ -264,6 +286,7 @@ TEST_CASE("a write that changes nothing tells of the changes that wait, and flus
     CHECK(settings.File() == "[S]\r\nk=v\r\n");
     CHECK_FALSE(SetIniSetting("S", "k", "v", true));
 }
+
 TEST_CASE("a file marked read-only stays as it is, and the change is dropped") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -275,6 +298,7 @@ TEST_CASE("a file marked read-only stays as it is, and the change is dropped") {
     SetFileAttributesA(location.CurrentFile.c_str(), FILE_ATTRIBUTE_NORMAL);
     CHECK(platform::Err().Number() == 0);
 }
+
 TEST_CASE("a hidden file stays hidden") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -283,6 +307,7 @@ TEST_CASE("a hidden file stays hidden") {
     CHECK(settings.File() == "[S]\r\nk=w\r\n");
     CHECK((GetFileAttributesA(location.CurrentFile.c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
 }
+
 TEST_CASE("where nothing can be made beside the file it is overwritten in place, longer or shorter") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -295,6 +320,7 @@ TEST_CASE("where nothing can be made beside the file it is overwritten in place,
     CHECK(steps["open"] == 2);
     CHECK(GetIniSetting("S", "k") == "w");
 }
+
 TEST_CASE("a value as long as the old one is written where it stands") {
     const Settings settings;
     settings.File("[S]\r\nk=1\r\nm=2\r\n");
@@ -308,6 +334,7 @@ TEST_CASE("a value as long as the old one is written where it stands") {
     CHECK(GetIniSetting("S", "k") == "0");
     CHECK(steps["read"] == 2);  // the loading and the verifying
 }
+
 TEST_CASE("values as long as the old ones that lie in two sectors are not written where they stand") {
     const Settings settings;
     const std::string fill(512, 'x');
@@ -318,6 +345,7 @@ TEST_CASE("values as long as the old ones that lie in two sectors are not writte
     CHECK(steps["replace"] == 1);
     CHECK(settings.File() == "[S]\r\nk=4\r\n" + fill + "\r\nm=3\r\n");
 }
+
 TEST_CASE("a value that spans the border of two sectors is not written where it stands") {
     const Settings settings;
     const std::string fill(502, 'x');
@@ -331,6 +359,7 @@ TEST_CASE("a value that spans the border of two sectors is not written where it 
     CHECK(steps["replace"] == 1);
     CHECK(settings.File() == "[S]\r\n" + fill + "\r\nk=56\r\n");
 }
+
 TEST_CASE("what came from outside in as many bytes stays, and ours is written into it") {
     const Settings settings;
     const std::string fill(1000, 'x');
@@ -340,6 +369,7 @@ TEST_CASE("what came from outside in as many bytes stays, and ours is written in
     IniInit(false);  // writes without verifying
     CHECK(settings.File() == "[S]\r\nk=0\r\n" + fill + "\r\nm=9\r\n");
 }
+
 TEST_CASE("a file that another program has open for reading is written all the same") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -351,6 +381,7 @@ TEST_CASE("a file that another program has open for reading is written all the s
     CHECK(settings.File() == "[S]\r\nk=w\r\n");
     CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
 }
+
 TEST_CASE("a file that cannot be read is not taken for an empty one and not overwritten") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -393,6 +424,7 @@ TEST_CASE("a written text is verified, and written once more where the disk hold
     CHECK_FALSE(entry.changed);
     CHECK(entry.stamp == platform::StampOf(file));
 }
+
 TEST_CASE("a file that cannot be written leaves its entry changed") {
     const Settings settings;
     CacheEntry entry;
@@ -402,6 +434,7 @@ TEST_CASE("a file that cannot be written leaves its entry changed") {
     CHECK_FALSE(Cache::WriteIniFile(entry, true));
     CHECK(entry.changed);
 }
+
 TEST_CASE("what cannot be flushed is dropped, and the next read loads the file again") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -430,6 +463,7 @@ TEST_CASE("a file is loaded once for many reads") {
     }
     CHECK(steps["read"] == 1);
 }
+
 TEST_CASE("the path of a file is not case-sensitive") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -438,6 +472,7 @@ TEST_CASE("the path of a file is not case-sensitive") {
     CHECK(GetIniSetting("S", "k") == "v");
     CHECK(steps["read"] == 1);
 }
+
 TEST_CASE("a 13th distinct file displaces the least recently used one, which is written back first if it was changed") {
     const Settings settings;
     const auto name = [&](int i) { return settings.folder.Path("f" + std::to_string(i) + ".ini"); };
@@ -465,6 +500,7 @@ TEST_CASE("a 13th distinct file displaces the least recently used one, which is 
     CHECK(steps["read"] == 14);
     CHECK(steps["replace"] == 1);
 }
+
 TEST_CASE("what another process writes is seen by the next read") {
     const Settings settings;
     settings.File("[S]\r\nk=old\r\n");
@@ -475,6 +511,7 @@ TEST_CASE("what another process writes is seen by the next read") {
     CHECK(RunSettingsHelper({"profile", location.CurrentFile, "S", "k", "newer"}) == 0);
     CHECK(GetIniSetting("S", "k") == "newer");
 }
+
 TEST_CASE("a foreign write of the same size within the same second is seen") {
     const Settings settings;
     settings.File("[S]\r\nk=0\r\n");
@@ -485,6 +522,7 @@ TEST_CASE("a foreign write of the same size within the same second is seen") {
     }
     CHECK(GetIniSetting("S", "k") == "9");
 }
+
 TEST_CASE("a file that another process deletes or makes is seen as such") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n");
@@ -494,6 +532,7 @@ TEST_CASE("a file that another process deletes or makes is seen as such") {
     settings.File("[S]\r\nk=w\r\n");
     CHECK(GetIniSetting("S", "k", "d") == "w");
 }
+
 TEST_CASE("the add-in's own flush is not taken for a change from outside") {
     const Settings settings;
     settings.File("[S]\r\nk=v\r\n\r\n\r\n\r\nm=1");
@@ -506,6 +545,7 @@ TEST_CASE("the add-in's own flush is not taken for a change from outside") {
     CHECK(GetIniSetting("S", "m") == "2");
     CHECK(steps["read"] == 0);
 }
+
 TEST_CASE("a foreign write right after the add-in's own is seen even if it leaves the size") {
     const Settings settings;
     CacheEntry entry;
@@ -518,6 +558,7 @@ TEST_CASE("a foreign write right after the add-in's own is seen even if it leave
     settings.File("[S]\r\nk=2\r\n");
     CHECK(entry.stamp != platform::StampOf(location.CurrentFile));
 }
+
 TEST_CASE("before a write too, a text without unwritten changes is loaded again when the file changed outside") {
     const Settings settings;
     settings.File("[S]\r\na=1\r\n");
@@ -526,6 +567,7 @@ TEST_CASE("before a write too, a text without unwritten changes is loaded again 
     CHECK(SetIniSetting("S", "a", "2", true));
     CHECK(settings.File() == "[S]\r\na=2\r\nforeign=1\r\n");
 }
+
 TEST_CASE("a changed text that is written back overwrites what came from outside in the same keys only") {
     const Settings settings;
     settings.File("[S]\r\na=1\r\n");
@@ -534,6 +576,7 @@ TEST_CASE("a changed text that is written back overwrites what came from outside
     CHECK(SetIniSetting("S", "b", "3", true));
     CHECK(settings.File() == "[S]\r\na=2\r\nforeign=1\r\nb=3\r\n");
 }
+
 TEST_CASE("a read after a change from outside drops what was not written") {
     const Settings settings;
     settings.File("[S]\r\na=1\r\n");
@@ -543,6 +586,7 @@ TEST_CASE("a read after a change from outside drops what was not written") {
     IniInit(false);
     CHECK(settings.File() == "[S]\r\na=3\r\nforeign=1\r\n");
 }
+
 TEST_CASE("asking in one case first does not change what is found in the other") {
     const Settings settings;
     settings.File("[s]\r\nk=1\r\n[S]\r\nk=2\r\n");
@@ -552,6 +596,7 @@ TEST_CASE("asking in one case first does not change what is found in the other")
         CHECK(GetIniSetting("s", "k") == "1");
     }
 }
+
 TEST_CASE("a write does not leave a section found where it no longer stands") {
     const Settings settings;
     settings.File("[A]\r\nk=12345\r\n[B]\r\nx=1\r\n");
@@ -580,6 +625,7 @@ TEST_CASE("a file of 512000 bytes is held, one of 512001 is left to Windows' own
     CHECK(GetIniSetting("s", "K").empty());
     CHECK(steps["read"] == 2);
 }
+
 TEST_CASE("a long value of a big file is read whole") {
     const Settings settings;
     settings.File(OfSize(600000));
@@ -588,6 +634,7 @@ TEST_CASE("a long value of a big file is read whole") {
     settings.File("[S]\r\nlong=" + std::string(40000, 'y') + "\r\n");
     CHECK(ReadFromBigIniFile(location.CurrentFile, "S", "long", "") == std::string(40000, 'y'));
 }
+
 TEST_CASE("MaxSize in the base settings file is the limit") {
     const Settings settings;
     settings.File("[Files]\r\nMaxSize=20000\r\n");
@@ -599,6 +646,7 @@ TEST_CASE("MaxSize in the base settings file is the limit") {
     settings.folder.Write("Work.ini", OfSize(20000));
     CHECK(GetIniSetting("s", "K").empty());
 }
+
 TEST_CASE("a MaxSize of 5000 is taken as 512000") {
     Cache cache;
     cache.SetLimit(5000);
@@ -618,6 +666,7 @@ TEST_CASE("a MaxSize of 5000 is taken as 512000") {
     CHECK(GetIniSetting("s", "K").empty());
     CHECK(GetIniSetting("S", "k") == "v");
 }
+
 TEST_CASE("a file above the limit is written through the cache like any other") {
     const Settings settings;
     settings.File(OfSize(600000));
@@ -626,6 +675,7 @@ TEST_CASE("a file above the limit is written through the cache like any other") 
     CHECK(settings.File().substr(0, 12) == "[S]\r\nk=w\r\nfi");
     CHECK(GetIniSetting("S", "k") == "w");
 }
+
 TEST_CASE("a file above the limit takes no place from another") {
     const Settings settings;
     for (int i = 1; i <= 12; ++i) {
@@ -655,6 +705,7 @@ TEST_CASE("in registry mode a setting is a text value below the product's key, a
     CHECK(GetIniSettingLong("S", "n", 1) == 5);
     CHECK(GetIniSettingLong("S", "none", 1) == 1);
 }
+
 TEST_CASE("a result that equals the default is replaced by what the legacy location holds") {
     const RegistryMode mode;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, legacyKey + "S", "k", "legacy");
@@ -665,16 +716,19 @@ TEST_CASE("a result that equals the default is replaced by what the legacy locat
     CHECK(GetIniSetting("S", "k", "own", true) == "legacy");
     CHECK(GetIniSetting("S", "k", "own", false) == "own");
 }
+
 TEST_CASE("a missing value with a default does not equal it, so the legacy location is not asked") {
     const RegistryMode mode;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, legacyKey + "S", "k", "legacy");
     CHECK(GetIniSetting("S", "k", "d", true) == "d");
 }
+
 TEST_CASE("a result that equals the default and has nothing in the legacy location is the default") {
     const RegistryMode mode;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, ownKey + "S", "k", "d");
     CHECK(GetIniSetting("S", "k", "d", true) == "d");
 }
+
 TEST_CASE("nothing is ever written to the legacy location") {
     const RegistryMode mode;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, legacyKey + "S", "k", "legacy");
@@ -683,6 +737,7 @@ TEST_CASE("nothing is ever written to the legacy location") {
     CHECK(SetIniSetting("T", "k", "v", true));
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, legacyKey + "T"));
 }
+
 TEST_CASE("the operations named Default use the registry too") {
     const RegistryMode mode;
     CHECK(SetIniSettingDefault("S", "k", "v", true));
@@ -787,12 +842,14 @@ TEST_CASE("killed at any step of writing, a process leaves the old or the new fi
     CHECK(left.oldOnes == 8);
     CHECK(left.newOnes == 2);
 }
+
 TEST_CASE("killed at any step of writing a value as long as the old one, a process leaves the old or the new file") {
     const KilledAtEachStep left = KillAtEachStep("new");
     // Reading, opening and the one write come before the new file, flushing and reading it back after.
     CHECK(left.oldOnes == 3);
     CHECK(left.newOnes == 3);
 }
+
 TEST_CASE("killed at any step of writing a file that is not there yet, a process leaves none or the new one") {
     const Settings settings;
     int step = 0, none = 0;
@@ -808,6 +865,7 @@ TEST_CASE("killed at any step of writing a file that is not there yet, a process
     CHECK(none == 4);
     CHECK(step == 6);
 }
+
 TEST_CASE("a disk that refuses any one step leaves the old or the new file and nothing beside it") {
     const Settings settings;
     const std::string before = LongText("old");
@@ -836,6 +894,7 @@ TEST_CASE("a disk that refuses any one step leaves the old or the new file and n
         CHECK(oldOnes == givenUp);
     }
 }
+
 TEST_CASE("a disk that refuses every step from one on leaves the old or the new file") {
     const Settings settings;
     const std::string before = LongText("old");
@@ -860,6 +919,7 @@ TEST_CASE("a disk that refuses every step from one on leaves the old or the new 
         CHECK(failAt > 4);
     }
 }
+
 TEST_CASE("where a file must be overwritten in place, a disk too full for the longer text leaves the old one") {
     const Settings settings;
     CreateDirectoryA(settings.folder.Path("corvella.ini.CVOutlookAddIn.tmp").c_str(), nullptr);

@@ -145,6 +145,7 @@ TEST_CASE("the folders of the system are taken from the scripting object, with a
     CHECK(Files::FolderExists(paths.TemporaryFolder));
     CHECK(paths.AddInFolder == addInFolder + "\\");
 }
+
 TEST_CASE("the product's data folders lie in those of the user and of all users") {
     const Machine machine;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, shellFolders, "Local AppData", "C:\\Local");
@@ -155,12 +156,14 @@ TEST_CASE("the product's data folders lie in those of the user and of all users"
     CHECK(paths.LocalDataFolder == "C:\\Local\\Corvella\\");
     CHECK(paths.CommonDataFolder == "C:\\Common\\Corvella\\");
 }
+
 TEST_CASE("without local and common data folders the roaming one takes their place") {
     const Machine machine;
     PathsInit();
     CHECK(paths.LocalDataFolder == machine.Default());
     CHECK(paths.CommonDataFolder == machine.Default());
 }
+
 TEST_CASE("without AppData the temporary folder takes its place and the roaming data folder is the add-in folder") {
     const Machine machine;
     Machine::SetAppData("C:");
@@ -171,6 +174,7 @@ TEST_CASE("without AppData the temporary folder takes its place and the roaming 
     CHECK(paths.LocalDataFolder == paths.AddInFolder);
     CHECK(paths.UserName == "Tobrin");
 }
+
 TEST_CASE("an AppData path whose user folder name has two characters gives the user name Tobrin") {
     const Machine machine;
     location.CurrentFile = "C:\\known.ini";
@@ -181,6 +185,7 @@ TEST_CASE("an AppData path whose user folder name has two characters gives the u
     PathsInit();
     CHECK(paths.UserName == "Alma");
 }
+
 TEST_CASE("the settings files are found with the folders, unless one is known") {
     const Machine machine;
     location.CurrentFile = "C:\\known.ini";
@@ -190,12 +195,14 @@ TEST_CASE("the settings files are found with the folders, unless one is known") 
     PathsInit();
     CHECK(location.CurrentFile == machine.Default("corvella.ini"));
 }
+
 TEST_CASE("since Windows 6.0 the pictures lie in the local data folder") {
     const Machine machine;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, shellFolders, "Local AppData", "C:\\Local");
     PathsInit();
     CHECK(paths.PictureFolder == "C:\\Local\\Corvella\\");
 }
+
 TEST_CASE("on older Windows the pictures lie in the add-in folder, or with UseApplAsBMPDir in the local data folder") {
     const Machine machine;
     windowsVersion = 5.1;
@@ -222,6 +229,7 @@ TEST_CASE("SaveIn missing: it is created as 0 and the settings are read from ini
     CHECK(location.StorageMode == 0);
     CHECK(IniFile::GetIniSetting("S", "k") == "from file");
 }
+
 TEST_CASE("SaveIn = 2: settings are read and written in the registry, and IniFiles is not consulted") {
     const Machine machine;
     machine.Make("Other");
@@ -236,12 +244,14 @@ TEST_CASE("SaveIn = 2: settings are read and written in the registry, and IniFil
     CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, productKey + "\\S", "k").bytes == "new");
     CHECK(state.SettingsFolder == machine.Default());
 }
+
 TEST_CASE("the storage mode is a number rounded") {
     const Machine machine;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, settingsKey, "SaveIn", "1.6 or so");
     GetIniFile();
     CHECK(location.StorageMode == 2);
 }
+
 TEST_CASE("in any other storage mode the settings lie in the system folder") {
     const Machine machine;
     PathsInit();
@@ -253,6 +263,7 @@ TEST_CASE("in any other storage mode the settings lie in the system folder") {
     CHECK(GetIniFilename_(1) == paths.AddInFolder);
     CHECK(machine.folder.Exists("AddIn\\corvella.ini"));
 }
+
 TEST_CASE("the files beside the settings are known, and the languages set up last") {
     const Machine machine;
     GetIniFile();
@@ -266,6 +277,7 @@ TEST_CASE("the files beside the settings are known, and the languages set up las
     GetIniFile();
     CHECK(state.ConfigFile == addInFolder + "\\config.ini");
 }
+
 TEST_CASE("mode and file are logged") {
     const Machine machine;
     machine.Settings("");
@@ -278,6 +290,7 @@ TEST_CASE("mode and file are logged") {
     CHECK(log.Holds("</GetIniFile>\r\n"));
     CHECK(platform::Err().Number() == 0);
 }
+
 TEST_CASE("a current settings file below a Kestrelbox folder gives way to corvella.ini in the settings folder") {
     const Machine machine;
     machine.Make("Kestrelbox");
@@ -291,6 +304,7 @@ TEST_CASE("a current settings file below a Kestrelbox folder gives way to corvel
     GetIniFile();
     CHECK(location.CurrentFile == machine.folder.Path("kestrelbox2\\Work.ini"));
 }
+
 TEST_CASE("in a folder named pagerelay the settings file is settings.ini") {
     const Machine machine;
     machine.Make("PageRelay");
@@ -358,6 +372,7 @@ TEST_CASE("it is copied to the add-in and the roaming data folder and deleted fr
     CHECK_FALSE(machine.folder.Exists("Windows temp\\config.ini"));
     CHECK(state.ConfigFile == addInFolder + "\\config.ini");
 }
+
 TEST_CASE("it does not replace a config.ini that is there") {
     const Machine machine;
     const OwnTemp temp(machine.folder.Path("Windows temp"));
@@ -374,6 +389,7 @@ TEST_CASE("it does not replace a config.ini that is there") {
     CHECK(machine.folder.Read("Roaming\\Corvella\\config.ini") == configText);
     CHECK_FALSE(machine.folder.Exists("Windows temp\\config.ini"));
 }
+
 TEST_CASE("it stays in the temporary folder until every copy is made") {
     const Machine machine;
     const OwnTemp temp(machine.folder.Path("Windows temp"));
@@ -391,6 +407,7 @@ TEST_CASE("it stays in the temporary folder until every copy is made") {
     CHECK(machine.folder.Read("Roaming\\Corvella\\config.ini") == configText);
     CHECK_FALSE(machine.folder.Exists("Windows temp\\config.ini"));
 }
+
 TEST_CASE("with IniFiles set too, it is handed over and the well-known folders are found") {
     const Machine machine;
     const OwnTemp temp(machine.folder.Path("Windows temp"));
@@ -407,6 +424,7 @@ TEST_CASE("with IniFiles set too, it is handed over and the well-known folders a
     CHECK(state.ConfigFile == addInFolder + "\\config.ini");
     CHECK_FALSE(machine.folder.Exists("Roaming\\Corvella\\corvella.ini"));
 }
+
 TEST_CASE("a config.ini of somebody else stays where it is") {
     const Machine machine;
     const OwnTemp temp(machine.folder.Path("Windows temp"));
@@ -428,6 +446,7 @@ TEST_CASE("a CurProfile of Work makes Work.ini in the settings folder the curren
     CHECK(location.BaseFile == machine.Default("corvella.ini"));
     CHECK(machine.user.messages.empty());
 }
+
 TEST_CASE("a CurProfile without a file leaves corvella.ini current, and the user is told once") {
     const Machine machine;
     machine.Settings("[Settings]\r\nCurProfile=Work\r\n");
@@ -440,6 +459,7 @@ TEST_CASE("a CurProfile without a file leaves corvella.ini current, and the user
     CHECK(machine.user.messages[0].search == "%f");
     CHECK(machine.user.messages[0].text == "Work.ini");
 }
+
 TEST_CASE("a missing file that is itself named corvella.ini is not told") {
     const Machine machine;
     machine.Settings("[Settings]\r\nCurProfile=" + machine.folder.Path("Elsewhere\\Corvella.INI") + "\r\n");
@@ -447,6 +467,7 @@ TEST_CASE("a missing file that is itself named corvella.ini is not told") {
     CHECK(location.CurrentFile == machine.Default("corvella.ini"));
     CHECK(machine.user.messages.empty());
 }
+
 TEST_CASE("a CurProfile of Standard.ini keeps the base file current, in any case") {
     const Machine machine;
     for (const char* name : {"Standard.ini", "STANDARD.INI", "standard", "Standard", "Corvella", ""}) {
@@ -458,6 +479,7 @@ TEST_CASE("a CurProfile of Standard.ini keeps the base file current, in any case
     }
     CHECK(machine.user.messages.empty());
 }
+
 TEST_CASE("the product's default profile name is configurable") {
     const Machine machine;
     state.DefaultProfile = "Work";
@@ -466,6 +488,7 @@ TEST_CASE("the product's default profile name is configurable") {
     GetIniFile();
     CHECK(location.CurrentFile == machine.Default("corvella.ini"));
 }
+
 TEST_CASE("without a current profile the last one counts") {
     const Machine machine;
     machine.Settings("[Settings]\r\nLastProfile=Work\r\n");
@@ -473,6 +496,7 @@ TEST_CASE("without a current profile the last one counts") {
     GetIniFile();
     CHECK(location.CurrentFile == machine.Default("Work.ini"));
 }
+
 TEST_CASE("section and key of the profile are not case-sensitive") {
     const Machine machine;
     machine.Settings("[SETTINGS]\r\ncurprofile=Work\r\n");
@@ -480,6 +504,7 @@ TEST_CASE("section and key of the profile are not case-sensitive") {
     GetIniFile();
     CHECK(location.CurrentFile == machine.Default("Work.ini"));
 }
+
 TEST_CASE("a profile with a drive is a path of its own, and one that ends in .ini gets no second one") {
     const Machine machine;
     machine.folder.Write("Roaming\\Own.INI", "");
@@ -487,6 +512,7 @@ TEST_CASE("a profile with a drive is a path of its own, and one that ends in .in
     GetIniFile();
     CHECK(location.CurrentFile == machine.folder.Path("Roaming\\Own.INI"));
 }
+
 TEST_CASE("in registry mode the profile is read from the registry, its legacy location included") {
     const Machine machine;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, settingsKey, "SaveIn", "2");
@@ -508,6 +534,7 @@ TEST_CASE("the settings lie in the folder that IniFiles names") {
     CHECK(Machine::IniFilesValue() == machine.folder.Path("Own"));
     CHECK_FALSE(machine.folder.Exists("Own\\corvella.ini"));
 }
+
 TEST_CASE("IniFiles is read once and remembered") {
     const Machine machine;
     machine.Make("Own");
@@ -516,6 +543,7 @@ TEST_CASE("IniFiles is read once and remembered") {
     Machine::SetIniFiles(machine.folder.Path("Another"));
     CHECK(GetIniFilename_(0) == machine.folder.Path("Own\\"));
 }
+
 TEST_CASE("an IniFiles value without a drive is discarded, and the default folder is used") {
     const Machine machine;
     for (const char* value : {"\\Own", "Own", "C:Own"}) {
@@ -525,6 +553,7 @@ TEST_CASE("an IniFiles value without a drive is discarded, and the default folde
         CHECK(GetIniFilename_(0) == machine.Default());
     }
 }
+
 TEST_CASE("a default folder is proven by writing corvella.ini, and IniFiles then deleted") {
     const Machine machine;
     Machine::SetIniFiles("no drive");
@@ -534,12 +563,14 @@ TEST_CASE("a default folder is proven by writing corvella.ini, and IniFiles then
     CHECK(Machine::IniFilesValue().empty());
     CHECK(machine.user.inputs.empty());
 }
+
 TEST_CASE("a settings file that is there is not written") {
     const Machine machine;
     machine.Settings("[S]\r\nk=v\r\n");
     CHECK(GetIniFilename_(0) == machine.Default());
     CHECK(machine.folder.Read("Roaming\\Corvella\\corvella.ini") == "[S]\r\nk=v\r\n");
 }
+
 TEST_CASE("a settings file that cannot be seen for a moment keeps its text when the folder is proven") {
     for (const DWORD error : {DWORD{ERROR_NETNAME_DELETED}, DWORD{ERROR_FILE_NOT_FOUND}}) {
         CAPTURE(error);
@@ -554,6 +585,7 @@ TEST_CASE("a settings file that cannot be seen for a moment keeps its text when 
         CHECK(machine.user.inputs.empty());
     }
 }
+
 TEST_CASE("a folder that cannot be written is asked for until one can be, which IniFiles then names") {
     Machine machine;
     machine.folder.Write("Roaming\\Corvella", "a file where the folder should be");
@@ -575,6 +607,7 @@ TEST_CASE("a folder that cannot be written is asked for until one can be, which 
     CHECK(location.CurrentFile == machine.folder.Path("Good\\corvella.ini"));
     CHECK(machine.user.inputs.size() == 2);
 }
+
 TEST_CASE("in registry mode too, an entered folder is asked for once") {
     Machine machine;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, settingsKey, "SaveIn", "2");
@@ -586,6 +619,7 @@ TEST_CASE("in registry mode too, an entered folder is asked for once") {
     CHECK(state.SettingsFolder == machine.folder.Path("Good\\"));
     CHECK(machine.user.inputs.size() == 1);
 }
+
 TEST_CASE("an entered folder that holds the settings file already is stored too") {
     Machine machine;
     machine.folder.Write("Roaming\\Corvella", "a file where the folder should be");
@@ -596,6 +630,7 @@ TEST_CASE("an entered folder that holds the settings file already is stored too"
     CHECK(machine.folder.Read("Good\\corvella.ini") == "[S]\r\n");
     CHECK(Machine::IniFilesValue() == machine.folder.Path("Good\\"));
 }
+
 TEST_CASE("an input box left empty ends the asking with the last folder, once for the process") {
     Machine machine;
     machine.folder.Write("Roaming\\Corvella", "a file where the folder should be");

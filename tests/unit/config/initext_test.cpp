@@ -36,43 +36,54 @@ TEST_CASE("a value is the rest of its line as it stands") {
     CHECK(ReadOr("[S]\r\nk=a=b\r\n", "S", "k") == "a=b");
     CHECK(ReadOr("[S]\r\nk=", "S", "k") == "");
 }
+
 TEST_CASE("the last line needs no line break") { CHECK(ReadOr("[S]\r\nk=v", "S", "k") == "v"); }
+
 TEST_CASE("a line with a blank between the key and the = is not found under that key") {
     CHECK(ReadOr("[S]\r\nk =v\r\n", "S", "k") == "(none)");
     CHECK(ReadOr("[S]\r\nk =v\r\n", "S", "k ") == "v");
 }
+
 TEST_CASE("a line with a blank before the key is not found under that key") {
     CHECK(ReadOr("[S]\r\n k=v\r\n", "S", "k") == "(none)");
 }
+
 TEST_CASE("a key that only ends like the one sought is not found") {
     CHECK(ReadOr("[S]\r\nxk=1\r\nk=2\r\n", "S", "k") == "2");
 }
+
 TEST_CASE("a key that also occurs in a later section is found only in the section asked for") {
     CHECK(ReadOr(twoSections, "A", "a") == "1");
     CHECK(ReadOr(twoSections, "B", "a") == "3");
     CHECK(ReadOr(twoSections, "B", "b") == "(none)");
     CHECK(ReadOr("[A]\r\nx=1\r\n[B]\r\nk=2\r\n", "A", "k") == "(none)");
 }
+
 TEST_CASE("only the first head of a section and the first line of a key count") {
     CHECK(ReadOr("[S]\r\nk=1\r\nk=2\r\n[T]\r\n[S]\r\nk=3\r\nm=4\r\n", "S", "k") == "1");
     CHECK(ReadOr("[S]\r\nk=1\r\n[T]\r\n[S]\r\nm=4\r\n", "S", "m") == "(none)");
 }
+
 TEST_CASE("a key on the first line of the text cannot be found") {
     CHECK(ReadOr("k=1\r\n[S]\r\n", "", "k") == "(none)");
     CHECK(ReadOr("[S]k=1", "S", "k") == "(none)");
 }
+
 TEST_CASE("a section is found by plain search, also inside a line") {
     CHECK(ReadOr("[A]\r\nhint=see [S]\r\nk=1\r\n[S]\r\nk=2\r\n", "S", "k") == "1");
     CHECK(ReadOr("  [S] ; comment\r\nk=1\r\n", "S", "k") == "1");
 }
+
 TEST_CASE("a section ends where a line begins with [, whatever follows it") {
     CHECK(ReadOr("[S]\r\na=1\r\n[not a head\r\nb=2\r\n", "S", "b") == "(none)");
     CHECK(ReadOr("[S]\r\na=1\r\n [x]\r\nb=2\r\n", "S", "b") == "2");
 }
+
 TEST_CASE("a name that begins with [ is also looked for as it stands") {
     CHECK(ReadOr("[S]\r\nk=1\r\n", "[S]", "k") == "1");
     CHECK(ReadOr("[S]\r\nk=1\r\n[[S]]\r\nk=2\r\n", "[S]", "k") == "2");
 }
+
 TEST_CASE("letters compare exactly unless the caller asks otherwise") {
     const std::string text = "[Settings]\r\nCurProfile=Work\r\n";
     CHECK(ReadOr(text, "settings", "CurProfile") == "(none)");
@@ -80,6 +91,7 @@ TEST_CASE("letters compare exactly unless the caller asks otherwise") {
     CHECK(ReadOr(text, "sETTINGS", "CURprofile", "", Comparison::IgnoringCase) == "Work");
     CHECK(ReadOr("[\xC4]\r\nk=1\r\n", "\xE4", "k", "(none)", Comparison::IgnoringCase) == "(none)");
 }
+
 TEST_CASE("a lone CR, a lone LF and a NUL are characters like others") {
     CHECK(ReadOr(std::string("[S]\r\nk=a\0b\r\n", 12), "S", "k") == std::string("a\0b", 3));
     CHECK(ReadOr("[S]\r\nk=a\nb=c\r\n", "S", "k") == "a\nb=c");
@@ -87,10 +99,12 @@ TEST_CASE("a lone CR, a lone LF and a NUL are characters like others") {
     CHECK(ReadOr("[S]\r\nk=a\r\r\nb=1", "S", "k") == "a\r");
     CHECK(ReadOr("[S]\r\nk=a\r", "S", "k") == "a\r");
 }
+
 TEST_CASE("empty names are names") {
     CHECK(ReadOr("[]\r\n=v\r\n", "", "") == "v");
     CHECK(ReadOr("[S]\r\nk=v\r\n", "S", "") == "(none)");
 }
+
 TEST_CASE("nothing is found in a text of one blank and in none") {
     CHECK(ReadOr(IniText::missingFile, "S", "k") == "(none)");
     CHECK(ReadOr("", "", "") == "(none)");
@@ -104,6 +118,7 @@ TEST_CASE("a section runs from its head to the line break before the next head")
     CHECK(IniText::FindSection(twoSections, "B") == IniText::Span{19, twoSections.size()});
     CHECK_FALSE(IniText::FindSection(twoSections, "C").has_value());
 }
+
 TEST_CASE("a remembered section is trusted only while the text still reads so") {
     using IniText::SectionStandsAt;
     const IniText::Span a{0, 17};
@@ -127,59 +142,73 @@ TEST_CASE("a new value takes the place of the old one and all else stays") {
     CHECK(Write("[S]\r\nk=v", "S", "k", "w") == "[S]\r\nk=w");
     CHECK(Write("[S]\r\nk=\r\n", "S", "k", "w") == "[S]\r\nk=w\r\n");
 }
+
 TEST_CASE("writing the value that a key already has changes nothing") {
     CHECK_FALSE(Changes(twoSections, "A", "a", "1"));
     CHECK(Changes(twoSections, "A", "a", "1 "));
 }
+
 TEST_CASE("writing an empty value deletes the key's line") {
     CHECK(Write(twoSections, "A", "a", "") == "[A]\r\nb=2\r\n\r\n\r\n[B]\r\na=3\r\n");
     CHECK(Write(twoSections, "B", "a", "") == "[A]\r\na=1\r\nb=2\r\n\r\n\r\n[B]\r\n");
     CHECK(Write("[S]\r\nk=\r\n", "S", "k", "") == "[S]\r\n");
     CHECK(Changes(twoSections, "A", "a", ""));
 }
+
 TEST_CASE("a deleted last line that no line break ends takes the one before it along") {
     CHECK(Write("[S]\r\na=1\r\nk=v", "S", "k", "") == "[S]\r\na=1");
 }
+
 TEST_CASE("writing an empty value for a key or section that does not exist leaves the text untouched") {
     CHECK_FALSE(Changes(twoSections, "A", "c", ""));
     CHECK_FALSE(Changes(twoSections, "B", "c", ""));
     CHECK_FALSE(Changes(twoSections, "C", "a", ""));
     CHECK_FALSE(Changes(" ", "C", "a", ""));
 }
+
 TEST_CASE("writing a new key into the last section of a file that ends without a line break appends it") {
     CHECK(Write("[S]\r\na=1", "S", "k", "v") == "[S]\r\na=1\r\nk=v");
     CHECK(Write("[S]", "S", "k", "v") == "[S]\r\nk=v");
 }
+
 TEST_CASE("a new key in the last section takes the place of the line breaks at the end") {
     CHECK(Write("[S]\r\na=1\r\n\r\n\r\n", "S", "k", "v") == "[S]\r\na=1\r\nk=v");
 }
+
 TEST_CASE("a new key in a section followed by two empty lines and another section lands under the last setting") {
     CHECK(Write(twoSections, "A", "c", "9") == "[A]\r\na=1\r\nb=2\r\nc=9\r\n\r\n\r\n[B]\r\na=3\r\n");
 }
+
 TEST_CASE("a new key in an empty section lands under its head") {
     CHECK(Write("[A]\r\n\r\n[B]\r\n", "A", "k", "v") == "[A]\r\nk=v\r\n\r\n[B]\r\n");
     CHECK(Write("[]\r\n[B]\r\n", "", "k", "v") == "[]\r\nk=v\r\n[B]\r\n");
 }
+
 TEST_CASE("a tab at the end of a section's last value stays with that value when a key is added") {
     const std::string text = Write("[A]\r\na=1\t\r\n\t\r\n[B]\r\n", "A", "k", "v");
     CHECK(text == "[A]\r\na=1\t\r\nk=v\r\n\t\r\n[B]\r\n");
 }
+
 TEST_CASE("a missing section is added at the end after one empty line") {
     CHECK(Write("[A]\r\na=1", "S", "k", "v") == "[A]\r\na=1\r\n\r\n[S]\r\nk=v\r\n");
     CHECK(Write("[A]\r\na=1\r\n\r\n\r\n", "S", "k", "v") == "[A]\r\na=1\r\n\r\n[S]\r\nk=v\r\n");
 }
+
 TEST_CASE("a text of up to four characters keeps its line breaks before a new section") {
     CHECK(Write("\r\n\r\n", "S", "k", "v") == "\r\n\r\n\r\n\r\n[S]\r\nk=v\r\n");
     CHECK(Write("\r\n\r\n\r\n", "S", "k", "v") == "\r\n\r\n[S]\r\nk=v\r\n");
 }
+
 TEST_CASE("an empty or missing file gets its first section without an empty line in front") {
     CHECK(Write(" ", "S", "k", "v") == "[S]\r\nk=v\r\n");
     CHECK(Write("", "S", "k", "v") == "[S]\r\nk=v\r\n");
 }
+
 TEST_CASE("the writer compares names exactly") {
     CHECK(Write("[s]\r\nK=1\r\n", "S", "k", "v") == "[s]\r\nK=1\r\n\r\n[S]\r\nk=v\r\n");
     CHECK(Write("[S]\r\nK=1\r\n", "S", "k", "v") == "[S]\r\nK=1\r\nk=v");
 }
+
 TEST_CASE("duplicates further down are left alone") {
     CHECK(Write("[S]\r\nk=1\r\nk=2\r\n[T]\r\n[S]\r\nk=3\r\n", "S", "k", "9") ==
           "[S]\r\nk=9\r\nk=2\r\n[T]\r\n[S]\r\nk=3\r\n");
@@ -193,12 +222,14 @@ TEST_CASE("a text ending in several empty lines goes to disk ending in exactly o
     CHECK(OnDisk("[S]\r\nk=v\r\n") == "[S]\r\nk=v\r\n");
     CHECK(OnDisk("[S]\r\nk=v") == "[S]\r\nk=v\r\n");
 }
+
 TEST_CASE("of three line breaks in a row two are left, of four three, of six four") {
     CHECK(OnDisk("a\r\n\r\nb") == "a\r\n\r\nb\r\n");
     CHECK(OnDisk("a\r\n\r\n\r\nb") == "a\r\n\r\nb\r\n");
     CHECK(OnDisk("a\r\n\r\n\r\n\r\nb") == "a\r\n\r\n\r\nb\r\n");
     CHECK(OnDisk("a\r\n\r\n\r\n\r\n\r\n\r\nb") == "a\r\n\r\n\r\n\r\nb\r\n");
 }
+
 TEST_CASE("lone line feeds are not thinned") { CHECK(OnDisk("a\n\n\n\nb\n\n") == "a\n\n\n\nb\n\n\r\n"); }
 
 TEST_SUITE_END();
@@ -265,6 +296,7 @@ TEST_CASE("a write followed by a read gives the value back") {
         CHECK_FALSE(Changes(text, section, key, value));
     }
 }
+
 TEST_CASE("a write leaves every other line as it was") {
     Random random(2);
     for (int round = 0; round < 20000; ++round) {
@@ -289,6 +321,7 @@ TEST_CASE("a write leaves every other line as it was") {
         CHECK(is == expected);
     }
 }
+
 TEST_CASE("deleting what was just added gives the old lines back") {
     Random random(3);
     for (int round = 0; round < 20000; ++round) {
@@ -304,6 +337,7 @@ TEST_CASE("deleting what was just added gives the old lines back") {
         CHECK(LinesThatShow(text) == LinesThatShow(before));
     }
 }
+
 TEST_CASE("going to disk changes no line that shows anything and does not add any") {
     Random random(4);
     for (int round = 0; round < 20000; ++round) {
@@ -315,6 +349,7 @@ TEST_CASE("going to disk changes no line that shows anything and does not add an
         CHECK(disk.size() <= text.size() + 2);
     }
 }
+
 TEST_CASE("the index finds what a search finds, whatever was asked before") {
     Random random(5);
     for (int round = 0; round < 4000; ++round) {

@@ -144,6 +144,7 @@ TEST_CASE("one failing question about the settings file loses nothing of it, and
         CHECK(settings.File() == Text("new value"));
     }
 }
+
 TEST_CASE("a settings file about which Windows tells nothing is unreadable: not written, and not taken for empty") {
     const Settings settings;
     settings.File(Text("v"));
@@ -155,6 +156,7 @@ TEST_CASE("a settings file about which Windows tells nothing is unreadable: not 
     CHECK(settings.File() == Text("v"));
     CHECK(GetIniSetting("S", "k", "d") == "v");
 }
+
 TEST_CASE("while Windows tells nothing about a file that is held, reads give what is held") {
     const Settings settings;
     settings.File(Text("v"));
@@ -162,6 +164,7 @@ TEST_CASE("while Windows tells nothing about a file that is held, reads give wha
     const FailingAttributes failing(1, ERROR_NETNAME_DELETED);
     CHECK(GetIniSetting("S", "k", "d") == "v");
 }
+
 TEST_CASE("a file that Windows calls not found is missing, and the first write makes it") {
     for (const DWORD error : {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_PATH_NOT_FOUND}}) {
         const FailingAttributes failing(1, error);
@@ -170,6 +173,7 @@ TEST_CASE("a file that Windows calls not found is missing, and the first write m
         CHECK_FALSE(platform::StampOf("C:\\x").unknown);
     }
 }
+
 TEST_CASE("a write waits while another process saves the file, and adds to what that has saved") {
     const Settings settings;
     settings.File(Text("v"));
@@ -186,6 +190,7 @@ TEST_CASE("a write waits while another process saves the file, and adds to what 
     }
     CHECK(settings.File() == Text("theirs") + "\r\n[T]\r\nours=1\r\n");
 }
+
 TEST_CASE("a read while another process saves the file waits for the saved text") {
     const Settings settings;
     settings.File(Text("v"));
@@ -198,6 +203,7 @@ TEST_CASE("a read while another process saves the file waits for the saved text"
     });
     CHECK(GetIniSetting("S", "k", "d") == "theirs");
 }
+
 TEST_CASE("a file that another process keeps open for writing can be read, and is not written") {
     const Settings settings;
     settings.File(Text("v"));
@@ -211,6 +217,7 @@ TEST_CASE("a file that another process keeps open for writing can be read, and i
     CHECK(SetIniSetting("S", "k", "ours", true));
     CHECK(settings.File() == Text("ours"));
 }
+
 TEST_CASE("what another process saves right before our text would replace the file stays, and ours is added to it") {
     for (const char* const step : {"make", "flush", "replace"}) {
         CAPTURE(step);
@@ -225,6 +232,7 @@ TEST_CASE("what another process saves right before our text would replace the fi
         CHECK(GetIniSetting("S", "k") == "theirs");
     }
 }
+
 TEST_CASE("what another process saves right before a value is written where it stands stays") {
     const Settings settings;
     settings.File(Text("v") + "[T]\r\nours=0\r\n");
@@ -234,6 +242,7 @@ TEST_CASE("what another process saves right before a value is written where it s
     CHECK(SetIniSetting("T", "ours", "1", true));
     CHECK(settings.File() == Text("w") + "[T]\r\nours=1\r\n");
 }
+
 TEST_CASE("what another process saves before a file that must be overwritten in place is opened stays") {
     const Settings settings;
     settings.File(Text("v"));
@@ -243,6 +252,7 @@ TEST_CASE("what another process saves before a file that must be overwritten in 
     CHECK(SetIniSetting("T", "ours", "1", true));
     CHECK(settings.File() == Text("theirs") + "\r\n[T]\r\nours=1\r\n");
 }
+
 TEST_CASE("what another process makes while a missing file is about to be written stays") {
     const Settings settings;
     file = location.CurrentFile;
@@ -250,6 +260,7 @@ TEST_CASE("what another process makes while a missing file is about to be writte
     CHECK(SetIniSetting("T", "ours", "1", true));
     CHECK(settings.File() == Text("theirs") + "\r\n[T]\r\nours=1\r\n");
 }
+
 TEST_CASE("what another process saves before our text is verified stays") {
     const Settings settings;
     settings.File(Text("v"));
@@ -260,6 +271,7 @@ TEST_CASE("what another process saves before our text is verified stays") {
     CHECK(settings.File() == Text("theirs"));
     CHECK(GetIniSetting("S", "k") == "theirs");
 }
+
 TEST_CASE("a file that is empty for a moment while another process saves it is not taken for an empty one") {
     for (const bool removed : {false, true}) {
         CAPTURE(removed);
@@ -281,6 +293,7 @@ TEST_CASE("a file that is empty for a moment while another process saves it is n
         CHECK(settings.File() == Text("theirs") + "\r\n[T]\r\nours=1\r\n");
     }
 }
+
 TEST_CASE("unwritten changes of several keys are all made in the text that another process has saved") {
     const Settings settings;
     settings.File(Text("v"));
@@ -291,6 +304,7 @@ TEST_CASE("unwritten changes of several keys are all made in the text that anoth
     IniInit(false);
     CHECK(settings.File() == Text("theirs").substr(0, Text("theirs").size() - 2) + "\r\na=1\r\nb=2\r\n");
 }
+
 TEST_CASE("a file of the user's own beside the settings file stays, and what a crash left there goes") {
     const Settings settings;
     settings.File(Text("v"));

@@ -112,6 +112,7 @@ TEST_CASE("the system's language decides over the whole table where the settings
         CHECK(state.LangDefault + ".lng" == file);
     }
 }
+
 TEST_CASE("each language of the list is chosen by its codes of Windows, and has its help") {
     House house;
     house.WriteAllLanguages();
@@ -126,6 +127,7 @@ TEST_CASE("each language of the list is chosen by its codes of Windows, and has 
         }
     }
 }
+
 TEST_CASE("the language of the settings comes before the system's") {
     House house;
     house.WriteAllLanguages();
@@ -133,6 +135,7 @@ TEST_CASE("the language of the settings comes before the system's") {
     house.Setting("Settings", "Language", "Polski");
     CHECK(house.Choose() == "Polski.lng");
 }
+
 TEST_CASE("the settings may name the file with or without its extension") {
     House house;
     house.WriteAllLanguages();
@@ -142,6 +145,7 @@ TEST_CASE("the settings may name the file with or without its extension") {
     CHECK(house.Choose() == "Cesky.lng");
     CHECK(state.LangDefault == "Cesky");
 }
+
 TEST_CASE("the settings may name a file anywhere") {
     House house;
     house.MakeFolder("other");
@@ -150,6 +154,7 @@ TEST_CASE("the settings may name a file anywhere") {
     CHECK(house.Choose() == "other\\Mine.lng");
     CHECK(state.LangDefault == "mine");
 }
+
 TEST_CASE("a file whose name has accents is found without them") {
     House house;
     house.WriteAllLanguages();
@@ -160,6 +165,7 @@ TEST_CASE("a file whose name has accents is found without them") {
     house.Setting("Settings", "Language", "Espa\xF1ol.lng");
     CHECK(house.Choose() == "Espanol.lng");
 }
+
 TEST_CASE("a language without a file is English") {
     House house;
     house.WriteAllLanguages();
@@ -167,6 +173,7 @@ TEST_CASE("a language without a file is English") {
     CHECK(house.Choose() == "English.lng");
     CHECK(state.LangDefault == "English");
 }
+
 TEST_CASE("only a language called Deutsch has the German web site") {
     House house;
     house.WriteAllLanguages();
@@ -184,6 +191,7 @@ TEST_CASE("without a system language the language of the mouse driver counts") {
     house.System.Set("NLD");
     CHECK(Language::GetSystemLanguage() == "NLD");
 }
+
 TEST_CASE("the German locale in its hexadecimal digits is DE, which is English") {
     House house;
     house.WriteAllLanguages();
@@ -191,6 +199,7 @@ TEST_CASE("the German locale in its hexadecimal digits is DE, which is English")
     CHECK(Language::GetSystemLanguage() == "DE");
     CHECK(house.Choose() == "English.lng");
 }
+
 TEST_CASE("a locale is read as a decimal number, and its name keeps the NUL behind it") {
     House house;
     house.WriteAllLanguages();
@@ -201,6 +210,7 @@ TEST_CASE("a locale is read as a decimal number, and its name keeps the NUL behi
     CHECK(Language::GetSystemLanguage() == "DEU\0"s);
     CHECK(house.Choose() == "English.lng");
 }
+
 TEST_CASE("a locale that the system does not know stays what it is") {
     House house;
     house.Locale.Set("00000409");
@@ -220,6 +230,7 @@ TEST_CASE("where no settings file is known yet the language has it found") {
     CHECK(house.Choose() == "Polski.lng");
     CHECK(IniFile::location.CurrentFile == folder + "corvella.ini");
 }
+
 TEST_CASE("finding the settings files sets the language up, once") {
     House house;
     house.WriteAllLanguages();
@@ -233,6 +244,7 @@ TEST_CASE("finding the settings files sets the language up, once") {
     CHECK(state.LangDefault == "Deutsch");
     InifileCV::PlugLanguage(earlier);
 }
+
 TEST_CASE("a lookup and the settings that it has found load the language once between them") {
     House house;
     house.WriteAllLanguages();
@@ -262,6 +274,7 @@ TEST_CASE("the manual is the language's where it has one, else the English one")
     (void)house.Choose();
     CHECK(state.LangManualFolder == folder + "Manual\\Nederlands\\");
 }
+
 TEST_CASE("the help of Nederlands is cvnl.chm, and the English help where that is missing") {
     House house;
     house.WriteAllLanguages();
@@ -300,6 +313,7 @@ TEST_CASE("the texts that everybody needs are read with the file") {
     CHECK(state.LangAnniversaryEnglish == "Anniversary");
     CHECK(state.LangBirthdayEnglish == "Birthday");
 }
+
 TEST_CASE("without a character set in the file it is 1, and 0 is a character set") {
     House house;
     house.Write("English.lng", "x\r\n[Info]\r\n");
@@ -309,6 +323,7 @@ TEST_CASE("without a character set in the file it is 1, and 0 is a character set
     (void)house.Choose();
     CHECK(state.LangCharSet == 0);
 }
+
 TEST_CASE("the file is loaded once") {
     House house;
     house.WriteAllLanguages();
@@ -317,12 +332,14 @@ TEST_CASE("the file is loaded once") {
     Language::LoadLanguageFile();
     CHECK(state.LangFile == folder + "English.lng");
 }
+
 TEST_CASE("the text of the file ends its lines in CR LF, whatever they ended in") {
     House house;
     house.Write("English.lng", "x\n[Misc]\rOk=OK");
     (void)house.Choose();
     CHECK(state.LangText == "x\r\n[Misc]\r\nOk=OK\r\n");
 }
+
 TEST_CASE("an empty file gives way to the English one, for single texts too") {
     House house;
     house.Write("Deutsch.lng", "");
@@ -332,6 +349,7 @@ TEST_CASE("an empty file gives way to the English one, for single texts too") {
     CHECK(state.LangText.ends_with("Default=Default\r\n"));
     CHECK(GetLanguageString("Misc", "Default") == "Default");
 }
+
 TEST_CASE("when no file has a text the user is told in a message box") {
     House house;
     house.System.Set("DEU");
@@ -342,12 +360,14 @@ TEST_CASE("when no file has a text the user is told in a message box") {
     CHECK(state.LangText.empty());
     CHECK(GetLanguageString("Misc", "Default").empty());
 }
+
 TEST_CASE("no message is shown for a file that has a text") {
     House house;
     house.WriteAllLanguages();
     (void)house.Choose();
     CHECK(house.Boxes().empty());
 }
+
 TEST_CASE("the chosen file goes to the debug log") {
     House house;
     house.WriteAllLanguages();
@@ -372,6 +392,7 @@ TEST_CASE("a text is found by section and key, with its escapes read") {
     CHECK(GetLanguageString("Messages", "Debug2") == "Line 1\rLine 2\tend");
     CHECK(GetLanguageString("Messages", "mSync").empty());
 }
+
 TEST_CASE("every occurrence of a placeholder is replaced") {
     House house;
     house.Write("English.lng", "x\r\n[OutlookAddIn]\r\nMsg1=%i and %i?\r\n");
@@ -379,6 +400,7 @@ TEST_CASE("every occurrence of a placeholder is replaced") {
     CHECK(Language::GetLanguageStringReplaced("OutlookAddIn", "Msg1", "", "tasks") == "%i and %i?");
     CHECK(Language::GetLanguageStringReplaced("OutlookAddIn", "Msg9", "%i", "tasks").empty());
 }
+
 TEST_CASE("a missing key is the empty text, and told only where the caller wants it") {
     AnsweringPrompt user;
     House house;
@@ -392,12 +414,14 @@ TEST_CASE("a missing key is the empty text, and told only where the caller wants
     CHECK(user.asked[0].text == "Missing 'Debug9' in Messages in the language file!");
     CHECK(user.asked[1].text == "Missing 'Debug8' in Messages in the language file!");
 }
+
 TEST_CASE("without a language file no missing key is told") {
     AnsweringPrompt user;
     House house;
     CHECK(GetLanguageString("Messages", "Debug9", true).empty());
     CHECK(user.asked.empty());
 }
+
 TEST_CASE("a lookup is logged with its section and key when the level is not 0") {
     House house;
     house.WriteAllLanguages();
@@ -406,6 +430,7 @@ TEST_CASE("a lookup is logged with its section and key when the level is not 0")
     (void)GetLanguageString("Misc", "Default");
     CHECK(log.Text() == "<GetLanguageString>_\r\n  Misc:Default\r\n</GetLanguageString>\r\n");
 }
+
 TEST_CASE("a text that another process changes is read anew") {
     House house;
     house.Write("English.lng", "x\r\n[Misc]\r\nDefault=one\r\n");
@@ -467,6 +492,7 @@ TEST_CASE("a form takes its caption, its controls and its standard buttons from 
     CHECK(form.The("Cancel").Caption() == "Never");
     CHECK(form.The("Label1").Font() == platform::FontStyle());
 }
+
 TEST_CASE("a form may take another section, and its caption still stands under its own name") {
     House house;
     house.Write("English.lng",
@@ -476,6 +502,7 @@ TEST_CASE("a form may take another section, and its caption still stands under i
     CHECK(form.Caption() == "Own");
     CHECK(form.The("Label1").Caption() == "other");
 }
+
 TEST_CASE("the form FormPropCal takes its texts from the section FormProperties") {
     House house;
     house.Write("English.lng", "x\r\n[FormPropCal]\r\nLabel1=not this\r\n[FormProperties]\r\nLabel1=this\r\n");
@@ -485,6 +512,7 @@ TEST_CASE("the form FormPropCal takes its texts from the section FormProperties"
     CHECK(form.The("Label1").Caption() == "this");
     CHECK_FALSE(form.The("TextDelay").Visible());
 }
+
 TEST_CASE("a form without texts stays as it was designed") {
     House house;
     house.Write("English.lng", "x\r\n[FormOther]\r\nLabel1=x\r\n");
@@ -494,6 +522,7 @@ TEST_CASE("a form without texts stays as it was designed") {
     for (const char* name : {"Label1", "ButtonOK", "Cancel"}) CHECK(form.The(name).Caption() == "designed");
     CHECK_FALSE(platform::Err());
 }
+
 TEST_CASE("a form takes font and character set of the language") {
     House house;
     house.Write("English.lng", "x\r\n[Info]\r\nFont=Arial\r\nCharSet=238\r\n");
@@ -503,6 +532,7 @@ TEST_CASE("a form takes font and character set of the language") {
     CHECK(form.The("NavBar").Font().charSet == 238);
     CHECK(form.The("Label1").Font().face == "Arial");
 }
+
 TEST_CASE("character set 0 without a font leaves all fonts alone, with a font it does not") {
     House house;
     house.Write("English.lng", "x\r\n[Info]\r\nCharSet=0\r\n");
@@ -515,6 +545,7 @@ TEST_CASE("character set 0 without a font leaves all fonts alone, with a font it
     CHECK(form.The("Label1").Font().charSet == 0);
     CHECK(form.The("Label1").Font().face == "Arial");
 }
+
 TEST_CASE("a picture box shows a file of the add-in's folder") {
     House house;
     house.Write("English.lng", "x\r\n[FormTest]\r\nPicture1=logo.bmp\r\n");
@@ -525,6 +556,7 @@ TEST_CASE("a picture box shows a file of the add-in's folder") {
     Language::GetLanguageStringsForForm(form);
     CHECK(form.The("Picture1").Picture() == folder + "logo.bmp");
 }
+
 TEST_CASE("the settings file takes controls away from a form") {
     House house;
     house.WriteAllLanguages();
@@ -541,6 +573,7 @@ TEST_CASE("the settings file takes controls away from a form") {
     CHECK_FALSE(form.Find("Option", 0)->Enabled());
     CHECK_FALSE(platform::Err());
 }
+
 TEST_CASE("restrictions come from the form's own section where none is named, and from no profile's file") {
     House house;
     house.WriteAllLanguages();
@@ -554,6 +587,7 @@ TEST_CASE("restrictions come from the form's own section where none is named, an
     Language::ApplyFormRestrictions(form, "Other", true);
     CHECK_FALSE(form.The("TextDelay").Visible());
 }
+
 TEST_CASE("a restriction that names nothing of the form is logged where errors are to be reported") {
     House house;
     house.Setting("FormTest", "Hide", "Absent");
@@ -564,6 +598,7 @@ TEST_CASE("a restriction that names nothing of the form is logged where errors a
     Language::ApplyFormRestrictions(form, "", true);
     CHECK(log.Holds(" FormTest:Hide?Absent\r\n"));
 }
+
 TEST_CASE("what a form refuses leaves the caller's pending error as it was") {
     House house;
     house.Write("English.lng", "x\r\n[Info]\r\nCharSet=238\r\n[FormTest]\r\nTextDelay=x\r\nPicture1=y|z\r\n");
@@ -574,6 +609,7 @@ TEST_CASE("what a form refuses leaves the caller's pending error as it was") {
     CHECK(platform::Err().Number() == 9);
     CHECK(platform::Err().Description() == "earlier");
 }
+
 TEST_CASE("one control takes its text by its name, by its number and by a suffix") {
     House house;
     house.Write("English.lng",
@@ -591,6 +627,7 @@ TEST_CASE("one control takes its text by its name, by its number and by a suffix
     Language::GetLanguageString2(form, form.The("ButtonOK"));
     CHECK(form.The("ButtonOK").Caption() == "designed");
 }
+
 TEST_CASE("a control's caption is logged on a level above 1 only") {
     House house;
     house.WriteAllLanguages();

@@ -129,6 +129,7 @@ TEST_CASE("each language that the add-in comes with is shown by the windows of a
     std::sort(captions.begin(), captions.end());
     CHECK(std::adjacent_find(captions.begin(), captions.end()) == captions.end());
 }
+
 TEST_CASE("Czech and Polish texts are shown in fonts of their character set, others in the form's own") {
     for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
         CAPTURE(language);

@@ -89,6 +89,7 @@ TEST_CASE("a program gets its command line as it stands and its show state") {
     CHECK(StartProcess(line, Show::Normal));
     CHECK(recorder.Starts(2).at(1) == "1 " + line);
 }
+
 TEST_CASE("a program that is not there returns false, with the error pending") {
     Err().Clear();
     CHECK_FALSE(StartProcess("\"C:\\no such folder\\x.exe\"", Show::Normal));
@@ -96,6 +97,7 @@ TEST_CASE("a program that is not there returns false, with the error pending") {
     CHECK_FALSE(Err().Description().empty());
     Err().Clear();
 }
+
 TEST_CASE("no handle is held of a program that was started") {
     const TempFolder folder;
     const Recorder recorder(folder, "x.exe");
@@ -115,6 +117,7 @@ TEST_CASE("a file is there, has a size and can be removed") {
     CHECK(RemoveFile(folder.Path("x")));
     CHECK_FALSE(PathExists(folder.Path("x")));
 }
+
 TEST_CASE("a file that is not there has no size, and asking for it is no error") {
     const TempFolder folder;
     Err().Clear();
@@ -127,12 +130,14 @@ TEST_CASE("a file that is not there has no size, and asking for it is no error")
     CHECK(Err().Number() == ERROR_FILE_NOT_FOUND);
     Err().Clear();
 }
+
 TEST_CASE("what is appended stands behind what was there, and a missing file is made") {
     const TempFolder folder;
     CHECK(AppendToFile(folder.Path("x"), "one\r\n"));
     CHECK(AppendToFile(folder.Path("x"), "two\r\n"));
     CHECK(folder.Read("x") == "one\r\ntwo\r\n");
 }
+
 TEST_CASE("a file can be appended to while another has it open") {
     const TempFolder folder;
     folder.Write("x", "one");
@@ -143,6 +148,7 @@ TEST_CASE("a file can be appended to while another has it open") {
     CloseHandle(other);
     CHECK(folder.Read("x") == "onetwo");
 }
+
 TEST_CASE("a file that cannot be opened returns false, with the error pending") {
     const TempFolder folder;
     Err().Clear();
@@ -167,17 +173,20 @@ TEST_CASE("the clock tells the local time of day and date") {
         CHECK(today.day == before.wDay);
     }
 }
+
 TEST_CASE("a pause lasts as long as it was asked to") {
     const DWORD start = GetTickCount();
     Pause(60);
     CHECK(GetTickCount() - start + 16 >= 50);  // the tick counts in steps of up to 16 ms
 }
+
 TEST_CASE("the decimal separator is the one of the user's settings") {
     REQUIRE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, ","));
     CHECK(DecimalSeparator() == ",");
     REQUIRE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, "."));
     CHECK(DecimalSeparator() == ".");
 }
+
 TEST_CASE("the last error of a thread outlives the scope that keeps it") {
     SetLastError(1234);
     {
@@ -221,6 +230,7 @@ TEST_CASE("the standard box shows text, title, icon and buttons, and returns the
     CHECK(user.Seen()[0].icon);
     CHECK(user.Seen()[0].buttons == std::vector<int>{IDYES, IDNO});
 }
+
 TEST_CASE("a box without a title names the add-in") {
     const BoxAnswerer user(IDOK);
     CHECK(ShowMessageBox("Text", 0) == IDOK);
@@ -228,6 +238,7 @@ TEST_CASE("a box without a title names the add-in") {
     CHECK(user.Seen()[0].title == "Corvella Outlook AddIn");
     CHECK_FALSE(user.Seen()[0].icon);
 }
+
 TEST_CASE("style bits that Windows refuses are left out, the others kept") {
     // Wine shows a box whatever the bits are, so it is looked at what arrives.
     constexpr UINT modality = MB_TASKMODAL | MB_SETFOREGROUND;
@@ -258,6 +269,7 @@ TEST_CASE("Control and End are pressed and released with the codes of the user's
     };
     CHECK(pressedKeys == expected);
 }
+
 TEST_CASE("a bitmap that cannot become a picture is let go of") {
     ImportPatch patch;
     const ImportPatch::Import pictures[] = {
@@ -270,6 +282,7 @@ TEST_CASE("a bitmap that cannot become a picture is let go of") {
     CHECK(GetObjectType(bitmap) == 0);
     Err().Clear();
 }
+
 TEST_CASE("a timer fires again and again until it is stopped") {
     int events = 0;
     Timer timer([&] { ++events; });
@@ -283,6 +296,7 @@ TEST_CASE("a timer fires again and again until it is stopped") {
     CHECK(events == stopped);
     CHECK_FALSE(timer.Running());
 }
+
 TEST_CASE("starting a running timer begins its countdown anew") {
     int events = 0;
     Timer timer([&] { ++events; });
@@ -293,6 +307,7 @@ TEST_CASE("starting a running timer begins its countdown anew") {
     CHECK(events == 0);
     CHECK(PumpUntil(2000, [&] { return events == 1; }));
 }
+
 TEST_CASE("a timer that was stopped after its time had passed does not fire") {
     int events = 0;
     Timer timer([&] { ++events; });
@@ -305,6 +320,7 @@ TEST_CASE("a timer that was stopped after its time had passed does not fire") {
     PumpFor(100);
     CHECK(events == 0);
 }
+
 TEST_CASE("a message of an earlier arming is not the timer's event") {
     int events = 0;
     Timer timer([&] { ++events; });
@@ -315,6 +331,7 @@ TEST_CASE("a message of an earlier arming is not the timer's event") {
     timer.Fire(1);
     CHECK(events == 0);
 }
+
 TEST_CASE("a timer may end itself in its own event") {
     std::unique_ptr<Timer> timer;
     int events = 0;
@@ -330,12 +347,14 @@ TEST_CASE("a timer may end itself in its own event") {
     CHECK(events == 1);
     CHECK_FALSE(TimerClassExists());
 }
+
 TEST_CASE("an exception in a timer's event goes no further and is the pending error") {
     Timer timer([]() -> void { throw 1; });
     timer.Start(20);
     CHECK(PumpUntil(3000, [] { return Err().Number() == InvalidProcedureCall; }));
     Err().Clear();
 }
+
 TEST_CASE("the library stays loaded, and the window class registered, as long as a timer lives") {
     CHECK_FALSE(IsKeptLoaded());
     {
@@ -350,6 +369,7 @@ TEST_CASE("the library stays loaded, and the window class registered, as long as
     CHECK_FALSE(TimerClassExists());
     CHECK_FALSE(IsKeptLoaded());
 }
+
 TEST_CASE("a window class that an earlier load of the library left behind is replaced") {
     WNDCLASSA left{};
     left.lpfnWndProc = DefWindowProcA;

@@ -14,6 +14,7 @@ TEST_CASE("the last failure is the one that is pending") {
     CHECK(Err().Description() == "second");
     Err().Clear();
 }
+
 TEST_CASE("clearing leaves neither number nor description") {
     Err().Set(5, "something");
     Err().Clear();
@@ -21,6 +22,7 @@ TEST_CASE("clearing leaves neither number nor description") {
     CHECK(Err().Description().empty());
     CHECK_FALSE(Err());
 }
+
 TEST_CASE("a scope begins with no error pending and puts the earlier one back whatever failed in it") {
     Err().Set(9, "earlier");
     {
@@ -32,12 +34,14 @@ TEST_CASE("a scope begins with no error pending and puts the earlier one back wh
     CHECK(Err().Description() == "earlier");
     Err().Clear();
 }
+
 TEST_CASE("a guarded call begins with no error pending") {
     Err().Set(9, "of an earlier event");
     std::int32_t seen = -1;
     platform::RunGuarded([&] { seen = Err().Number(); });
     CHECK(seen == 0);
 }
+
 TEST_CASE("what a guarded call throws goes no further and is pending afterwards") {
     platform::RunGuarded([] { throw std::runtime_error("broken"); });
     CHECK(Err().Number() == platform::InvalidProcedureCall);

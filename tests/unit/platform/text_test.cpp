@@ -17,14 +17,17 @@ TEST_CASE("the leading number of a text is read and the rest is not") {
     CHECK(Val("00000407") == 407);
     CHECK(Val("1e3") == 1000);
 }
+
 TEST_CASE("an exponent that is not complete does not belong to the number") {
     CHECK(Val("5e") == 5);
     CHECK(Val("5e+") == 5);
     CHECK(Val("5east") == 5);
 }
+
 TEST_CASE("a text that begins with no number reads as 0") {
     for (const char* text : {"", " ", "x5", "-", "+", ".", "-.", "e5", "abc"}) CHECK(Val(text) == 0);
 }
+
 TEST_CASE("a number beyond all limits reads as the nearest one") {
     CHECK(Val("1e999") == std::numeric_limits<double>::max());
     CHECK(Val("-1e999") == -std::numeric_limits<double>::max());
@@ -32,6 +35,7 @@ TEST_CASE("a number beyond all limits reads as the nearest one") {
     CHECK(ValLong("99999999999") == std::numeric_limits<std::int32_t>::max());
     CHECK(ValLong("-99999999999") == std::numeric_limits<std::int32_t>::min());
 }
+
 TEST_CASE("a whole number is one only when nothing else stands beside it") {
     CHECK(WholeNumber(" 2.7 ") == 2.7);
     CHECK_FALSE(WholeNumber("2.7x").has_value());
@@ -42,6 +46,7 @@ TEST_CASE("a whole number is one only when nothing else stands beside it") {
     CHECK_FALSE(WholeNumber("").has_value());
     CHECK_FALSE(WholeNumber("seven").has_value());
 }
+
 TEST_CASE("halves are rounded to the even neighbour") {
     CHECK(RoundHalfEven(0.5) == 0);
     CHECK(RoundHalfEven(1.5) == 2);
@@ -51,17 +56,20 @@ TEST_CASE("halves are rounded to the even neighbour") {
     CHECK(RoundHalfEven(2.51) == 3);
     CHECK(RoundHalfEven(std::numeric_limits<double>::quiet_NaN()) == 0);
 }
+
 TEST_CASE("numbers are written in decimal and in upper-case hexadecimal") {
     CHECK(Decimal(-2147483647 - 1) == "-2147483648");
     CHECK(Decimal(0) == "0");
     CHECK(UpperHex(0x80000001u) == "80000001");
     CHECK(UpperHex(0xABCDEFu) == "ABCDEF");
 }
+
 TEST_CASE("every occurrence is replaced, what the replacement brings is not looked at again") {
     CHECK(Replace("a%fb%f", "%f", "%f%f") == "a%f%fb%f%f");
     CHECK(Replace("text", "", "x") == "text");
     CHECK(Replace("", "a", "b").empty());
 }
+
 TEST_CASE("case is folded in the letters A to Z alone") {
     CHECK(SameIgnoringCase("CorVella", "cOrvELLA"));
     CHECK_FALSE(SameIgnoringCase("\xC4", "\xE4"));
@@ -72,6 +80,7 @@ TEST_CASE("case is folded in the letters A to Z alone") {
     CHECK(FindIgnoringCase("abc", "", 3) == 3);
     CHECK(FindIgnoringCase("abc", "a", 4) == std::string_view::npos);
 }
+
 TEST_CASE("a folder gets one backslash at its end and the empty text none") {
     CHECK(WithBackslash("C:\\x") == "C:\\x\\");
     CHECK(WithBackslash("C:\\x\\") == "C:\\x\\");

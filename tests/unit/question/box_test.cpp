@@ -118,12 +118,14 @@ TEST_CASE("each button returns its number") {
         CHECK(question.cancelled == (row.answer == std::string("2")));
     }
 }
+
 TEST_CASE("with Retry/Cancel, pressing the first button returns 4") {
     const House house;
     Question question;
     question.buttons = 5;
     CHECK(question.Ask({Click("ButtonOKYes")}) == "4");
 }
+
 TEST_CASE("Enter presses the first button, or the one that the style word names") {
     const House house;
     Question first;
@@ -140,6 +142,7 @@ TEST_CASE("Enter presses the first button, or the one that the style word names"
     preselected.defaultText = "1";
     CHECK(preselected.Ask({pressEnter}) == "6");
 }
+
 TEST_CASE("Escape cancels, accepts a message, and does not evade a question") {
     const House house;
     Question cancel;
@@ -153,6 +156,7 @@ TEST_CASE("Escape cancels, accepts a message, and does not evade a question") {
     CHECK(question.Ask({pressEscape, [&] { stayed = ShownForm() != nullptr; }, Click("ButtonNo")}) == "7");
     CHECK(stayed);
 }
+
 TEST_CASE("closing the window does what Escape does") {
     const House house;
     Question question;
@@ -160,6 +164,7 @@ TEST_CASE("closing the window does what Escape does") {
     CHECK(question.Ask({[] { PostMessageA(ShownForm()->Window(), WM_SYSCOMMAND, SC_CLOSE, 0); }}) == "2");
     CHECK(question.cancelled);
 }
+
 TEST_CASE("with the captions &Yes and &No, pressing N returns 7 and pressing Y returns 6") {
     const House house;
     for (const char letter : {'n', 'N'}) {
@@ -171,6 +176,7 @@ TEST_CASE("with the captions &Yes and &No, pressing N returns 7 and pressing Y r
     yes.buttons = 4;
     CHECK(yes.Ask({Type('y')}) == "6");
 }
+
 TEST_CASE("with the captions &Yes and &No on OK and Cancel, pressing Y returns 1 where the marker is not set") {
     const House house;
     Question question;
@@ -181,6 +187,7 @@ TEST_CASE("with the captions &Yes and &No on OK and Cancel, pressing Y returns 1
     Question no = question;
     CHECK(no.Ask({Type('n')}) == "2");
 }
+
 TEST_CASE("a letter that two captions share presses No before Cancel before the first button") {
     const House house;
     Question question;
@@ -192,6 +199,7 @@ TEST_CASE("a letter that two captions share presses No before Cancel before the 
     question.buttons = 1;
     CHECK(question.Ask({Type('a')}) == "2");
 }
+
 TEST_CASE("a letter with an umlaut presses its button, small or capital") {
     const House house;
     for (const char letter : {'\xFC', '\xDC'}) {
@@ -203,6 +211,7 @@ TEST_CASE("a letter with an umlaut presses its button, small or capital") {
         }
     }
 }
+
 TEST_CASE("a letter presses a button from the check box too") {
     const House house;
     Question question;
@@ -210,6 +219,7 @@ TEST_CASE("a letter presses a button from the check box too") {
     question.buttons = 4;
     CHECK(question.Ask({[] { ShownForm()->The("Check1").TakeFocus(); }, Type('n')}) == "7");
 }
+
 TEST_CASE("a letter does not press a button that is not shown") {
     const House house;
     Question question;
@@ -218,6 +228,7 @@ TEST_CASE("a letter does not press a button that is not shown") {
     CHECK(question.Ask({Type('n'), [&] { stayed = ShownForm() != nullptr; }, pressEnter}) == "1");
     CHECK(stayed);
 }
+
 TEST_CASE("Alt and a letter press a button, from the input too") {
     const House house;
     Question question;
@@ -228,6 +239,7 @@ TEST_CASE("Alt and a letter press a button, from the input too") {
     CHECK(question.Ask({[] { PostMessageA(GetFocus(), WM_SYSCHAR, 's', 0x20000001); }}) == "x");
     CHECK(question.finished);
 }
+
 TEST_CASE("Tab moves from button to button and Enter presses the one with the focus") {
     const House house;
     Question question;
@@ -413,7 +425,9 @@ void CheckAllWith(bool fourth) {
 TEST_CASE("every button set with any captions, in every slot, answered and remembered as Yes, No or not at all") {
     CheckAllWith(false);
 }
+
 TEST_CASE("the same with the fourth button, whose answer is remembered as No") { CheckAllWith(true); }
+
 TEST_CASE("a prompt of fields shows its text and captions, the empty one standing for the standard caption") {
     const House house;
     Question question;
@@ -431,6 +445,7 @@ TEST_CASE("a prompt of fields shows its text and captions, the empty one standin
     CHECK(seen == std::vector<std::string>{"Text", "Go", "Stay", "Cancel", "All"});
     CHECK(question.prompt == "Text");
 }
+
 TEST_CASE("the fourth caption of a prompt shows only with bit 128") {
     const House house;
     Question question;
@@ -440,6 +455,7 @@ TEST_CASE("the fourth caption of a prompt shows only with bit 128") {
     question.Ask({[&] { visible = Visible("ButtonAll"); }, pressEnter});
     CHECK_FALSE(visible);
 }
+
 TEST_CASE("with a caption of the caller's own a bar is shown as it is") {
     const House house;
     Question question;
@@ -450,6 +466,7 @@ TEST_CASE("with a caption of the caller's own a bar is shown as it is") {
     CHECK(text == "a|b");
     CHECK(question.prompt == "a|b");
 }
+
 TEST_CASE("a title replaces the form's own caption") {
     const House house;
     Question own, other;
@@ -465,6 +482,7 @@ TEST_CASE("a title replaces the form's own caption") {
     CHECK(caption == "Phone locked");
     CHECK(drawn == "Phone locked");
 }
+
 TEST_CASE("the texts are those of the language file") {
     const House house("Deutsch");
     Question question;
@@ -479,6 +497,7 @@ TEST_CASE("the texts are those of the language file") {
                   pressEnter});
     CHECK(seen == std::vector<std::string>{"&Ja", "&Nein", "Abbrechen", "Diese &Meldung weiterhin anzeigen"});
 }
+
 TEST_CASE("without a language file the box is shown in English") {
     const House house;
     DeleteFileA(house.folder.Path("English.lng").c_str());
@@ -493,6 +512,7 @@ TEST_CASE("without a language file the box is shown in English") {
                         Click("ButtonNo")}) == "7");
     CHECK(seen == std::vector<std::string>{"&Abort", "&Retry", "Cancel"});
 }
+
 TEST_CASE("the check box shows for a question with a memory only, ticked") {
     const House house;
     struct Row {
@@ -515,6 +535,7 @@ TEST_CASE("the check box shows for a question with a memory only, ticked") {
         CHECK(ticked);
     }
 }
+
 TEST_CASE("the style word's picture is shown") {
     const House house;
     for (const std::int32_t style : {0, 0x10, 0x20, 0x30, 0x40, 0xC0}) {
@@ -538,6 +559,7 @@ TEST_CASE("identifier -1 never causes a question to be skipped") {
     CHECK(question.Ask({Click("ButtonNo")}) == "7");
     CHECK(question.shown);
 }
+
 TEST_CASE("a Yes-remembered question with the OK-only button set returns the empty text and is not shown") {
     const House house;
     memory.AnswerYesMask[0] = 0x10;
@@ -550,6 +572,7 @@ TEST_CASE("a Yes-remembered question with the OK-only button set returns the emp
     std::string prompt = "Text";
     CHECK(QuestionMsgBox(0x10, prompt, 0, "") == 0);
 }
+
 TEST_CASE("a No-remembered question with button set 0, 2 or 5 is shown again") {
     const House house;
     memory.AnswerNoMask[0] = 0x10;
@@ -561,6 +584,7 @@ TEST_CASE("a No-remembered question with button set 0, 2 or 5 is shown again") {
         CHECK(question.shown);
     }
 }
+
 TEST_CASE("an answer is remembered only when the check box is unticked as the form closes") {
     const House house;
     Question question;
@@ -575,6 +599,7 @@ TEST_CASE("an answer is remembered only when the check box is unticked as the fo
     CHECK(House::Setting("ShowMessageBoxYes") == "16");
     CHECK(House::Setting("ShowMessageBoxNo") == "0");
 }
+
 TEST_CASE("0x90000010 answered Yes with Check1 unticked sets its bit and writes the key 3ShowMessageBoxYes") {
     const House house;
     Question question;
@@ -585,6 +610,7 @@ TEST_CASE("0x90000010 answered Yes with Check1 unticked sets its bit and writes 
     CHECK(house.Settings().find("[Settings]\r\n") != std::string::npos);
     CHECK(house.Settings().find("\r\n3ShowMessageBoxYes=16\r\n") != std::string::npos);
 }
+
 TEST_CASE("a slot-6 question answered No is recorded in slot 0, not in slot 6") {
     const House house;
     Question question;
@@ -597,6 +623,7 @@ TEST_CASE("a slot-6 question answered No is recorded in slot 0, not in slot 6") 
     CHECK(question.Ask({Click("ButtonNo")}) == "7");
     CHECK(question.shown);
 }
+
 TEST_CASE("a question with slot code -1 is remembered in memory and nothing is written for it") {
     const House house;
     const std::string before = house.Settings();
@@ -610,6 +637,7 @@ TEST_CASE("a question with slot code -1 is remembered in memory and nothing is w
     CHECK(question.Ask({Click("ButtonNo")}) == "6");
     CHECK_FALSE(question.shown);
 }
+
 TEST_CASE("identifier 0 is never skipped, and remembering it changes nothing") {
     const House house;
     Question question;
@@ -621,6 +649,7 @@ TEST_CASE("identifier 0 is never skipped, and remembering it changes nothing") {
     question.Ask({Click("ButtonNo")});
     CHECK(question.shown);
 }
+
 TEST_CASE("with bit 23 an answer is never remembered") {
     const House house;
     Question question;
@@ -629,6 +658,7 @@ TEST_CASE("with bit 23 an answer is never remembered") {
     question.Ask({[] { ShownForm()->The("Check1").SetValue(false); }, Click("ButtonOKYes")});
     CHECK(memory.AnswerYesMask[0] == 0);
 }
+
 TEST_CASE("a plain question whose check box were unticked fills slot 0 in memory and does not write it") {
     const House house;
     Question question;
@@ -637,6 +667,7 @@ TEST_CASE("a plain question whose check box were unticked fills slot 0 in memory
     CHECK(memory.AnswerYesMask[0] == -1);
     CHECK(House::Setting("ShowMessageBoxYes") == "none");
 }
+
 TEST_CASE("an identifier of slot 8 or 9 is an error: nothing is shown, the error and its step are logged") {
     const House house;
     Debug::state.DebugActive = true;
@@ -652,6 +683,7 @@ TEST_CASE("an identifier of slot 8 or 9 is an error: nothing is shown, the error
     CHECK(log.find("MsgInputBox3\r\n") != std::string::npos);
     CHECK(log.find("</MsgInputBox>\r\n") != std::string::npos);
 }
+
 TEST_CASE("the log tells of each step") {
     const House house;
     Debug::state.DebugActive = true;
@@ -684,6 +716,7 @@ TEST_CASE("an input returns what was typed, its first content selected") {
     CHECK(focused);
     CHECK_FALSE(question.cancelled);
 }
+
 TEST_CASE("Cancel on an input prompt returns an empty text even when text had been typed") {
     const House house;
     for (const FormDriver::Step& cancel : {Click("ButtonCancel"), pressEscape}) {
@@ -695,6 +728,7 @@ TEST_CASE("Cancel on an input prompt returns an empty text even when text had be
         CHECK(question.cancelled);
     }
 }
+
 TEST_CASE("an empty entry is not a cancelled one") {
     const House house;
     Question question;
@@ -704,6 +738,7 @@ TEST_CASE("an empty entry is not a cancelled one") {
     CHECK(question.Ask({pressEnter}).empty());
     CHECK_FALSE(question.cancelled);
 }
+
 TEST_CASE("the second input offers the choices of the extra text and takes others") {
     const House house;
     Question question;
@@ -724,6 +759,7 @@ TEST_CASE("the second input offers the choices of the extra text and takes other
     CHECK(question.Ask({pressEscape}) == "two");
     CHECK(question.cancelled);
 }
+
 TEST_CASE("the further input modes return the free text") {
     const House house;
     for (const std::int32_t id : {-3, -5}) {
@@ -734,6 +770,7 @@ TEST_CASE("the further input modes return the free text") {
         CHECK(question.Ask({pressEnter}) == "text");
     }
 }
+
 TEST_CASE("an input is masked with bit 23 alone") {
     const House house;
     for (const std::int32_t bits : {0, 0x800000, 0xC00000, 0x400000}) {
@@ -756,6 +793,7 @@ TEST_CASE("an input is masked with bit 23 alone") {
         }
     }
 }
+
 TEST_CASE("a screen reader names every control that Tab comes to, an input by the question") {
     const House house;
     std::map<std::string, std::string> names;
@@ -786,6 +824,7 @@ TEST_CASE("a screen reader names every control that Tab comes to, an input by th
         CHECK_FALSE(name.empty());
     }
 }
+
 TEST_CASE("in message modes the inputs stay hidden") {
     const House house;
     Question question;
@@ -807,6 +846,7 @@ TEST_CASE("a link is offered, and a click passes it on") {
     CHECK(question.Ask({[] { CHECK(Visible("LabelLink")); }, Click("LabelLink"), Click("ButtonOKYes")}) == "1");
     CHECK(opened == std::vector<std::string>{"http://www.corvella.com/help,-1"});
 }
+
 TEST_CASE("an address is offered as mail") {
     const House house;
     Question question;
@@ -814,6 +854,7 @@ TEST_CASE("an address is offered as mail") {
     question.Ask({Click("LabelLink"), pressEscape});
     CHECK(opened == std::vector<std::string>{"mailto:help@corvella.com,-1"});
 }
+
 TEST_CASE("a prompt without a link shows none") {
     const House house;
     Question question;
@@ -821,6 +862,7 @@ TEST_CASE("a prompt without a link shows none") {
     question.Ask({[&] { visible = Visible("LabelLink"); }, pressEnter});
     CHECK_FALSE(visible);
 }
+
 TEST_CASE("the help button never closes the form and opens the topic") {
     const House house;
     Question question;
@@ -830,6 +872,7 @@ TEST_CASE("the help button never closes the form and opens the topic") {
     CHECK(stayed);
     CHECK(helped == std::vector<std::string>{"Sync.htm,,0"});
 }
+
 TEST_CASE("F1 opens the help, with or without a topic, and the form stays") {
     const House house;
     Question question;
@@ -860,6 +903,7 @@ TEST_CASE("the form is dragged by its caption and the image on it") {
         CHECK(after == Rect{before.left + 20, before.top - 11, before.width, before.height});
     }
 }
+
 TEST_CASE("dragging with the right mouse button does not move the form") {
     const House house;
     Question question;
@@ -873,6 +917,7 @@ TEST_CASE("dragging with the right mouse button does not move the form") {
                   [&] { after = ShownForm()->Position(); }, pressEnter});
     CHECK(after == before);
 }
+
 TEST_CASE("the form is sized by its edge, left button only, and everything follows") {
     const House house;
     Question question;
@@ -908,6 +953,7 @@ TEST_CASE("the form is sized by its edge, left button only, and everything follo
     CHECK(small.height > 60);
     CHECK(small.left == before.left);
 }
+
 TEST_CASE("after the edge is let go the mouse no longer sizes the form") {
     const House house;
     Question question;
@@ -923,6 +969,7 @@ TEST_CASE("after the edge is let go the mouse no longer sizes the form") {
                   [&] { after = ShownForm()->Position(); }, pressEnter});
     CHECK(after == before);
 }
+
 TEST_CASE("the caption has the colours of an active window while the form is active, and the others else") {
     const House house;
     Question question;
@@ -941,6 +988,7 @@ TEST_CASE("the caption has the colours of an active window while the form is act
     CHECK(inactiveText == 0x80000013);
     CHECK(again == 0x80000002);
 }
+
 TEST_CASE("the timer brings the form to the front once and never closes it") {
     const House house;
     // A window of the same program that has come between.
@@ -1001,6 +1049,7 @@ TEST_CASE("the box belongs to the window in front and gives the focus back to wh
     CHECK(IsWindowEnabled(house.host));
     CHECK(GetFocus() == house.field);
 }
+
 TEST_CASE("the form's window handle is published while it is loaded") {
     const House house;
     const std::string key = "Software\\Quillmark\\Corvella\\OlAddIn";
@@ -1014,6 +1063,7 @@ TEST_CASE("the form's window handle is published while it is loaded") {
     CHECK(published == own);
     CHECK_FALSE(PrivateRegistry::Raw(HKEY_CURRENT_USER, key, "hWnd").present);
 }
+
 TEST_CASE("everything that is shown lies wholly inside the form, whose whole is on the screen, and covers nothing") {
     for (const char* language : {"English", "Deutsch", "Polski"}) {
         const House house(language);
@@ -1037,6 +1087,7 @@ TEST_CASE("everything that is shown lies wholly inside the form, whose whole is 
         }
     }
 }
+
 TEST_CASE("a prompt that scrolls is shown from its beginning") {
     const House house;
     Question question;
@@ -1046,6 +1097,7 @@ TEST_CASE("a prompt that scrolls is shown from its beginning") {
         {[] {}, [] {}, [&] { first = SendMessageA(At("Text"), EM_GETFIRSTVISIBLELINE, 0, 0); }, Click("ButtonOKYes")});
     CHECK(first == 0);
 }
+
 TEST_CASE("a prompt that scrolls is scrolled with the keyboard and ends in the same answer") {
     const House house;
     Question question;
@@ -1078,6 +1130,7 @@ TEST_CASE("no second box is stacked on the first") {
                      pressEnter}) == "1");
     CHECK(answer.empty());
 }
+
 TEST_CASE("a box that finds the form in use falls back to the standard one, whose Yes is 1") {
     const House house;
     for (const int answer : {IDYES, IDNO}) {
@@ -1098,6 +1151,7 @@ TEST_CASE("a box that finds the form in use falls back to the standard one, whos
         CHECK(given == (answer == IDYES ? "1" : "7"));
     }
 }
+
 TEST_CASE("an input that finds the form in use is asked for in a plain box") {
     const House house;
     Question outer;
@@ -1115,6 +1169,7 @@ TEST_CASE("an input that finds the form in use is asked for in a plain box") {
     CHECK(given == "old");
     CHECK_FALSE(cancelled);
 }
+
 TEST_CASE("a form that goes away without an answer returns nothing and remembers nothing") {
     const House house;
     Question question;
@@ -1140,6 +1195,7 @@ TEST_CASE("QuestionMsgBox returns the number of the button, and 0 for an empty a
     CHECK(ask(0x10, 0, {pressEnter}) == 0);
     CHECK(ask(Id(0xF0000010), 0, {pressEnter}) == 0);
 }
+
 TEST_CASE("a message of the language file is shown with its texts replaced, whatever stands in them") {
     const House house;
     std::string shownText;
@@ -1148,6 +1204,7 @@ TEST_CASE("a message of the language file is shown with its texts replaced, what
     CHECK(MsgBoxMessage(-1, 139, 0, "%f", "C:\\a%fb", "Corvella", "Kitchen", "", 0) == 1);
     CHECK(shownText == "The profile file C:\\a%fb was not found.\r\rKitchen will use the default settings instead.");
 }
+
 TEST_CASE("a message without a text is shown all the same") {
     const House house;
     bool seen = false;
@@ -1156,6 +1213,7 @@ TEST_CASE("a message without a text is shown all the same") {
     CHECK(MsgBoxMessagePlain(99999, 0, "", "", "", "", "") == 1);
     CHECK(seen);
 }
+
 TEST_CASE("MsgBoxMessage with ask limit 2 shows the message twice and returns 1 silently from the third call on") {
     const House house;
     int shownTimes = 0;
@@ -1167,6 +1225,7 @@ TEST_CASE("MsgBoxMessage with ask limit 2 shows the message twice and returns 1 
     CHECK(shownTimes == 2);
     CHECK(IniFile::GetIniSetting("Msg", "90000010Asked") == "2");
 }
+
 TEST_CASE("a count that cannot grow further is an error: nothing is shown, the answer 0") {
     const House house;
     IniFile::SetIniSetting("Msg", "FFFFFFFFAsked", "2147483647", true);
@@ -1177,6 +1236,7 @@ TEST_CASE("a count that cannot grow further is an error: nothing is shown, the a
     CHECK_FALSE(seen);
     CHECK_FALSE(platform::Err());
 }
+
 TEST_CASE("the extra option of a message is the page of its help") {
     const House house;
     FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
@@ -1184,6 +1244,7 @@ TEST_CASE("the extra option of a message is the page of its help") {
     MsgBoxMessagePlain(139, 0, "", "", "", "", "Profiles.htm");
     CHECK(helped == std::vector<std::string>{"Profiles.htm,,0"});
 }
+
 TEST_CASE("what the lower floors ask comes through the box once it is plugged in") {
     const House house;
     PlugIn();
@@ -1209,6 +1270,7 @@ TEST_CASE("what the lower floors ask comes through the box once it is plugged in
     CHECK(text.starts_with("The profile file x was not found."));
     PlugOut();
 }
+
 TEST_CASE("a box leaves no window, no drawing object and no error behind") {
     const House house;
     const auto once = [] {

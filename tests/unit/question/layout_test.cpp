@@ -114,6 +114,7 @@ TEST_CASE("metrics in twips grow with the resolution, those in pixels do not") {
     CHECK(Pixels(18, 192) == 18);
     CHECK(Pixels(0, 96) == 0);
 }
+
 TEST_CASE("a form with one word is small, its button in the middle") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, "Done"}, {Part::First, "OK"}, {Part::Caption, "Corvella"}};
@@ -126,6 +127,7 @@ TEST_CASE("a form with one word is small, its button in the middle") {
     const Rect& button = layout.buttons[0];
     CHECK(std::abs(button.left + button.width / 2 - layout.inside.width / 2) <= 1);
 }
+
 TEST_CASE("buttons in one row are of one size") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, "Go?"}, {Part::First, "Yes"}, {Part::No, "No"}, {Part::Cancel, "Do not go there"}};
@@ -136,6 +138,7 @@ TEST_CASE("buttons in one row are of one size") {
     CHECK(layout.buttons[0].width == layout.buttons[2].width);
     CHECK(layout.buttons[0].top == layout.buttons[2].top);
 }
+
 TEST_CASE("a short caption does not get a very wide button for a long one beside it") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, "Go?"}, {Part::First, std::string(40, 'x')}, {Part::Cancel, "No"}};
@@ -147,6 +150,7 @@ TEST_CASE("a short caption does not get a very wide button for a long one beside
     CHECK(layout.buttons[0].top == layout.buttons[1].top);
     CHECK(layout.buttons[1].width == 75);
 }
+
 TEST_CASE("buttons in several rows are of one size where that takes no further row") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, "Go?"},
@@ -169,6 +173,7 @@ TEST_CASE("buttons in several rows are of one size where that takes no further r
     CHECK(three.buttons[3].width < three.buttons[0].width);
     CHECK(three.buttons[3].top == three.buttons[2].top);
 }
+
 TEST_CASE("buttons that would stand in ragged rows stand below each other, of one size") {
     PlainMeasure measure(192);
     measure.texts = {{Part::Prompt, "Go?"},
@@ -186,6 +191,7 @@ TEST_CASE("buttons that would stand in ragged rows stand below each other, of on
         CHECK(layout.buttons[i].top > layout.buttons[i - 1].top);
     }
 }
+
 TEST_CASE("a very long prompt makes the form wider only until it leaves half of the screen's height") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, Words(3000)}, {Part::First, "OK"}};
@@ -198,6 +204,7 @@ TEST_CASE("a very long prompt makes the form wider only until it leaves half of 
     measure.texts[Part::Prompt] = Words(20000);
     CHECK(Arrange(request, measure).inside.width == 1280);
 }
+
 TEST_CASE("a field is as high as its line, the edges of fields not growing with the resolution") {
     for (const std::int32_t dots : resolutions) {
         PlainMeasure measure(dots);
@@ -207,6 +214,7 @@ TEST_CASE("a field is as high as its line, the edges of fields not growing with 
         CHECK(Arrange(request, measure).input.height == measure.Line() + 8);
     }
 }
+
 TEST_CASE("everything shown is wholly shown at every resolution, whatever is asked for") {
     const std::string captions[][4] = {
         {"OK", "No", "Cancel", "All"},
@@ -259,6 +267,7 @@ TEST_CASE("everything shown is wholly shown at every resolution, whatever is ask
         }
     }
 }
+
 TEST_CASE("a prompt that is too long for the screen scrolls, a shorter one does not") {
     PlainMeasure measure(192);
     measure.texts = {{Part::Prompt, Words(2000)}, {Part::First, "OK"}};
@@ -267,6 +276,7 @@ TEST_CASE("a prompt that is too long for the screen scrolls, a shorter one does 
     measure.texts[Part::Prompt] = Words(200);
     CHECK_FALSE(Arrange(request, measure).promptScrolls);
 }
+
 TEST_CASE("a chosen size is kept within what the parts need and the screen has") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, Words(400)}, {Part::First, "OK"}, {Part::Cancel, "Cancel"}};
@@ -282,6 +292,7 @@ TEST_CASE("a chosen size is kept within what the parts need and the screen has")
     request.wanted = {500, 300};
     CHECK(Arrange(request, measure).inside == Size{500, 300});
 }
+
 TEST_CASE("captions beyond all measure are cut off before the prompt is") {
     PlainMeasure measure(192);
     measure.texts = {{Part::Prompt, Words(2000)}, {Part::First, Words(3000)},  {Part::No, Words(3000)},
@@ -295,6 +306,7 @@ TEST_CASE("captions beyond all measure are cut off before the prompt is") {
     CHECK(layout.captionsCut);
     CHECK(layout.promptScrolls);
 }
+
 TEST_CASE("a caller's width for the text is kept where the screen has it") {
     PlainMeasure measure(96);
     measure.texts = {{Part::Prompt, Words(300)}, {Part::First, "OK"}};

@@ -40,18 +40,21 @@ TEST_CASE("the top four bits of an identifier choose its slot and the slot's cod
         CHECK(identity->code == row.code);
     }
 }
+
 TEST_CASE("what is left of an identifier below its slot is the question's bits") {
     CHECK(Decode(Id(0x90000010))->id == 0x10);
     CHECK(Decode(Id(0xDFFFFFFF))->id == 0x0FFFFFFF);
     CHECK(Decode(Id(0x80000000))->id == 0);
     CHECK(Decode(0x7FFFFFFF)->id == 0x7FFFFFFF);
 }
+
 TEST_CASE("an identifier of slot 8 or 9 has no place in the memory") {
     CHECK_FALSE(Decode(Id(0xE0000000)));
     CHECK_FALSE(Decode(Id(0xE0000010)));
     CHECK_FALSE(Decode(Id(0xF0000010)));
     CHECK_FALSE(Decode(-6));
 }
+
 TEST_CASE("the identifiers from -2 to -5 ask for an input, -1 for nothing but an answer") {
     for (std::int32_t id = -5; id <= -2; ++id) CHECK(Decode(id)->IsInput());
     CHECK_FALSE(Decode(-1)->IsInput());
@@ -68,6 +71,7 @@ TEST_CASE("identifier -1 never causes a question to be skipped") {
     for (std::int32_t set = 0; set <= 5; ++set) CHECK(RecalledText(memory, -1, set) == "asked");
     for (std::int32_t id = -5; id <= -2; ++id) CHECK(RecalledText(memory, id, 1) == "asked");
 }
+
 TEST_CASE("identifier 0 has question bit 0: it is never skipped, and remembering it changes nothing") {
     Memory memory;
     Remember(memory, *Decode(0), 1);
@@ -77,16 +81,19 @@ TEST_CASE("identifier 0 has question bit 0: it is never skipped, and remembering
     memory.AnswerYesMask[0] = -1;
     CHECK(RecalledText(memory, 0, 4) == "asked");
 }
+
 TEST_CASE("a Yes-remembered question with the OK-only button set returns the empty text") {
     Memory memory;
     Remember(memory, *Decode(0x10), 1);
     CHECK(RecalledText(memory, 0x10, 0) == "");
 }
+
 TEST_CASE("a No-remembered question with button set 0, 2 or 5 is shown again") {
     Memory memory;
     Remember(memory, *Decode(0x10), 7);
     for (const std::int32_t set : {0, 2, 5}) CHECK(RecalledText(memory, 0x10, set) == "asked");
 }
+
 TEST_CASE("what is recalled of every button set after Yes, after No and after nothing, in every slot") {
     struct Row {
         std::int32_t set;
@@ -111,6 +118,7 @@ TEST_CASE("what is recalled of every button set after Yes, after No and after no
         }
     }
 }
+
 TEST_CASE("an answer is remembered for its own question only") {
     Memory memory;
     Remember(memory, *Decode(Id(0x90000010)), 6);
@@ -119,12 +127,14 @@ TEST_CASE("an answer is remembered for its own question only") {
     CHECK(RecalledText(memory, Id(0x80000010), 4) == "asked");
     CHECK(RecalledText(memory, 0x10, 4) == "asked");
 }
+
 TEST_CASE("Yes wins where both answers are remembered") {
     Memory memory;
     Remember(memory, *Decode(0x10), 7);
     Remember(memory, *Decode(0x10), 6);
     CHECK(RecalledText(memory, 0x10, 4) == "6");
 }
+
 TEST_CASE("OK and Yes are kept as Yes, every other answer as No") {
     for (const std::int32_t answer : {0, 1, 2, 3, 4, 5, 6, 7, 9}) {
         CAPTURE(answer);
@@ -135,6 +145,7 @@ TEST_CASE("OK and Yes are kept as Yes, every other answer as No") {
         CHECK(memory.AnswerNoMask[5] == (yes ? 0 : 4));
     }
 }
+
 TEST_CASE("a slot-6 question answered No is recorded in slot 0, not in slot 6") {
     Memory memory;
     Remember(memory, *Decode(Id(0xC0000010)), 7);
@@ -144,6 +155,7 @@ TEST_CASE("a slot-6 question answered No is recorded in slot 0, not in slot 6") 
     CHECK(memory.AnswerYesMask[6] == 0x10);
     CHECK(memory.AnswerYesMask[0] == 0);
 }
+
 TEST_CASE("the No memory of slot 6 is not read") {
     Memory memory;
     memory.AnswerNoMask[6] = 0x10;
@@ -151,6 +163,7 @@ TEST_CASE("the No memory of slot 6 is not read") {
     CHECK(RecalledText(memory, Id(0xC0000010), 4) == "asked");
     CHECK(RecalledText(memory, 0x10, 4) == "7");
 }
+
 TEST_CASE("a slot's masks are written under its code, both of them") {
     struct Row {
         std::uint32_t id;
@@ -173,12 +186,14 @@ TEST_CASE("a slot's masks are written under its code, both of them") {
         CHECK(settings[1].value == "0");
     }
 }
+
 TEST_CASE("a question of slot code -1 is remembered in memory and nothing is written for it") {
     Memory memory;
     Remember(memory, *Decode(Id(0xA0000010)), 6);
     CHECK(RecalledText(memory, Id(0xA0000010), 4) == "6");
     CHECK(SettingsOf(memory, *Decode(Id(0xA0000010))).empty());
 }
+
 TEST_CASE("a mask of -1 is never written") {
     Memory memory;
     Remember(memory, *Decode(-1), 1);
@@ -213,6 +228,7 @@ TEST_CASE("each button set shows its buttons with its captions") {
         CHECK(plan.firstMeansYes == row.yes);
     }
 }
+
 TEST_CASE("with Retry/Cancel, pressing the first button returns 4") {
     CHECK(ResultOf(1, ButtonSet::RetryCancel) == "4");
     CHECK(ResultOf(2, ButtonSet::RetryCancel) == "2");
@@ -222,6 +238,7 @@ TEST_CASE("with Retry/Cancel, pressing the first button returns 4") {
         CHECK(ResultOf(9, set) == "9");
     }
 }
+
 TEST_CASE("an input is masked with bit 23 and without bit 22 only") {
     CHECK(IsMasked(0x800000));
     CHECK(IsMasked(0x800081));
@@ -238,6 +255,7 @@ TEST_CASE("a prompt of five fields names all buttons but the one whose field is 
     CHECK(fields.captions == std::array<std::string, 3>{"Go", "Stay", ""});
     CHECK(fields.fourthCaption == "All");
 }
+
 TEST_CASE("a prompt without a bar is one field") {
     const Fields fields = SplitPrompt("Text", noCaptions);
     CHECK(fields.prompt == "Text");
@@ -245,17 +263,20 @@ TEST_CASE("a prompt without a bar is one field") {
     CHECK(fields.fourthCaption.empty());
     CHECK(SplitPrompt("", noCaptions).prompt.empty());
 }
+
 TEST_CASE("a bar at the end is an empty field, and what follows the fifth is not read") {
     CHECK(SplitPrompt("Text|", noCaptions).captions == noCaptions);
     CHECK(SplitPrompt("|Go", noCaptions).prompt.empty());
     CHECK(SplitPrompt("|Go", noCaptions).captions[0] == "Go");
     CHECK(SplitPrompt("T|1|2|3|4|5|6", noCaptions).fourthCaption == "4");
 }
+
 TEST_CASE("with a caption of the caller's own the prompt is not divided") {
     const Fields fields = SplitPrompt("Text|Go|Stay", {"", "Mine", ""});
     CHECK(fields.prompt == "Text|Go|Stay");
     CHECK(fields.captions == std::array<std::string, 3>{"", "Mine", ""});
 }
+
 TEST_CASE("the second byte of a letter is no bar and no at sign") {
     const LeadByte leads = [](char letter) { return letter == '\x81'; };
     CHECK(SplitPrompt("a\x81|b|Go", noCaptions, leads).prompt == "a\x81|b");
@@ -263,6 +284,7 @@ TEST_CASE("the second byte of a letter is no bar and no at sign") {
     CHECK_FALSE(FindLink("a\x81@b", leads));
     CHECK(SplitPrompt("a\x81", noCaptions, leads).prompt == "a\x81");
 }
+
 TEST_CASE("a link begins with http, else with www, else around an at sign, and ends at the next blank") {
     CHECK(Linked("See http://a.b/c now") == "http://a.b/c");
     CHECK(Linked("See www.a.b and http://c.d") == "http://c.d");
@@ -273,16 +295,19 @@ TEST_CASE("a link begins with http, else with www, else around an at sign, and e
     CHECK(Linked("no link here") == "none");
     CHECK(Linked("") == "none");
 }
+
 TEST_CASE("an address at the very beginning is widened while two characters remain before it") {
     CHECK(Linked("anna@y.z") == "nna@y.z");
     CHECK(Linked("a@y.z") == "@y.z");
     CHECK(Linked("@") == "@");
     CHECK(Linked(" anna@y.z") == "anna@y.z");
 }
+
 TEST_CASE("an address ends to the left at a sign that addresses do not have") {
     CHECK(Linked("write:anna@y.z") == "anna@y.z");
     CHECK(Linked("two anna-b@y.z") == "b@y.z");
 }
+
 TEST_CASE("the form offers a link without the rest of its line's sentence, and an address as mail") {
     CHECK(OfferedLink("See http://a.b/c.") == "http://a.b/c");
     CHECK(OfferedLink("See http://a.b/c\rNext line") == "http://a.b/c");
@@ -290,6 +315,7 @@ TEST_CASE("the form offers a link without the rest of its line's sentence, and a
     CHECK(OfferedLink("Mail to anna@y.z!") == "mailto:anna@y.z");
     CHECK(OfferedLink("http://a.b/") == "http://a.b/");
 }
+
 TEST_CASE("the form offers nothing where a link has no more than its beginning") {
     for (const char* prompt : {"the http protocol", "http://", "www. ", "a @ b", "you @home", "at@ ", "none", ""}) {
         CAPTURE(prompt);
@@ -306,6 +332,7 @@ TEST_CASE("a count goes on from what is written, and not beyond what fits") {
     CHECK_FALSE(NextCount("2147483647"));
     CHECK_FALSE(NextCount("99999999999"));
 }
+
 TEST_CASE("the key of a count is the identifier in hexadecimal") {
     CHECK(CountKey(Id(0x90000010)) == "90000010Asked");
     CHECK(CountKey(-1) == "FFFFFFFFAsked");
@@ -322,11 +349,13 @@ TEST_CASE("with the captions &Yes and &No, N chooses No and Y the first button")
     CHECK(ChosenBy('x', captions) == Choice::None);
     CHECK(ChosenBy('e', captions) == Choice::None);
 }
+
 TEST_CASE("where captions share a letter, No goes before Cancel and Cancel before the first button") {
     CHECK(ChosenBy('a', {"&All", "&Another", "&Abort"}) == Choice::No);
     CHECK(ChosenBy('a', {"&All", "", "&Abort"}) == Choice::Cancel);
     CHECK(ChosenBy('a', {"&All", "", ""}) == Choice::First);
 }
+
 TEST_CASE("a doubled mark and a mark at the end are no access key") {
     CHECK_FALSE(HasAccessKey("R&&D", 'd'));
     CHECK_FALSE(HasAccessKey("Save&", '\0'));

@@ -75,6 +75,7 @@ TEST_CASE("every button has a face of 16 by 16 points on light grey") {
         CHECK(face.At(0, size - 1) == lightGrey);
     }
 }
+
 TEST_CASE("light grey is replaced by another colour and nothing else changes") {
     for (int number = 101; number <= 107; ++number) {
         CAPTURE(number);
@@ -86,6 +87,7 @@ TEST_CASE("light grey is replaced by another colour and nothing else changes") {
         }
     }
 }
+
 TEST_CASE("a mask is black where its face shows and white where it is light grey") {
     for (int number = 102; number <= 107; ++number) {
         CAPTURE(number);
@@ -99,7 +101,9 @@ TEST_CASE("a mask is black where its face shows and white where it is light grey
         }
     }
 }
+
 TEST_CASE("the face of the versions that know no masks has none") { CHECK_FALSE(platform::LoadBitmapResource(201)); }
+
 TEST_CASE("the version record names the product, the library and their version") {
     CHECK(VersionText("ProductName") == "Corvella AddIn");
     CHECK(VersionText("InternalName") == "CVOutlookAddIn");
@@ -107,6 +111,7 @@ TEST_CASE("the version record names the product, the library and their version")
     CHECK(VersionText("ProductVersion") == CV_VERSION);
     CHECK(VersionText("Comments") == "(none)");
 }
+
 TEST_CASE("the type library describes the add-in class by its connection interface") {
     platform::ComPtr<ITypeLib> library;
     const std::wstring path = platform::Widen(platform::ModulePath());

@@ -136,6 +136,7 @@ TEST_CASE_FIXTURE(Fixture, "the help viewer gets the help file and its page in d
     CHECK(user.messages.empty());
     CHECK(log.Text().ends_with("\r\n<CallHelp>_\r\n</CallHelp>\r\n"));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a help file in a folder with umlauts, percent signs and an ampersand arrives whole") {
     HelpStarts();
     std::vector<std::string> expected;
@@ -151,6 +152,7 @@ TEST_CASE_FIXTURE(Fixture, "a help file in a folder with umlauts, percent signs 
         CHECK(viewerProgram->Starts(expected.size()) == expected);
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "viewers that are open under either title are closed, others are not") {
     HelpStarts();
     RememberSize();
@@ -163,6 +165,7 @@ TEST_CASE_FIXTURE(Fixture, "viewers that are open under either title are closed,
     CHECK(stranger.asked == 0);
     (void)viewerProgram->Starts(1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the viewer is sized the first time, and the settings file remembers that") {
     HelpStarts();
     Viewer viewer("Corvella Manual", {700, 20, 1210, 320}, false);
@@ -175,6 +178,7 @@ TEST_CASE_FIXTURE(Fixture, "the viewer is sized the first time, and the settings
     CHECK(viewer.Edges() == RECT{700, 20, 1210, 320});
     (void)viewerProgram->Starts(2);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the manual's own title is looked for before the viewer's general one") {
     HelpStarts();
     Viewer general("HTML Help", {700, 20, 1210, 320}, false);
@@ -184,6 +188,7 @@ TEST_CASE_FIXTURE(Fixture, "the manual's own title is looked for before the view
     CHECK(general.Edges() == RECT{700, 20, 1210, 320});
     (void)viewerProgram->Starts(1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a viewer that is left where it is counts as sized, too") {
     HelpStarts();
     Viewer viewer("HTML Help", {400, 20, 900, 320}, false);
@@ -192,6 +197,7 @@ TEST_CASE_FIXTURE(Fixture, "a viewer that is left where it is counts as sized, t
     CHECK(SizedSetting() == "1");
     (void)viewerProgram->Starts(1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a viewer that shows no window is waited for once, and not for long") {
     HelpStarts();
     const DWORD start = GetTickCount();
@@ -203,6 +209,7 @@ TEST_CASE_FIXTURE(Fixture, "a viewer that shows no window is waited for once, an
     CHECK(GetTickCount() - start - first < first);
     (void)viewerProgram->Starts(2);
 }
+
 TEST_CASE_FIXTURE(Fixture, "where hh.exe does not start the registered viewer gets the help file, minimised") {
     HelpDoesNotStart();
     const Recorder registered(folder, "viewer.exe");
@@ -215,6 +222,7 @@ TEST_CASE_FIXTURE(Fixture, "where hh.exe does not start the registered viewer ge
     CHECK(SizedSetting().empty());
     CHECK(user.asked.empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "where neither starts the user is told which file to open") {
     HelpDoesNotStart();
     const std::string told = "-1/Unable to start the help!\r\n\r\nPlease open the file\r\n" + folder.Path("cven.chm") +
@@ -226,6 +234,7 @@ TEST_CASE_FIXTURE(Fixture, "where neither starts the user is told which file to 
     CHECK(user.asked == std::vector<std::string>{told, told});
     CHECK_FALSE(Err());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a user whose language has help elsewhere is told that the English one is shown") {
     HelpStarts();
     RememberSize();
@@ -247,6 +256,7 @@ TEST_CASE_FIXTURE(Fixture, "a user whose language has help elsewhere is told tha
     CHECK(user.messages.empty());
     (void)viewerProgram->Starts(7);
 }
+
 TEST_CASE_FIXTURE(Fixture, "without a help file the page of the HTML manual is opened by the browser") {
     const Recorder browser(folder, "browser.exe");
     Language::state.LangHelpFile = folder.Path("gone.chm");
@@ -260,6 +270,7 @@ TEST_CASE_FIXTURE(Fixture, "without a help file the page of the HTML manual is o
     CHECK(starts[0] == std::to_string(SW_SHOWNORMAL) + " \"" + folder.Path("browser.exe") + "\" \"" +
                            folder.Path("Manual\\English\\AddInOutl.htm") + "\"");
 }
+
 TEST_CASE_FIXTURE(Fixture, "without a help file and without a page the folder of the manual is opened") {
     Language::state.LangHelpFile = Language::state.LangHelpFileChosen = folder.Path("gone.chm");
     CallHelp("AddInOutl.htm");

@@ -60,6 +60,7 @@ TEST_CASE_FIXTURE(Fixture, "mail goes to the registered program in a normal wind
     ExecApp("mailto:a@b.c?subject=one two three");
     CHECK(Only(mail, normal) == Quote(folder.Path("mail.exe")) + " mailto:a@b.c?subject=one%20two%20three");
 }
+
 TEST_CASE_FIXTURE(Fixture, "what was started is logged in front of the procedure's exit") {
     const Recorder mail(folder, "mail.exe");
     RegisterCommand("mailto", Quote(folder.Path("mail.exe")) + " \"%1\"");
@@ -68,6 +69,7 @@ TEST_CASE_FIXTURE(Fixture, "what was started is logged in front of the procedure
           "<ExecApp>_\r\n ExecApp: " + Quote(folder.Path("mail.exe")) + " \"mailto:a%20b\"\r\n</ExecApp>\r\n");
     (void)mail.Starts(1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a mail program that is gone is not replaced, and only the log knows") {
     RegisterCommand("mailto", Quote(folder.Path("gone.exe")) + " %1");
     ExecApp("mailto:a@b.c");
@@ -75,6 +77,7 @@ TEST_CASE_FIXTURE(Fixture, "a mail program that is gone is not replaced, and onl
     CHECK(log.Text().find("</ExecApp>") != std::string::npos);
     CHECK_FALSE(Err());
 }
+
 TEST_CASE_FIXTURE(Fixture, "quotes in a mail address arrive as they are written") {
     const Recorder mail(folder, "mail.exe");
     RegisterCommand("mailto", Quote(folder.Path("mail.exe")) + " %1");
@@ -92,6 +95,7 @@ TEST_CASE_FIXTURE(Fixture, "a web address goes to the registered browser in a no
     CHECK(log.Holds(" TestPage1:\r\n"));
     CHECK(log.Holds(" " + Quote(folder.Path("browser.exe")) + " \"%1\"2:\r\n"));
 }
+
 TEST_CASE_FIXTURE(Fixture, "the browser's command may name folders by variables behind its program") {
     const Recorder browser(folder, "browser.exe");
     SetEnvironmentVariableA("CvTestHome", "C:\\My Home");
@@ -100,6 +104,7 @@ TEST_CASE_FIXTURE(Fixture, "the browser's command may name folders by variables 
     SetEnvironmentVariableA("CvTestHome", nullptr);
     CHECK(Only(browser, normal) == Quote(folder.Path("browser.exe")) + " /home \"C:\\My Home\" www.a.b");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a page with umlauts and blanks arrives whole") {
     const Recorder browser(folder, "browser.exe");
     RegisterBrowser(Quote(folder.Path("browser.exe")));
@@ -110,6 +115,7 @@ TEST_CASE_FIXTURE(Fixture, "a page with umlauts and blanks arrives whole") {
                                        " \"C:\\M\xFC"
                                        "ller \xC4\\Seite.htm\"");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a page whose browser is gone is opened by the desktop, minimised") {
     const Recorder other(folder, "other.exe");
     RegisterBrowser(Quote(folder.Path("gone.exe")) + " %1");
@@ -133,6 +139,7 @@ TEST_CASE_FIXTURE(Fixture, "a document path with a blank is opened by its progra
           Quote(folder.Path("editor.exe")) + " " + Quote(folder.Path("my letter \xE4.cvdoc")));
     CHECK(log.Holds(" ExecApp: start \"" + folder.Path("my letter ")));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a document named by a variable is opened") {
     const Recorder editor(folder, "editor.exe");
     Register(".cvdoc", "TestDocument");
@@ -143,6 +150,7 @@ TEST_CASE_FIXTURE(Fixture, "a document named by a variable is opened") {
     SetEnvironmentVariableA("CvTestHome", nullptr);
     CHECK(Only(editor, minimised) == Quote(folder.Path("editor.exe")) + " " + Quote(folder.Path("letter.cvdoc")));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a program in double quotes gets its arguments") {
     const Recorder program(folder, "program.exe");
     ExecApp(Quote(folder.Path("program.exe")) + " /x \"a b\" 100%");
@@ -150,6 +158,7 @@ TEST_CASE_FIXTURE(Fixture, "a program in double quotes gets its arguments") {
     CHECK(arrived.find("program.exe") != std::string::npos);
     CHECK(arrived.ends_with(" /x \"a b\" 100%"));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a program that Windows finds by its bare name gets its arguments") {
     const Recorder program(folder, "cvprogram.exe");
     char before[MAX_PATH];
@@ -160,12 +169,14 @@ TEST_CASE_FIXTURE(Fixture, "a program that Windows finds by its bare name gets i
     CHECK(Only(program, minimised).ends_with(" /x a b"));
     CHECK(log.Holds(" ExecApp: start \"cvprogram /x a b\"\r\n"));
 }
+
 TEST_CASE_FIXTURE(Fixture, "of a document that is missing nothing is started, not what stands before its first blank") {
     const Recorder program(folder, "my.exe");
     ExecApp(folder.Path("my letter.cvdoc"));
     CHECK(program.StartsAfter(aStartsTime).empty());
     CHECK_FALSE(Err());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a document without a registered program and an address of an unknown kind start nothing") {
     const BoxAnswerer user(IDOK);
     folder.Write("letter.cvunknown", "");
@@ -177,6 +188,7 @@ TEST_CASE_FIXTURE(Fixture, "a document without a registered program and an addre
     PumpFor(200);
     CHECK(user.Seen().empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "the caller's pending error stays as it was") {
     Err().Set(17, "before");
     ExecApp(folder.Path("gone"));
@@ -206,12 +218,14 @@ TEST_CASE_FIXTURE(Fixture, "whatever a path holds, it arrives whole at the progr
         CHECK(browser.Starts(expected.size()) == expected);
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "a folder keeps the backslash at its end up to the program that shows it") {
     const Recorder browser(folder, "browser.exe");
     RegisterBrowser(Quote(folder.Path("browser.exe")) + " %1");
     ExecApp("C:\\My Pages\\www.a.b\\");
     CHECK(Only(browser, normal) == Quote(folder.Path("browser.exe")) + " \"C:\\My Pages\\www.a.b\\\"");
 }
+
 TEST_CASE_FIXTURE(Fixture, "quotes inside an argument arrive as they are, doubled ones as single ones") {
     const Recorder program(folder, "program.exe");
     ExecApp(Quote(folder.Path("program.exe")) + " \"a b\" say=\"\"yes\"\" end\\");
@@ -231,11 +245,13 @@ TEST_CASE_FIXTURE(Fixture, "the program that the user has chosen for an extensio
     RegisterCommand("Mine", "");
     CHECK(GetApplForExt("chm") == "hh.exe \"%l\"");
 }
+
 TEST_CASE_FIXTURE(Fixture, "without a choice of the user the extension's file type decides") {
     Register(".chm", "chm.file");
     RegisterCommand("chm.file", "\"C:\\hh.exe\" %1 /%1");
     CHECK(GetApplForExt("chm") == "\"C:\\hh.exe\" \"%l\" /\"%l\"");
 }
+
 TEST_CASE_FIXTURE(Fixture, "an extension that nobody has registered has no command") {
     CHECK(GetApplForExt("chm").empty());
     Register(".chm", "chm.file");
@@ -266,6 +282,7 @@ TEST_CASE("a window is found by a part of its title, in the case that it is writ
     DestroyWindow(window);
     CHECK(FindWindowByTitle("Corvella Test Title") == nullptr);
 }
+
 TEST_CASE("a title is looked through up to its 255th character") {
     const HWND within = MakeWindow(std::string(251, 'x') + "CvNr");
     CHECK(FindWindowByTitle("CvNr") == within);
@@ -274,6 +291,7 @@ TEST_CASE("a title is looked through up to its 255th character") {
     CHECK(FindWindowByTitle("CvFr") == nullptr);
     DestroyWindow(behind);
 }
+
 TEST_CASE("messages that wait are handled while a window is looked for") {
     handled = 0;
     const UINT_PTR timer = SetTimer(nullptr, 0, 1, CountHandled);
@@ -281,6 +299,7 @@ TEST_CASE("messages that wait are handled while a window is looked for") {
     KillTimer(nullptr, timer);
     CHECK(handled > 0);
 }
+
 TEST_CASE("a request to quit that waits is left to the host's own message loop") {
     PostQuitMessage(7);
     CHECK(FindWindowByTitle("Corvella Test Title") == nullptr);
@@ -288,6 +307,7 @@ TEST_CASE("a request to quit that waits is left to the host's own message loop")
     REQUIRE(PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     CHECK(message.wParam == 7);
 }
+
 TEST_CASE("a window is moved without being put in front, and closed when asked to") {
     const HWND window = MakeWindow("Corvella Test Title");
     platform::MoveWindowTo(window, {30, 40, 500, 400});

@@ -84,6 +84,7 @@ TEST_CASE("without any WindowMetrics values the caption height is -300 and the f
     CHECK(metrics.BorderHeight == -15);
     CHECK(metrics.FixedWidth == 350);
 }
+
 TEST_CASE("each metric is read from its own value, and a stored 0 stays 0") {
     Fixture fixture;
     const auto put = [](const char* name, const char* text) {
@@ -104,12 +105,14 @@ TEST_CASE("each metric is read from its own value, and a stored 0 stays 0") {
     CHECK(metrics.BorderHeight == -30.5f);
     CHECK(metrics.FrameHeight == -405.5f);
 }
+
 TEST_CASE("an empty metric is its default") {
     Fixture fixture;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, metricsKey, "CaptionHeight", "");
     ReadWindowMetrics();
     CHECK(metricsState.Metrics.CaptionHeight == -300);
 }
+
 TEST_CASE("a published handle stands below the add-in's own key, and nowhere else") {
     Fixture fixture;
     PublishWindowHandle(4711, fixture.keepKey);
@@ -118,6 +121,7 @@ TEST_CASE("a published handle stands below the add-in's own key, and nowhere els
     CHECK(metricsState.WindowHandle == 4711);
     CHECK(fixture.File().empty());
 }
+
 TEST_CASE("publishing handle 0 deletes the hWnd value instead of writing 0") {
     Fixture fixture;
     PublishWindowHandle(4711, fixture.keepKey);
@@ -125,6 +129,7 @@ TEST_CASE("publishing handle 0 deletes the hWnd value instead of writing 0") {
     CHECK(Fixture::InRegistry(addInKey, "hWnd") == "none");
     CHECK(fixture.File().empty());
 }
+
 TEST_CASE("with RegOk false and keepKey false, an entry goes only to the settings file") {
     Fixture fixture;
     SetRegEntry("hWnd", 5, fixture.settings);
@@ -134,12 +139,14 @@ TEST_CASE("with RegOk false and keepKey false, an entry goes only to the setting
     CHECK(IniFile::GetIniSetting("Misc", "RegOk").empty());
     CHECK(fixture.File().find("hWnd=5\r\n") != std::string::npos);
 }
+
 TEST_CASE("another entry than the handle needs RegOk, with keepKey too") {
     Fixture fixture;
     SetRegEntry("Other", 5, fixture.keepKey);
     CHECK(Fixture::InRegistry(addInKey, "Other") == "none");
     CHECK(IniFile::GetIniSetting("Misc", "Other") == "5");
 }
+
 TEST_CASE("with RegOk true an entry goes to the registry, without keepKey below Settings") {
     Fixture fixture;
     metricsState.RegOk = true;
@@ -150,6 +157,7 @@ TEST_CASE("with RegOk true an entry goes to the registry, without keepKey below 
     CHECK(fixture.File().empty());
     CHECK(metricsState.RegOk);
 }
+
 TEST_CASE("a registry that cannot be written is remembered, and the entry goes to the settings file") {
     Fixture fixture;
     metricsState.RegOk = true;
@@ -159,6 +167,7 @@ TEST_CASE("a registry that cannot be written is remembered, and the entry goes t
     CHECK(IniFile::GetIniSetting("Misc", "RegOk") == "-1");
     CHECK(IniFile::GetIniSetting("Misc", tooLong) == "9");
 }
+
 TEST_CASE("nothing is published while another instance of the host runs") {
     Fixture fixture;
     const AnotherInstance other;

@@ -85,6 +85,7 @@ TEST_CASE("a start is one line whatever its values hold") {
     CHECK(Corvella::RecordLine({"a\tb\r\nc", -1, "", "", ""}) ==
           "show=-1\tChangedA=\tChangedC=\tChangedT=\tnote=\tcommand=a\\tb\\r\\nc\r\n");
 }
+
 TEST_CASE("the arguments are what stands behind the program") {
     CHECK(Corvella::Arguments("\"C:\\Program Files\\Corvella.exe\" sync 0 ol") == "sync 0 ol");
     CHECK(Corvella::Arguments("Corvella.exe update ") == "update");
@@ -93,6 +94,7 @@ TEST_CASE("the arguments are what stands behind the program") {
     CHECK(Corvella::Arguments("\"not closed").empty());
     CHECK(Corvella::Arguments("").empty());
 }
+
 TEST_CASE("every argument of the add-in has words of its own and others are told apart") {
     CHECK(Corvella::Doing("") == "The editor");
     CHECK(Corvella::Doing("sync 1 ol") == "Synchronising the calendar, as Outlook asked");
@@ -100,12 +102,14 @@ TEST_CASE("every argument of the add-in has words of its own and others are told
     CHECK(Corvella::Doing("update") == "Sending changed items to the phone");
     CHECK(Corvella::Doing("ol") == "Asked for something that it does not know");
 }
+
 TEST_CASE("a minimised start is recorded with its command line and ends without a window") {
     const Program program;
     CHECK(Program::End(program.Start(" sync 0 ol", SW_SHOWMINIMIZED)) == 0);
     CHECK(program.Record() == Expected(program, " sync 0 ol", SW_SHOWMINIMIZED));
     CHECK(FindWindowA("CorvellaStandIn", nullptr) == nullptr);
 }
+
 TEST_CASE("a start with \"update\" takes the three lists over and clears them") {
     const Program program;
     program.Put("ChangedA", ";a1;a2");
@@ -116,6 +120,7 @@ TEST_CASE("a start with \"update\" takes the three lists over and clears them") 
     CHECK(program.Get("ChangedC") == "(none)");
     CHECK(program.Get("ChangedT").empty());
 }
+
 TEST_CASE("any other start leaves the lists alone") {
     const Program program;
     program.Put("ChangedC", ";c1");
@@ -123,6 +128,7 @@ TEST_CASE("any other start leaves the lists alone") {
     CHECK(program.Record() == Expected(program, " smsnew", SW_SHOWMINIMIZED, "", ";c1"));
     CHECK(program.Get("ChangedC") == ";c1");
 }
+
 TEST_CASE("a start that is to be seen shows a window for a moment and ends by itself") {
     const Program program;
     const HANDLE process = program.Start(" settings", -1);
@@ -133,6 +139,7 @@ TEST_CASE("a start that is to be seen shows a window for a moment and ends by it
     CHECK(Program::End(process) == 0);
     CHECK(program.Record() == Expected(program, " settings", -1));
 }
+
 TEST_CASE("several starts at once wait for each other and lose no line and no item") {
     const Program program;
     program.Put("ChangedC", ";c1");

@@ -10,6 +10,7 @@ TEST_CASE("the add-in's folder is that of the module that the code is linked int
     CHECK(folder == std::string(path).substr(0, std::string(path).rfind('\\') + 1));
     CHECK(folder.back() == '\\');
 }
+
 TEST_CASE("another application path can be plugged in, and taken out again") {
     const std::string own = Files::AppFolder();
     const bool hadOne = Files::PlugApplicationPath([] { return std::string("C:\\work\\j Projects\\x"); }) != nullptr;

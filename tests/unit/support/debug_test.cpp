@@ -103,6 +103,7 @@ TEST_CASE_FIXTURE(Fixture, "nested entries and exits stand at their depth") {
     CHECK(Log() == "<start>_\r\n <A>_\r\n  <B>_\r\n  </B>\r\n </A>\r\n");
     CHECK(state.DebugIndent == " ");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a trace writes its entry and, however the procedure is left, its exit") {
     On(1);
     try {
@@ -113,6 +114,7 @@ TEST_CASE_FIXTURE(Fixture, "a trace writes its entry and, however the procedure 
     }
     CHECK(Log() == "<Outer>_\r\n <Inner>_\r\n </Inner>\r\n</Outer>\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "the 51st nested entry leaves the indentation at a single blank") {
     On(1);
     for (int i = 0; i < 50; ++i) WriteDebug("x", 0);
@@ -122,6 +124,7 @@ TEST_CASE_FIXTURE(Fixture, "the 51st nested entry leaves the indentation at a si
     WriteDebug("y", 0);
     CHECK(Log().find("\r\n" + std::string(50, ' ') + "<x>_\r\n <y>_\r\n") != std::string::npos);
 }
+
 TEST_CASE_FIXTURE(Fixture, "unbalanced exits are written without indentation") {
     On(1);
     WriteDebug("a", 999);
@@ -129,11 +132,13 @@ TEST_CASE_FIXTURE(Fixture, "unbalanced exits are written without indentation") {
     WriteDebug("c", 0);
     CHECK(Log() == "</a>\r\n</b>\r\n<c>_\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a code of its own is written behind the text") {
     On(1);
     WriteDebug("x", 5);
     CHECK(Log() == "x5\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "free text is folded in the log and in the caller's variable") {
     On(1);
     std::string text = "\xC4nderung f\xFCr M\xFCller";
@@ -141,6 +146,7 @@ TEST_CASE_FIXTURE(Fixture, "free text is folded in the log and in the caller's v
     CHECK(Log() == "Aenderung fuar M\xFCller\r\n");
     CHECK(text == "Aenderung fuar M\xFCller");
 }
+
 TEST_CASE_FIXTURE(Fixture, "names and texts with a code are not folded") {
     On(1);
     std::string text = "f\xFCr";
@@ -152,12 +158,14 @@ TEST_CASE_FIXTURE(Fixture, "names and texts with a code are not folded") {
           "<f\xFCr>_\r\n</f\xFCr>\r\nf\xFCr"
           "3\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "while the log is off the caller's text is left alone") {
     std::string text = "f\xFCr";
     WriteDebug(text, -1);
     CHECK(text == "f\xFCr");
     CHECK_FALSE(folder.Exists("log.xml"));
 }
+
 TEST_CASE_FIXTURE(Fixture, "every kind of text can be written") {
     On(1);
     const std::string constant = "constant";
@@ -167,6 +175,7 @@ TEST_CASE_FIXTURE(Fixture, "every kind of text can be written") {
     WriteDebug("literal \xE4", -1);
     CHECK(Log() == "constant\r\nview\r\nconstant and more\r\nliteral oe\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "the pending error is written first, indented and without a time stamp") {
     On(17);
     state.DebugIndent = "  ";
@@ -178,6 +187,7 @@ TEST_CASE_FIXTURE(Fixture, "the pending error is written first, indented and wit
     CHECK(Err().Number() == 13);
     CHECK(Err().Description() == "Type mismatch");
 }
+
 TEST_CASE_FIXTURE(Fixture, "mode bit 16 puts the seconds since midnight before the indentation") {
     for (const std::int32_t level : {17, 16, 31}) {
         On(level);
@@ -192,6 +202,7 @@ TEST_CASE_FIXTURE(Fixture, "mode bit 16 puts the seconds since midnight before t
         CHECK(log.substr(colon) == ": <A>_\r\n");
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "the time stamp is written in the system's number format") {
     REQUIRE(SetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, ","));
     On(16);
@@ -200,6 +211,7 @@ TEST_CASE_FIXTURE(Fixture, "the time stamp is written in the system's number for
     CHECK(Log().find(',') != std::string::npos);
     CHECK(Log().find('.') == std::string::npos);
 }
+
 TEST_CASE_FIXTURE(Fixture, "without mode bit 16 no line has a time stamp") {
     for (const std::int32_t level : {1, 15, 32}) {
         On(level);
@@ -209,6 +221,7 @@ TEST_CASE_FIXTURE(Fixture, "without mode bit 16 no line has a time stamp") {
         CHECK(Log() == "<A>_\r\n");
     }
 }
+
 TEST_CASE_FIXTURE(Fixture, "the registry trace keeps the last entry and leaves the file untouched") {
     On(-1);
     Err().Set(13, "Type mismatch");
@@ -220,6 +233,7 @@ TEST_CASE_FIXTURE(Fixture, "the registry trace keeps the last entry and leaves t
     CHECK_FALSE(folder.Exists("log.xml"));
     CHECK(Err().Number() == 13);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a trace that cannot be written does not report itself without end") {
     On(-1);
     WriteDebug("A", 0);
@@ -227,12 +241,14 @@ TEST_CASE_FIXTURE(Fixture, "a trace that cannot be written does not report itsel
     WriteDebug("B", 0);
     CHECK(traced.size() == 2);
 }
+
 TEST_CASE_FIXTURE(Fixture, "inside a development environment nothing is traced in the registry") {
     On(-1);
     state.DebugInIde = true;
     WriteDebug("A", 0);
     CHECK(traced.empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a log file that cannot be written loses the entry and changes nothing else") {
     On(1);
     state.DebugFile = folder.Path("no such folder\\log.xml");
@@ -243,6 +259,7 @@ TEST_CASE_FIXTURE(Fixture, "a log file that cannot be written loses the entry an
     CHECK(Err().Number() == 13);
     CHECK(state.DebugIndent == " ");
 }
+
 TEST_CASE_FIXTURE(Fixture, "writing changes neither the pending error nor the last error of the thread") {
     On(17);
     SetLastError(1234);
@@ -250,6 +267,7 @@ TEST_CASE_FIXTURE(Fixture, "writing changes neither the pending error nor the la
     CHECK(GetLastError() == 1234);
     CHECK(Err().Number() == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the file is closed after every entry, so it may be deleted between two of them") {
     On(1);
     WriteDebug("A", 0);
@@ -271,6 +289,7 @@ TEST_CASE_FIXTURE(Fixture, "off, the mode is read on the 255th call and every 25
     CHECK(state.DebugCallCount == 511);
     CHECK(timesSwitchedOn == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a mode other than 0 in the registry switches the log on, for the entries that follow") {
     modeInRegistry = "1";
     for (int i = 0; i < 255; ++i) WriteDebug("x", 0);
@@ -279,6 +298,7 @@ TEST_CASE_FIXTURE(Fixture, "a mode other than 0 in the registry switches the log
     WriteDebug("y", 0);
     CHECK(Log() == "<y>_\r\n");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a mode that is no number leaves the log off") {
     for (const char* mode : {"", "0", "x", "on"}) {
         modeInRegistry = mode;
@@ -287,6 +307,7 @@ TEST_CASE_FIXTURE(Fixture, "a mode that is no number leaves the log off") {
     CHECK(timesAsked == 4);
     CHECK(timesSwitchedOn == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "calls with an error pending count like the others while the log is off") {
     Err().Set(13, "Type mismatch");
     SetLastError(1234);
@@ -295,6 +316,7 @@ TEST_CASE_FIXTURE(Fixture, "calls with an error pending count like the others wh
     CHECK(Err().Number() == 13);
     CHECK(GetLastError() == 1234);
 }
+
 TEST_CASE_FIXTURE(Fixture, "asking for the mode changes neither the pending error nor the last error of the thread") {
     SetLastError(1234);
     for (int i = 0; i < 255; ++i) WriteDebug("x", 0);
@@ -302,11 +324,13 @@ TEST_CASE_FIXTURE(Fixture, "asking for the mode changes neither the pending erro
     CHECK(Err().Number() == 0);
     CHECK(GetLastError() == 1234);
 }
+
 TEST_CASE_FIXTURE(Fixture, "calls do not count while the log is on") {
     On(1);
     WriteDebug("x", 0);
     CHECK(state.DebugCallCount == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the count of calls goes on beyond its highest number") {
     state.DebugCallCount = 2147483647 - 1;
     WriteDebug("x", 0);
@@ -314,6 +338,7 @@ TEST_CASE_FIXTURE(Fixture, "the count of calls goes on beyond its highest number
     WriteDebug("x", 0);
     CHECK(state.DebugCallCount == -2147483647 - 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "without ports the log stays off") {
     Debug::Plug({});
     for (int i = 0; i < 300; ++i) WriteDebug("x", 0);
@@ -343,6 +368,7 @@ TEST_CASE_FIXTURE(Fixture, "out of memory and components that do not load are sh
     CHECK(Log() == "7:Text of it\r\n</x>\r\n372:Text of it\r\n</x>\r\n374:Text of it\r\n</x>\r\n");
     CHECK(state.DebugCallCount == 3);
 }
+
 TEST_CASE_FIXTURE(Fixture, "no other error is shown in a box") {
     const BoxAnswerer user(IDOK);
     for (const std::int32_t number : {5, 6, 8, 371, 373, 375}) {
@@ -355,6 +381,7 @@ TEST_CASE_FIXTURE(Fixture, "no other error is shown in a box") {
     CHECK(user.Seen().empty());
     CHECK(asked.empty());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a component that is not registered is shown through the question box while the log is on") {
     Err().Set(339, "Component x.ocx");
     WriteDebug("x", 0);

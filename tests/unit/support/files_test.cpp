@@ -65,12 +65,14 @@ TEST_CASE("a path in double quotes without blanks is tested without its quotes")
     CHECK(FileExists("\"" + std::string(shortPath) + "\""));
     CHECK_FALSE(FileExists("\"" + std::string(shortPath)));
 }
+
 TEST_CASE("a quoted path that contains a blank keeps its quotes and is reported missing") {
     const TempFolder folder;
     folder.Write("a b.txt", "x");
     CHECK(FileExists(folder.Path("a b.txt")));
     CHECK_FALSE(FileExists("\"" + folder.Path("a b.txt") + "\""));
 }
+
 TEST_CASE("a folder exists as a file does, but only a folder exists as a folder") {
     const TempFolder folder;
     folder.Write("a.txt", "x");
@@ -96,12 +98,14 @@ TEST_CASE("the date of a file is told, and that of a missing one is the empty te
     CHECK(GetFileDate(folder.Path("missing")).empty());
     CHECK(GetFileDate(folder.Path("missing"), true).empty());
 }
+
 TEST_CASE("a path is told as the scripting object reports it, a missing file's as it is") {
     const TempFolder folder;
     folder.Write("a.txt", "x");
     CHECK(GetFileFolderPath(folder.Path("x\\..\\a.txt")) == folder.Path("a.txt"));
     CHECK(GetFileFolderPath(folder.Path("x\\..\\b.txt")) == folder.Path("x\\..\\b.txt"));
 }
+
 TEST_CASE("a question that fails leaves the caller's pending error alone") {
     platform::Err().Set(7000, "the caller's");
     (void)GetFileDate("C:\\missing\\x", true);
@@ -119,6 +123,7 @@ TEST_CASE("a folder is made with all that is missing above it") {
     MkDir_(folder.Path("a\\b\\c"));
     CHECK(FolderExists(folder.Path("a\\b\\c")));
 }
+
 TEST_CASE("a folder that cannot be made is logged") {
     const TempFolder folder;
     folder.Write("taken", "x");
@@ -139,6 +144,7 @@ TEST_CASE("a file is copied over another") {
     CopyFileIfChanged(folder.Path("a.txt"), folder.Path("b.txt"), false);
     CHECK(folder.Read("b.txt") == "new");
 }
+
 TEST_CASE("a destination without a dot behind its last backslash is a folder") {
     const TempFolder folder;
     folder.Write("a.txt", "x");
@@ -149,6 +155,7 @@ TEST_CASE("a destination without a dot behind its last backslash is a folder") {
     CHECK(folder.Read("one\\a.txt") == "x");
     CHECK(folder.Read("two\\a.txt") == "x");
 }
+
 TEST_CASE("only if changed, a copy of the same date stays and one of another date is replaced") {
     const TempFolder folder;
     folder.Write("a.txt", "new");
@@ -164,6 +171,7 @@ TEST_CASE("only if changed, a copy of the same date stays and one of another dat
     CopyFileIfChanged(folder.Path("a.txt"), folder.Path("b.txt"), true);
     CHECK(folder.Read("b.txt") == "new");
 }
+
 TEST_CASE("without a source nothing is copied and nothing deleted") {
     const TempFolder folder;
     folder.Write("b.txt", "old");
@@ -180,6 +188,7 @@ TEST_CASE("a file is read byte for byte") {
     folder.Write("a.txt", bytes);
     CHECK(GetFileContents(folder.Path("a.txt")) == bytes);
 }
+
 TEST_CASE("a byte-order mark is taken off and told") {
     const TempFolder folder;
     folder.Write("a.txt", "\xFF\xFE[");
@@ -193,6 +202,7 @@ TEST_CASE("a byte-order mark is taken off and told") {
     CHECK(GetFileContents(folder.Path("c.txt"), 0, &result) == "[");
     CHECK(result == 0);
 }
+
 TEST_CASE("a missing file reads as the empty text and is logged") {
     const TempFolder folder;
     const DebugLog log;
@@ -242,11 +252,13 @@ TEST_CASE("a text replaces what was there or is added to it, without a line end"
     CHECK(WriteFileConents(folder.Path("b.txt"), "new", true));
     CHECK(folder.Read("b.txt") == "new");
 }
+
 TEST_CASE("missing folders are made first") {
     const TempFolder folder;
     CHECK(WriteFileConents(folder.Path("a\\b\\c.txt"), "x"));
     CHECK(folder.Read("a\\b\\c.txt") == "x");
 }
+
 TEST_CASE("a ? and a / in the path are written as _") {
     const TempFolder folder;
     CHECK(WriteFileConents(folder.Path("x?y.txt"), "1"));
@@ -254,7 +266,9 @@ TEST_CASE("a ? and a / in the path are written as _") {
     CHECK(WriteFileConents(folder.Path("u/v.txt"), "2"));
     CHECK(folder.Read("u_v.txt") == "2");
 }
+
 TEST_CASE("an empty path is not written") { CHECK_FALSE(WriteFileConents("", "x")); }
+
 TEST_CASE("encodings 0 and 1 write the text as it is given") {
     const TempFolder folder;
     const std::string text("\xE4\0z", 3);
@@ -263,6 +277,7 @@ TEST_CASE("encodings 0 and 1 write the text as it is given") {
     CHECK(WriteFileConents(folder.Path("a.txt"), text, false, 1));
     CHECK(folder.Read("a.txt") == text);
 }
+
 TEST_CASE("encoding 2 writes little-endian characters of two bytes behind their mark") {
     const TempFolder folder;
     CHECK(WriteFileConents(folder.Path("a.txt"), "A\x80", false, 2));
@@ -273,11 +288,13 @@ TEST_CASE("encoding 2 writes little-endian characters of two bytes behind their 
     CHECK(GetFileContents(folder.Path("a.txt"), 0, &result).size() == 4);
     CHECK(result == 2);
 }
+
 TEST_CASE("encoding 3 writes big-endian characters without a mark") {
     const TempFolder folder;
     CHECK(WriteFileConents(folder.Path("a.txt"), "A\x80", false, 3));
     CHECK(folder.Read("a.txt") == std::string("\0A\x20\xAC", 4));
 }
+
 TEST_CASE("a file that cannot be written is shown to the user only when asked for, and not on drive m:") {
     AnsweringPrompt user;
     const TempFolder folder;
@@ -319,6 +336,7 @@ TEST_CASE("error 5 is tried again at most twice") {
     platform::WatchFiles(nullptr);
     CHECK_FALSE(folder.Exists("b.txt"));
 }
+
 TEST_CASE("a path whose folder cannot be made is tried twice and given up") {
     const TempFolder folder;
     folder.Write("taken", "x");
@@ -374,6 +392,7 @@ TEST_CASE("the object is made once and kept, and Windows' version recorded") {
     CHECK(FileSystem().Text("GetFileName", "C:\\a\\b.txt") == "b.txt");
     CHECK(commands.empty());
 }
+
 TEST_CASE("a library that is not registered is registered once, and the object then made") {
     const Plugged plugged(3);
     AnsweringPrompt user;
@@ -384,6 +403,7 @@ TEST_CASE("a library that is not registered is registered once, and the object t
     CHECK(commands[0] == "regsvr32.exe /s \"" + std::string(windows) + "\\system32\\scrrun.dll\"");
     CHECK(user.asked.empty());
 }
+
 TEST_CASE("without the object the user is told and the library registered, once, and files read as missing") {
     const Plugged plugged(0);
     AnsweringPrompt user;
@@ -399,6 +419,7 @@ TEST_CASE("without the object the user is told and the library registered, once,
     CHECK(GetFileDate("C:\\windows\\win.ini").empty());
     CHECK(GetFileFolderPath("C:\\x") == "C:\\x");
 }
+
 TEST_CASE("where KDEHOME is set nobody is told") {
     const Plugged plugged(0);
     AnsweringPrompt user;

@@ -41,16 +41,19 @@ TEST_CASE("without a port a question is the standard message box") {
     CHECK(user.Seen()[0].text == "Go on?");
     CHECK(prompt == "Go on?");
 }
+
 TEST_CASE("without a port an input is cancelled and returns its default text") {
     bool cancelled = false;
     CHECK(Prompt::Input("Name", "Title", "default", cancelled) == "default");
     CHECK(cancelled);
 }
+
 TEST_CASE("without a port a message is not shown and returns 0") {
     const BoxAnswerer user(IDOK);
     CHECK(Prompt::Message(-1, 232, 0) == 0);
     CHECK(user.Seen().empty());
 }
+
 TEST_CASE("the port that is plugged in gets every argument and gives the answer") {
     RecordingPort port;
     CHECK(Prompt::Plug(&port) == nullptr);

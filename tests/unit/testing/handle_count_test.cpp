@@ -10,6 +10,7 @@ TEST_CASE("ten bitmaps that stay are ten more objects, and none more once they a
     for (const HBITMAP bitmap : kept) DeleteObject(bitmap);
     CHECK(handles::GdiObjects() == before);
 }
+
 TEST_CASE("a window and a menu that stay are two more objects") {
     const std::uint32_t before = handles::UserObjects();
     const HWND window = CreateWindowA("STATIC", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
@@ -19,6 +20,7 @@ TEST_CASE("a window and a menu that stay are two more objects") {
     DestroyMenu(menu);
     CHECK(handles::UserObjects() <= before + 1);  // the first window may bring one of the system's own
 }
+
 TEST_CASE("ten events that stay are ten more kernel handles") {
     const std::uint32_t before = handles::KernelHandles();
     REQUIRE(before > 0);

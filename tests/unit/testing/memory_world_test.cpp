@@ -112,6 +112,7 @@ TEST_CASE("the registry in memory behaves as Windows' own") {
     REQUIRE(inMemory.size() == own.size());
     for (std::size_t line = 0; line < own.size(); ++line) CHECK(inMemory[line] == own[line]);
 }
+
 TEST_CASE("what was written to the registry in memory is in no other registry") {
     const auto write = [] {
         HKEY key = nullptr;
@@ -127,6 +128,7 @@ TEST_CASE("what was written to the registry in memory is in no other registry") 
     }
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, home));
 }
+
 TEST_CASE("a handle that stays open in the registry in memory is counted") {
     MemoryRegistry registry;
     HKEY key = nullptr;
@@ -135,6 +137,7 @@ TEST_CASE("a handle that stays open in the registry in memory is counted") {
     MemoryRegistry::CloseKey(key);
     CHECK(registry.OpenHandles() == 0);
 }
+
 TEST_CASE("the clipboard in memory gives what it was given, until it is emptied, and only while it is open") {
     MemoryClipboard clipboard;
     HBITMAP bitmap = CreateBitmap(1, 1, 1, 1, nullptr);
@@ -155,6 +158,7 @@ TEST_CASE("the clipboard in memory gives what it was given, until it is emptied,
     BITMAP description{};
     CHECK(GetObjectA(bitmap, sizeof description, &description) == 0);  // it let go of the bitmap
 }
+
 TEST_CASE("a name of a format has one number, and another name another one") {
     MemoryClipboard clipboard;
     const UINT face = MemoryClipboard::Register("Toolbar Button Face");

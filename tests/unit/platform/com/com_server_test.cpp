@@ -149,11 +149,13 @@ TEST_CASE_FIXTURE(Fixture, "the host's calls reach the add-in class in their ord
     CHECK(diary.lines == Lines{"connect 1 application addin", "update", "startup complete", "begin shutdown",
                                "disconnect 0", "terminate", "gone"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "a call without application or add-in object hands on empty objects") {
     const auto addin = Addin();
     CHECK(addin->OnConnection(nullptr, 0, nullptr, nullptr) == S_OK);
     CHECK(diary.lines == Lines{"connect 0"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "the custom array may be missing, empty or filled") {
     const auto addin = Addin();
     SAFEARRAY* none = nullptr;
@@ -163,6 +165,7 @@ TEST_CASE_FIXTURE(Fixture, "the custom array may be missing, empty or filled") {
     CHECK(diary.lines.size() == 2);
     SafeArrayDestroy(empty);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the host's objects are held only as long as the add-in keeps them") {
     HostObject application;
     HostObject addInInst;
@@ -174,6 +177,7 @@ TEST_CASE_FIXTURE(Fixture, "the host's objects are held only as long as the add-
     diary.kept.Reset();
     CHECK(application.references == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a failing add-in returns success from every call and leaves the error pending") {
     const auto addin = Addin();
     diary.failInCalls = true;
@@ -185,12 +189,14 @@ TEST_CASE_FIXTURE(Fixture, "a failing add-in returns success from every call and
     CHECK(addin->OnBeginShutdown(nullptr) == S_OK);
     CHECK(diary.lines.size() == 5);
 }
+
 TEST_CASE_FIXTURE(Fixture, "an add-in that fails while it ends is gone all the same") {
     diary.failInCalls = true;
     Addin();
     CHECK(diary.lines == Lines{"terminate", "gone"});
     CHECK(DllCanUnloadNow() == S_OK);
 }
+
 TEST_CASE_FIXTURE(Fixture, "an add-in that cannot be made is refused without an exception") {
     diary.failInFactory = true;
     void* object = &diary;
@@ -198,6 +204,7 @@ TEST_CASE_FIXTURE(Fixture, "an add-in that cannot be made is refused without an 
     CHECK(object == nullptr);
     CHECK(DllCanUnloadNow() == S_OK);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the add-in is one object by each of its interfaces and refuses all others") {
     const auto addin = Addin();
     const auto unknown = addin.As<IUnknown>(IID_IUnknown);
@@ -207,12 +214,14 @@ TEST_CASE_FIXTURE(Fixture, "the add-in is one object by each of its interfaces a
     CHECK(object == nullptr);
     CHECK(addin->QueryInterface(IID_IUnknown, nullptr) == E_POINTER);
 }
+
 TEST_CASE_FIXTURE(Fixture, "an interface that the new add-in does not have leaves no add-in behind") {
     void* object = &diary;
     CHECK(Factory()->CreateInstance(nullptr, IID_IMarshal, &object) == E_NOINTERFACE);
     CHECK(object == nullptr);
     CHECK(diary.lines == Lines{"terminate", "gone"});
 }
+
 TEST_CASE_FIXTURE(Fixture, "the factory makes nothing that is to be part of another object") {
     HostObject outer;
     void* object = &diary;
@@ -220,6 +229,7 @@ TEST_CASE_FIXTURE(Fixture, "the factory makes nothing that is to be part of anot
     CHECK(object == nullptr);
     CHECK(Factory()->CreateInstance(nullptr, IID_IUnknown, nullptr) == E_POINTER);
 }
+
 TEST_CASE_FIXTURE(Fixture, "only the one class is served, and only by its factory") {
     void* object = &diary;
     CHECK(DllGetClassObject(CLSID_NULL, IID_IClassFactory, &object) == CLASS_E_CLASSNOTAVAILABLE);
@@ -231,18 +241,21 @@ TEST_CASE_FIXTURE(Fixture, "only the one class is served, and only by its factor
 }
 
 TEST_CASE_FIXTURE(Fixture, "the library may go when nothing of it is in use") { CHECK(DllCanUnloadNow() == S_OK); }
+
 TEST_CASE_FIXTURE(Fixture, "an add-in keeps the library loaded") {
     auto addin = Addin();
     CHECK(DllCanUnloadNow() == S_FALSE);
     addin.Reset();
     CHECK(DllCanUnloadNow() == S_OK);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a reference to the factory keeps the library loaded") {
     auto factory = Factory();
     CHECK(DllCanUnloadNow() == S_FALSE);
     factory.Reset();
     CHECK(DllCanUnloadNow() == S_OK);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a lock of the factory keeps the library loaded until it is undone") {
     Factory()->LockServer(TRUE);
     Factory()->LockServer(TRUE);
@@ -251,6 +264,7 @@ TEST_CASE_FIXTURE(Fixture, "a lock of the factory keeps the library loaded until
     Factory()->LockServer(FALSE);
     CHECK(DllCanUnloadNow() == S_OK);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a token of whoever Windows may call keeps the library loaded") {
     {
         const platform::KeepLoaded form;
@@ -269,6 +283,7 @@ TEST_CASE_FIXTURE(Fixture, "the methods have the names and ids of the Office int
     CHECK(IdOf(addin.Get(), L"OnBeginShutdown") == 5);
     CHECK(IdOf(addin.Get(), L"Terminate") == DISPID_UNKNOWN);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a caller that knows only names reaches the add-in too") {
     const auto addin = Addin();
     HostObject application;
@@ -286,6 +301,7 @@ TEST_CASE_FIXTURE(Fixture, "a caller that knows only names reaches the add-in to
     CHECK(diary.lines == Lines{"connect 1 application"});
     SafeArrayDestroy(custom);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the description of the interface has its methods in slots 7 to 11") {
     const auto addin = Addin();
     UINT count = 0;
@@ -314,6 +330,7 @@ TEST_CASE("the module of a test program is the program itself") {
     GetModuleFileNameA(nullptr, path, MAX_PATH);
     CHECK(platform::ModulePath() == path);
 }
+
 TEST_CASE("the module's folder is its path up to the last backslash, which belongs to it") {
     const std::string path = platform::ModulePath();
     const std::string folder = platform::ModuleFolder();
@@ -329,6 +346,7 @@ TEST_CASE("self-registration registers the module that it is linked into, and ta
     CHECK(DllUnregisterServer() == S_OK);
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CLASSES_ROOT, key));
 }
+
 TEST_CASE("self-registration that is refused says that the class could not be registered") {
     const PrivateRegistry registry;
     HKEY refusing = nullptr;

@@ -198,6 +198,7 @@ TEST_CASE("a call on an empty object does nothing and sets nothing") {
     CHECK(Err().Number() == 9);
     Err().Clear();
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "a failing call yields the neutral value and leaves its status pending under the member's name") {
     object.answer = RPC_E_DISCONNECTED;
@@ -210,18 +211,21 @@ TEST_CASE_FIXTURE(Fixture,
     CHECK_FALSE(object.AsDispatch().Call("Close"));
     CHECK_FALSE(object.AsDispatch().Put("Visible", true));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a name that the host does not know is a failure of its own and calls nothing") {
     object.knowsNames = false;
     CHECK_FALSE(object.AsDispatch().Put("Picture", 1));
     CHECK(Err().Number() == static_cast<std::int32_t>(DISP_E_UNKNOWNNAME));
     CHECK(object.asked.at(0).kind == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the failure that made an object empty stays pending through the calls on it") {
     object.answer = E_FAIL;
     const Dispatch bars = object.AsDispatch().Object("CommandBars");
     CHECK(bars.Object("Item", "Standard").Long("Count") == 0);
     CHECK(Err().Description().starts_with("CommandBars: "));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a call that succeeds leaves the pending error as it was") {
     Err().Set(9, "earlier");
     object.result = [](VARIANT& into) {
@@ -231,6 +235,7 @@ TEST_CASE_FIXTURE(Fixture, "a call that succeeds leaves the pending error as it 
     CHECK(object.AsDispatch().Long("Count") == 3);
     CHECK(Err().Number() == 9);
 }
+
 TEST_CASE_FIXTURE(Fixture, "the host's own error information gives number and description, filled in late or not") {
     object.answer = DISP_E_EXCEPTION;
     object.explain = [](EXCEPINFO& info) {
@@ -243,12 +248,14 @@ TEST_CASE_FIXTURE(Fixture, "the host's own error information gives number and de
     CHECK(Err().Number() == static_cast<std::int32_t>(E_ACCESSDENIED));
     CHECK(Err().Description() == "Close: The item was moved.");
 }
+
 TEST_CASE_FIXTURE(Fixture, "error information with a code of its own keeps that code") {
     object.answer = DISP_E_EXCEPTION;
     object.explain = [](EXCEPINFO& info) { info.wCode = 438; };
     CHECK_FALSE(object.AsDispatch().Call("Close"));
     CHECK(Err().Number() == 438);
 }
+
 TEST_CASE_FIXTURE(Fixture, "error information without any code is an exception, and 1 is a code") {
     object.answer = DISP_E_EXCEPTION;
     CHECK_FALSE(object.AsDispatch().Call("Close"));
@@ -257,6 +264,7 @@ TEST_CASE_FIXTURE(Fixture, "error information without any code is an exception, 
     CHECK_FALSE(object.AsDispatch().Call("Close"));
     CHECK(Err().Number() == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "an object where a text was asked for reads as the value that stands for it") {
     FakeObject named;
     named.result = [](VARIANT& into) { Text(into, "Standard"); };
@@ -270,6 +278,7 @@ TEST_CASE_FIXTURE(Fixture, "an object where a text was asked for reads as the va
     CHECK(named.asked[0].id == DISPID_VALUE);
     CHECK(named.references == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "memory that ran out and Visual Basic's own numbers are pending under their short numbers") {
     object.answer = E_OUTOFMEMORY;
     CHECK_FALSE(object.AsDispatch().Call("Close"));
@@ -278,6 +287,7 @@ TEST_CASE_FIXTURE(Fixture, "memory that ran out and Visual Basic's own numbers a
     CHECK_FALSE(object.AsDispatch().Call("Close"));
     CHECK(Err().Number() == ObjectRequired);
 }
+
 TEST_CASE_FIXTURE(Fixture, "nothing where something was asked for is the neutral value and no failure") {
     CHECK(object.AsDispatch().Long("Count") == 0);
     CHECK(object.AsDispatch().Text("Name").empty());
@@ -289,11 +299,13 @@ TEST_CASE_FIXTURE(Fixture, "nothing where something was asked for is the neutral
     CHECK_FALSE(object.AsDispatch().Object("ActiveExplorer"));
     CHECK_FALSE(Err());
 }
+
 TEST_CASE_FIXTURE(Fixture, "an answer that is no object yields the empty object and says so") {
     object.result = [](VARIANT& into) { Text(into, "Standard"); };
     CHECK_FALSE(object.AsDispatch().Object("Item", 1));
     CHECK(Err().Number() == ObjectRequired);
 }
+
 TEST_CASE_FIXTURE(Fixture, "an answer is converted where Windows can convert it") {
     object.result = [](VARIANT& into) { Text(into, "17"); };
     CHECK(object.AsDispatch().Long("Count") == 17);
@@ -308,6 +320,7 @@ TEST_CASE_FIXTURE(Fixture, "an answer is converted where Windows can convert it"
     CHECK(object.AsDispatch().Long("Count") == 0);
     CHECK(Err().Number() == TypeMismatch);
 }
+
 TEST_CASE_FIXTURE(Fixture, "arguments arrive in reverse order, what is left out as not given") {
     object.result = [this](VARIANT& into) {
         into.vt = VT_DISPATCH;
@@ -321,6 +334,7 @@ TEST_CASE_FIXTURE(Fixture, "arguments arrive in reverse order, what is left out 
     CHECK(call.types == std::vector<VARTYPE>{VT_BOOL, VT_BSTR, VT_ERROR, VT_I4});
     CHECK(call.texts.at(1) == "Tag");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a property's new value bears the name that the host expects") {
     CHECK(object.AsDispatch().Put("Caption", "C&orvella"));
     CHECK(object.asked.at(0).kind == DISPATCH_PROPERTYPUT);
@@ -328,10 +342,12 @@ TEST_CASE_FIXTURE(Fixture, "a property's new value bears the name that the host 
     CHECK(object.asked.at(0).newValue == DISPID_PROPERTYPUT);
     CHECK(object.asked.at(0).texts.at(0) == "C&orvella");
 }
+
 TEST_CASE_FIXTURE(Fixture, "characters of the user's code page survive the way there and back") {
     object.result = [](VARIANT& into) { Text(into, "M\xFCller \x80"); };
     CHECK(object.AsDispatch().Text("FullName") == "M\xFCller \x80");
 }
+
 TEST_CASE_FIXTURE(Fixture, "copies share the object and every one gives its reference back") {
     Dispatch first = object.AsDispatch();
     const Dispatch second = first;
@@ -342,12 +358,14 @@ TEST_CASE_FIXTURE(Fixture, "copies share the object and every one gives its refe
     third = third;
     CHECK(object.references == 3);
 }
+
 TEST_CASE_FIXTURE(Fixture, "identity tells the same from different objects, and nothing of none") {
     FakeObject other;
     CHECK(Compare(object.AsDispatch(), object.AsDispatch()) == Identity::Same);
     CHECK(Compare(object.AsDispatch(), other.AsDispatch()) == Identity::Different);
     CHECK(Compare(object.AsDispatch(), {}) == Identity::Unknown);
 }
+
 TEST_CASE("a class that is not registered gives an empty object and a pending error") {
     Err().Clear();
     CHECK_FALSE(CreateObject("Nobody.Has.This"));
@@ -355,6 +373,7 @@ TEST_CASE("a class that is not registered gives an empty object and a pending er
     CHECK(Err().Description().starts_with("Nobody.Has.This: "));
     Err().Clear();
 }
+
 TEST_CASE_FIXTURE(Fixture, "an event reaches the member that its table names and the host gets S_OK") {
     const auto listener = std::make_shared<Listener>();
     const Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
@@ -366,12 +385,14 @@ TEST_CASE_FIXTURE(Fixture, "an event reaches the member that its table names and
     CHECK(listener->first == 1);
     CHECK(listener->count == 2);
 }
+
 TEST_CASE_FIXTURE(Fixture, "what an event's procedure throws does not reach the host") {
     const auto listener = std::make_shared<Listener>();
     const Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     CHECK(object.Fire(object.sink, 2) == S_OK);
     CHECK(Err().Number() == InvalidProcedureCall);
 }
+
 TEST_CASE_FIXTURE(Fixture, "an argument that is no object reads as none") {
     VARIANTARG arguments[3]{};
     arguments[0].vt = VT_I4;
@@ -387,6 +408,7 @@ TEST_CASE_FIXTURE(Fixture, "an argument that is no object reads as none") {
     CHECK_FALSE(read.Object(2));
     CHECK_FALSE(read.Object(3));
 }
+
 TEST_CASE_FIXTURE(Fixture, "a source that takes no sinks leaves the connection empty and the failure pending") {
     const auto listener = std::make_shared<Listener>();
     object.takesSinks = false;
@@ -396,6 +418,7 @@ TEST_CASE_FIXTURE(Fixture, "a source that takes no sinks leaves the connection e
     CHECK_FALSE(ConnectEvents(object.AsDispatch(), OfficeInterface(0x0006304E), listener, handlers));
     CHECK(Err().Number() == static_cast<std::int32_t>(CONNECT_E_NOCONNECTION));
 }
+
 TEST_CASE_FIXTURE(Fixture, "an event that arrives after the end falls on nothing") {
     const auto listener = std::make_shared<Listener>();
     Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
@@ -407,6 +430,7 @@ TEST_CASE_FIXTURE(Fixture, "an event that arrives after the end falls on nothing
     CHECK(object.Fire(late, 1) == S_OK);
     CHECK(listener->first == 0);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a host that refuses to end a connection hears nothing more from the sink") {
     const auto listener = std::make_shared<Listener>();
     Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
@@ -417,12 +441,14 @@ TEST_CASE_FIXTURE(Fixture, "a host that refuses to end a connection hears nothin
     CHECK(listener->first == 0);
     CHECK_FALSE(Err());
 }
+
 TEST_CASE_FIXTURE(Fixture, "a listener that is gone gets no events") {
     auto listener = std::make_shared<Listener>();
     const Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
     listener.reset();
     CHECK(object.Fire(object.sink, 1) == S_OK);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a procedure may end its own connection and let go of its own object") {
     auto listener = std::make_shared<Listener>();
     Connection connection = ConnectEvents(object.AsDispatch(), FakeEvents(), listener, handlers);
@@ -436,6 +462,7 @@ TEST_CASE_FIXTURE(Fixture, "a procedure may end its own connection and let go of
     CHECK(object.Fire(sink, 1) == S_OK);
     CHECK(finished == 1);
 }
+
 TEST_CASE_FIXTURE(Fixture, "a connection that is moved ends once") {
     const auto listener = std::make_shared<Listener>();
     {
@@ -446,11 +473,13 @@ TEST_CASE_FIXTURE(Fixture, "a connection that is moved ends once") {
     }
     CHECK(object.unadvised.size() == 1);
 }
+
 TEST_CASE("Windows' own text for a status has no line break at its end") {
     CHECK(SystemMessage(ERROR_PATH_NOT_FOUND).find_first_of("\r\n") == std::string::npos);
     CHECK_FALSE(SystemMessage(ERROR_PATH_NOT_FOUND).empty());
     CHECK(SystemMessage(0x12345678).empty());
 }
+
 TEST_CASE("recording a status keeps the thread's last error") {
     SetLastError(1234);
     RecordStatus(ERROR_PATH_NOT_FOUND);

@@ -98,6 +98,7 @@ TEST_CASE("the class is registered by its id and by its name") {
     CHECK(Text(HKEY_CLASSES_ROOT, programKey, "") == server.className);
     CHECK(Text(HKEY_CLASSES_ROOT, programKey + "\\CLSID", "") == server.clsid);
 }
+
 TEST_CASE("Outlook finds the add-in with its names and is told to load it at its start") {
     const PrivateRegistry registry;
     REQUIRE(Register());
@@ -107,6 +108,7 @@ TEST_CASE("Outlook finds the add-in with its names and is told to load it at its
     CHECK(behaviour.type == REG_DWORD);
     CHECK(behaviour.bytes == std::string("\3\0\0\0", 4));
 }
+
 TEST_CASE("registration writes only the class, its name and the add-in") {
     const PrivateRegistry registry;
     const Contents before = Everything();
@@ -118,6 +120,7 @@ TEST_CASE("registration writes only the class, its name and the add-in") {
     CHECK(added.size() == values + keys);
     for (const auto& [path, value] : added) CHECK(path.find("TypeLib") == std::string::npos);
 }
+
 TEST_CASE("where the classes of the machine are refused the user's own are taken") {
     const PrivateRegistry registry;
     Refuse(HKEY_CLASSES_ROOT);
@@ -129,11 +132,13 @@ TEST_CASE("where the classes of the machine are refused the user's own are taken
     CHECK(Text(HKEY_CURRENT_USER, userClasses + programKey + "\\CLSID", "") == server.clsid);
     CHECK(Text(HKEY_CURRENT_USER, addinKey, "FriendlyName") == "Corvella");
 }
+
 TEST_CASE("a registration for the machine leaves the user's own classes alone") {
     const PrivateRegistry registry;
     REQUIRE(Register());
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, "Software\\Classes"));
 }
+
 TEST_CASE("a registration that cannot be finished leaves nothing behind") {
     const PrivateRegistry registry;
     PrivateRegistry::PutText(HKEY_CLASSES_ROOT, "CLSID\\{other}", "", "other");
@@ -142,6 +147,7 @@ TEST_CASE("a registration that cannot be finished leaves nothing behind") {
     CHECK_FALSE(Register());
     CHECK(ContentsOf(HKEY_CLASSES_ROOT) == before);
 }
+
 TEST_CASE("a library that is not where its path says is not registered") {
     const PrivateRegistry registry;
     const Contents before = Everything();
@@ -149,6 +155,7 @@ TEST_CASE("a library that is not where its path says is not registered") {
     CHECK_FALSE(platform::RegisterServer(server, ""));
     CHECK(Everything() == before);
 }
+
 TEST_CASE("a second registration repairs what was changed after the first") {
     const PrivateRegistry registry;
     REQUIRE(Register());
@@ -158,6 +165,7 @@ TEST_CASE("a second registration repairs what was changed after the first") {
     REQUIRE(Register());
     CHECK(Everything() == first);
 }
+
 TEST_CASE("unregistration leaves nothing behind, not even the keys above that are empty now") {
     const PrivateRegistry registry;
     PrivateRegistry::PutText(HKEY_CURRENT_USER, "Software\\Microsoft\\Other", "", "other");
@@ -168,6 +176,7 @@ TEST_CASE("unregistration leaves nothing behind, not even the keys above that ar
     CHECK(platform::UnregisterServer(server));
     CHECK(Everything() == before);
 }
+
 TEST_CASE("unregistration removes the machine's and the user's entries alike") {
     const PrivateRegistry registry;
     PrivateRegistry::PutText(HKEY_CLASSES_ROOT, "CLSID\\{other}", "", "other");
@@ -180,6 +189,7 @@ TEST_CASE("unregistration removes the machine's and the user's entries alike") {
     CHECK(platform::UnregisterServer(server));
     CHECK(Everything() == before);
 }
+
 TEST_CASE("unregistration keeps a key above in which a value or another key is left") {
     const PrivateRegistry registry;
     REQUIRE(Register());
@@ -195,6 +205,7 @@ TEST_CASE("unregistration keeps a key above in which a value or another key is l
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, office + "\\Outlook"));
     CHECK(Text(HKEY_CURRENT_USER, office, "Kept") == "yes");
 }
+
 TEST_CASE("unregistration also removes what the host or an installer wrote below the add-in's own keys") {
     const PrivateRegistry registry;
     REQUIRE(Register());
@@ -204,12 +215,14 @@ TEST_CASE("unregistration also removes what the host or an installer wrote below
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CLASSES_ROOT, classKey));
     CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, addinKey));
 }
+
 TEST_CASE("what was never registered is unregistered without a complaint") {
     const PrivateRegistry registry;
     const Contents before = Everything();
     CHECK(platform::UnregisterServer(server));
     CHECK(Everything() == before);
 }
+
 TEST_CASE("an entry that cannot be removed is told, and the others are removed all the same") {
     const PrivateRegistry registry;
     PrivateRegistry::PutText(HKEY_CLASSES_ROOT, "CLSID\\{other}", "", "other");

@@ -140,6 +140,7 @@ TEST_CASE("the library stays loaded as long as a form has its window") {
     form.Unload();
     CHECK_FALSE(IsKeptLoaded());
 }
+
 TEST_CASE("each kind of control is a window of its kind, named by its caption") {
     TestForm form;
     REQUIRE(form.Load());
@@ -155,12 +156,14 @@ TEST_CASE("each kind of control is a window of its kind, named by its caption") 
     CHECK(TextOf(form.At("ButtonOK")) == "&OK");
     CHECK(form.At("Timer") == nullptr);
 }
+
 TEST_CASE("the windows stand in the order of the table, so a label names the field after it") {
     TestForm form;
     REQUIRE(form.Load());
     CHECK(GetWindow(form.At("TextName"), GW_HWNDPREV) == form.At("LabelName"));
     CHECK(GetWindow(form.Window(), GW_CHILD) == form.At("LabelName"));
 }
+
 TEST_CASE("what is set before the windows are made is shown by them") {
     TestForm form;
     form.The("TextName").SetText("Anna");
@@ -178,6 +181,7 @@ TEST_CASE("what is set before the windows are made is shown by them") {
     CHECK(SendMessageA(form.At("List"), LB_GETCURSEL, 0, 0) == 1);
     CHECK_FALSE(IsWindowEnabled(form.At("Frame")));
 }
+
 TEST_CASE("what the user enters is read back") {
     TestForm form;
     form.The("Combo").SetList({"one", "two"});
@@ -193,6 +197,7 @@ TEST_CASE("what the user enters is read back") {
     CHECK(form.The("List").Text() == "b");
     CHECK(form.The("CheckKeep").Value());
 }
+
 TEST_CASE("a line chosen from a combo box is its text already while the choice is told") {
     TestForm form;
     std::string seen;
@@ -206,6 +211,7 @@ TEST_CASE("a line chosen from a combo box is its text already while the choice i
                  reinterpret_cast<LPARAM>(form.At("Combo")));
     CHECK(seen == "two");
 }
+
 TEST_CASE("of the options of a group one is chosen") {
     TestForm form;
     REQUIRE(form.Load());
@@ -214,6 +220,7 @@ TEST_CASE("of the options of a group one is chosen") {
     CHECK_FALSE(form.Find("Option", 0)->Value());
     CHECK(form.Find("Option", 1)->Value());
 }
+
 TEST_CASE("a changed text is told and a lone carriage return breaks the line") {
     TestForm form;
     REQUIRE(form.Load());
@@ -225,6 +232,7 @@ TEST_CASE("a changed text is told and a lone carriage return breaks the line") {
     CHECK(TextOf(form.At("LabelName")) == "one\r\ntwo\r\nthree\r\nfour");
     CHECK(form.The("LabelName").Caption() == "one\rtwo\nthree\r\nfour");
 }
+
 TEST_CASE("a tool tip is one of Windows' own and can be changed and removed") {
     TestForm form;
     form.The("ButtonOK").SetToolTip("first");
@@ -249,6 +257,7 @@ TEST_CASE("a tool tip is one of Windows' own and can be changed and removed") {
     form.The("ButtonOK").SetToolTip("");
     CHECK(shownTip().empty());
 }
+
 TEST_CASE("a font is taken from the control, else the form, else Windows") {
     TestForm form;
     REQUIRE(form.Load());
@@ -269,6 +278,7 @@ TEST_CASE("a font is taken from the control, else the form, else Windows") {
     form.The("ButtonOK").SetFontCharSet(204);
     CHECK(fontOf("ButtonOK").lfCharSet == 204);
 }
+
 TEST_CASE("a colour is one of Windows' own numbers or a plain one, and frames pass theirs on") {
     TestForm form;
     REQUIRE(form.Load());
@@ -287,6 +297,7 @@ TEST_CASE("a colour is one of Windows' own numbers or a plain one, and frames pa
     CHECK(colourOf("CheckKeep") == GetSysColor(COLOR_BTNFACE));
     ReleaseDC(form.Window(), device);
 }
+
 TEST_CASE("Enter presses the default button and Escape the cancel button") {
     HostWindow host;
     TestForm form;
@@ -296,6 +307,7 @@ TEST_CASE("Enter presses the default button and Escape the cancel button") {
     CHECK(Drive(form, {[&] { FormDriver::Key(VK_ESCAPE); }}));
     CHECK(logIs(form, {"ButtonCancel"}));
 }
+
 TEST_CASE("Enter presses another default button once it was chosen") {
     HostWindow host;
     TestForm form;
@@ -304,6 +316,7 @@ TEST_CASE("Enter presses another default button once it was chosen") {
     CHECK(Drive(form, {[&] { FormDriver::Key(VK_RETURN); }}));
     CHECK(logIs(form, {"ButtonCancel"}));
 }
+
 TEST_CASE("Tab moves in the order of the table, to the option that is chosen") {
     HostWindow host;
     TestForm form;
@@ -329,6 +342,7 @@ TEST_CASE("Tab moves in the order of the table, to the option that is chosen") {
     CHECK(visited[2] == "Option");
     CHECK(onOption == 1);
 }
+
 TEST_CASE("a form opens with the focus where it was wanted before, and the wish is fulfilled once") {
     HostWindow host;
     TestForm form;
@@ -346,6 +360,7 @@ TEST_CASE("a form opens with the focus where it was wanted before, and the wish 
     form.The("ButtonOK").TakeFocus();
     CHECK(focusWhenShown() == "ButtonOK");
 }
+
 TEST_CASE("the face of a font that was set is the one that is drawn with") {
     TestForm form;
     CHECK(form.FontFace(form.The("TextName")).empty());  // nothing is drawn yet
@@ -355,6 +370,7 @@ TEST_CASE("the face of a font that was set is the one that is drawn with") {
     CHECK(form.FontFace(form.The("TextName")) == "Wingdings");
     CHECK(form.FontFace(form.The("ButtonOK")) != "Wingdings");
 }
+
 TEST_CASE("an access key presses its button from any control but a field that takes letters") {
     HostWindow host;
     TestForm form;
@@ -368,6 +384,7 @@ TEST_CASE("an access key presses its button from any control but a field that ta
     CHECK(logIs(form, {"ButtonOK"}));
     CHECK(form.The("TextName").Text() == "c");
 }
+
 TEST_CASE("the form sees a key before the control, and a handler can use it up") {
     HostWindow host;
     TestForm form;
@@ -382,6 +399,7 @@ TEST_CASE("the form sees a key before the control, and a handler can use it up")
     CHECK(pressed == "xy");
     CHECK(form.The("TextName").Text() == "y");
 }
+
 TEST_CASE("a click of the mouse presses a button, a link and a label") {
     HostWindow host;
     TestForm form;
@@ -389,6 +407,7 @@ TEST_CASE("a click of the mouse presses a button, a link and a label") {
                        [&] { FormDriver::Click(form.At("ButtonOK")); }}));
     CHECK(logIs(form, {"Link", "LabelName", "ButtonOK"}));
 }
+
 TEST_CASE("a link is followed with Enter and with the space bar") {
     HostWindow host;
     TestForm form;
@@ -396,6 +415,7 @@ TEST_CASE("a link is followed with Enter and with the space bar") {
                        [&] { FormDriver::Key(VK_SPACE); }, [&] { FormDriver::Key(VK_ESCAPE); }}));
     CHECK(logIs(form, {"Link", "Link", "ButtonCancel"}));
 }
+
 TEST_CASE("a mouse that is pressed on a picture is followed beyond it") {
     HostWindow host;
     TestForm form;
@@ -418,6 +438,7 @@ TEST_CASE("a mouse that is pressed on a picture is followed beyond it") {
     CHECK(GetCapture() == nullptr);
     CHECK(moves == std::vector<std::string>{"down2:5", "move2:-500", "up2:6"});
 }
+
 TEST_CASE("a timer ticks while it is enabled") {
     HostWindow host;
     TestForm form;
@@ -432,6 +453,7 @@ TEST_CASE("a timer ticks while it is enabled") {
     CHECK(Drive(form, {}));
     CHECK(ticks == 3);
 }
+
 TEST_CASE("a modal form disables the other windows and gives the focus back to where it was") {
     HostWindow host;
     TestForm form;
@@ -448,6 +470,7 @@ TEST_CASE("a modal form disables the other windows and gives the focus back to w
     CHECK(GetFocus() == host.Field());
     CHECK(GetActiveWindow() == host.Get());
 }
+
 TEST_CASE("a modal form over a modal form leaves the windows as they were") {
     HostWindow host;
     TestForm outer, inner;
@@ -466,6 +489,7 @@ TEST_CASE("a modal form over a modal form leaves the windows as they were") {
     CHECK(outerEnabled);
     CHECK(IsWindowEnabled(host.Get()));
 }
+
 TEST_CASE("a quit message ends the form and is passed on") {
     HostWindow host;
     TestForm form;
@@ -478,6 +502,7 @@ TEST_CASE("a quit message ends the form and is passed on") {
     CHECK(message.wParam == 7);
     CHECK(IsWindowEnabled(host.Get()));
 }
+
 TEST_CASE("a form whose owner is destroyed ends, unloaded, and the windows work again") {
     HostWindow host, other;
     SetActiveWindow(host.Get());
@@ -489,6 +514,7 @@ TEST_CASE("a form whose owner is destroyed ends, unloaded, and the windows work 
     CHECK(IsWindowEnabled(other.Get()));
     CHECK(form.The("ButtonOK").Caption() == "&OK");
 }
+
 TEST_CASE("closing the window does what its cancel button does, or hides it where there is none in use") {
     HostWindow host;
     TestForm form;
@@ -499,6 +525,7 @@ TEST_CASE("closing the window does what its cancel button does, or hides it wher
     CHECK(Drive(form, {[&] { PostMessageA(form.Window(), WM_CLOSE, 0, 0); }}));
     CHECK(form.log.empty());
 }
+
 TEST_CASE("an exception in a handler goes no further") {
     HostWindow host;
     TestForm form;
@@ -512,6 +539,7 @@ TEST_CASE("an exception in a handler goes no further") {
     CHECK(logIs(form, {"ButtonCancel"}));
     CHECK(Err().Number() == 5);
 }
+
 TEST_CASE("a hidden form can be shown again and keeps what was entered") {
     HostWindow host;
     TestForm form;
@@ -526,6 +554,7 @@ TEST_CASE("a hidden form can be shown again and keeps what was entered") {
     CHECK(form.Load());
     CHECK(form.loads == 2);
 }
+
 TEST_CASE("a form is told when it becomes active and when it no longer is") {
     HostWindow host;
     TestForm form;
@@ -535,6 +564,7 @@ TEST_CASE("a form is told when it becomes active and when it no longer is") {
     CHECK(form.activations == 2);
     CHECK(form.deactivations >= 1);
 }
+
 TEST_CASE("a modeless form leaves the other windows alone") {
     HostWindow host;
     TestForm form;
@@ -547,6 +577,7 @@ TEST_CASE("a modeless form leaves the other windows alone") {
     CHECK_FALSE(IsWindowVisible(form.Window()));
     PumpMessages();
 }
+
 TEST_CASE("a form is centred over its owner and stays on the screen") {
     HostWindow host;
     TestForm form;
@@ -561,6 +592,7 @@ TEST_CASE("a form is centred over its owner and stays on the screen") {
     CHECK(form.Position().Right() == screen.Right());
     CHECK(form.Position().Bottom() == screen.Bottom());
 }
+
 TEST_CASE("a text is measured as it is drawn: broken at the width, a long word too") {
     TestForm form;
     REQUIRE(form.Load());
@@ -573,6 +605,7 @@ TEST_CASE("a text is measured as it is drawn: broken at the width, a long word t
     CHECK(broken.height >= 10 * line.height);
     CHECK(form.TextSize(label, "").height == line.height);
 }
+
 TEST_CASE("loading and unloading many times leaves no windows and no drawing objects behind") {
     TestForm form;
     const auto once = [&] {
@@ -591,6 +624,7 @@ TEST_CASE("loading and unloading many times leaves no windows and no drawing obj
     CHECK(form.loads == 21);
     CHECK(form.unloads == 21);
 }
+
 TEST_CASE("a picture of a file is loaded, and one that cannot be read is none and reported") {
     TestForm form;
     REQUIRE(form.Load());

@@ -35,6 +35,7 @@ TEST_CASE("a control is found by its name in any case") {
     CHECK_FALSE(form.Find("TextDelays"));
     CHECK_FALSE(form.Find(""));
 }
+
 TEST_CASE("a control array is found by name and index only") {
     TestForm form;
     CHECK_FALSE(form.Find("Option"));
@@ -43,16 +44,19 @@ TEST_CASE("a control array is found by name and index only") {
     CHECK_FALSE(form.Find("Option", 1));
     CHECK_FALSE(form.Find("Label1", 0));
 }
+
 TEST_CASE("no index reaches a control that is no element of an array") {
     TestForm form;
     for (std::int32_t index = -3; index <= 3; ++index) CHECK_FALSE(form.Find("Label1", index));
     CHECK_FALSE(form.Find("Label1", ControlSpec::NoIndex));
 }
+
 TEST_CASE("asking the form's own code for a control that is not there is an error") {
     TestForm form;
     CHECK(&form.The("Label1") == form.Find("Label1"));
     CHECK_THROWS_AS((void)form.The("Label9"), platform::NoSuchControl);
 }
+
 TEST_CASE("a property that a control has is set and read back without windows") {
     TestForm form;
     Control& label = form.The("Label1");
@@ -71,6 +75,7 @@ TEST_CASE("a property that a control has is set and read back without windows") 
     CHECK(label.Position() == Rect{1, 2, 30, 40});
     CHECK_FALSE(Err());
 }
+
 TEST_CASE("a property that a control lacks is refused, reported and left alone") {
     TestForm form;
     const auto refused = [](bool answer) {
@@ -91,6 +96,7 @@ TEST_CASE("a property that a control lacks is refused, reported and left alone")
     CHECK(refused(form.The("Label1").RemoveTab(0)));
     CHECK(refused(form.The("TextDelay").SetListIndex(0)));
 }
+
 TEST_CASE("a hidden control starts hidden and a timer starts at rest") {
     TestForm form;
     CHECK_FALSE(form.The("Image1").Visible());
@@ -98,6 +104,7 @@ TEST_CASE("a hidden control starts hidden and a timer starts at rest") {
     CHECK_FALSE(form.The("Timer1").Enabled());
     CHECK(form.The("Label1").Enabled());
 }
+
 TEST_CASE("the text of a combo box need not be in its list") {
     TestForm form;
     Control& combo = form.The("Combo1");
@@ -108,6 +115,7 @@ TEST_CASE("the text of a combo box need not be in its list") {
     CHECK(combo.Text() == "gone");
     CHECK(combo.ListIndex() == -1);
 }
+
 TEST_CASE("choosing a line of a list makes it the text") {
     TestForm form;
     Control& combo = form.The("Combo1");
@@ -118,6 +126,7 @@ TEST_CASE("choosing a line of a list makes it the text") {
     CHECK(combo.ListIndex() == -1);
     CHECK(combo.Text().empty());
 }
+
 TEST_CASE("tabs are removed by their position and the others move up") {
     TestForm form;
     Control& tabs = form.The("Tabs");
@@ -131,6 +140,7 @@ TEST_CASE("tabs are removed by their position and the others move up") {
     CHECK_FALSE(tabs.SetTabToolTip(2, "none"));
     CHECK(tabs.Tabs().size() == 2);
 }
+
 TEST_CASE("a form keeps its caption and the character set of its font") {
     TestForm form;
     form.SetCaption("Options");

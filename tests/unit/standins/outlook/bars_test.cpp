@@ -1,6 +1,7 @@
 #include <doctest.h>
 #include <olectl.h>
 
+#include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
 using namespace client;
@@ -58,12 +59,10 @@ TEST_CASE("an Explorer has a menu bar of seven menus and a Standard bar of a doz
     CHECK(Get(last, "BuiltIn").AsNumber() == VARIANT_TRUE);
 }
 
-TEST_CASE("the fourth menu of an Explorer is Favorites until 2002 and Go from 2003 on") {
-    for (const int version : {9, 10, 11, 12}) {
-        const Host host({.version = version});
-        const Object menu = Get(host.Controls("Menu Bar"), "Item", {4}).AsObject();
-        CHECK(Get(menu, "Caption").AsText() == (version < 11 ? "F&avorites" : "&Go"));
-    }
+IN_EVERY_VERSION("the fourth menu of an Explorer is Favorites until 2002 and Go from 2003 on") {
+    const Host host({.version = version});
+    const Object menu = Get(host.Controls("Menu Bar"), "Item", {4}).AsObject();
+    CHECK(Get(menu, "Caption").AsText() == (version < 11 ? "F&avorites" : "&Go"));
 }
 
 TEST_CASE("an Inspector has bars of its own, and that of a note has none that can be used") {
@@ -299,24 +298,21 @@ TEST_CASE("a control deleted for this session only is back in the next one") {
     CHECK_FALSE(next.outlook.FindTag(next.outlook.Windows().front(), "gone"));
 }
 
-TEST_CASE("Picture and Mask are unknown names in 2000 and take bitmaps afterwards") {
+IN_EVERY_VERSION("Picture and Mask are unknown names in 2000 and take bitmaps afterwards") {
     const Object picture = Picture(RGB(255, 0, 0)), mask = Picture(RGB(0, 0, 0));
     REQUIRE(picture);
-    for (const int version : {9, 10, 11, 12}) {
-        CAPTURE(version);
-        Host host({.version = version});
-        const Object button = host.Button("mark");
-        DISPID id = 0;
-        CHECK(LookUp(button, "Picture", id) == (version == 9 ? DISP_E_UNKNOWNNAME : S_OK));
-        CHECK(LookUp(button, "Mask", id) == (version == 9 ? DISP_E_UNKNOWNNAME : S_OK));
-        CHECK(Invoke(button, 0x6005000E, DISPATCH_PROPERTYPUT, {picture}).code ==
-              (version == 9 ? DISP_E_MEMBERNOTFOUND : S_OK));
-        Put(button, "Mask", mask);
-        const standin::ControlView view = host.outlook.FindTag(host.outlook.Windows().front(), "mark");
-        CHECK(view.hasPicture == (version > 9));
-        CHECK(view.hasMask == (version > 9));
-        if (version > 9) CHECK(host.outlook.FaceOf(view.instance).At(3, 3) == 0xFF0000);
-    }
+    Host host({.version = version});
+    const Object button = host.Button("mark");
+    DISPID id = 0;
+    CHECK(LookUp(button, "Picture", id) == (version == 9 ? DISP_E_UNKNOWNNAME : S_OK));
+    CHECK(LookUp(button, "Mask", id) == (version == 9 ? DISP_E_UNKNOWNNAME : S_OK));
+    CHECK(Invoke(button, 0x6005000E, DISPATCH_PROPERTYPUT, {picture}).code ==
+          (version == 9 ? DISP_E_MEMBERNOTFOUND : S_OK));
+    Put(button, "Mask", mask);
+    const standin::ControlView view = host.outlook.FindTag(host.outlook.Windows().front(), "mark");
+    CHECK(view.hasPicture == (version > 9));
+    CHECK(view.hasMask == (version > 9));
+    if (version > 9) CHECK(host.outlook.FaceOf(view.instance).At(3, 3) == 0xFF0000);
 }
 
 TEST_CASE("Picture refuses what is no bitmap") {

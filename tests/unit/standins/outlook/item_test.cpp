@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
 using namespace client;
@@ -161,35 +162,30 @@ TEST_CASE("a deleted item leaves its folder, its window and the selection, and i
     CHECK(Call(item, "Close", {0}).Failed());
 }
 
-TEST_CASE("inside the Close events an item can be closed and deleted until 2003, and not in 2007") {
-    for (const int version : {11, 12}) {
-        Host host({.version = version});
-        const standin::Window window = host.outlook.OpenInspector(host.outlook.NewItem(ItemClass::Contact));
-        const Object item = Item(host, window), inspector = Call(host.application, "ActiveInspector").AsObject();
-        HRESULT inItem = S_FALSE, inWindow = S_FALSE;
-        Sink onItem(item, itemEvents, [&](DISPID id, DISPPARAMS&) {
-            if (id == CloseItem) inItem = Call(item, "Close", {1}).code;
-        });
-        Sink onWindow(inspector, inspectorEvents,
-                      [&](DISPID, DISPPARAMS&) { inWindow = Call(item, "Close", {1}).code; });
-        host.outlook.CloseWindow(window, standin::SaveMode::Discard);
-        CHECK(inItem == (version == 12 ? DISP_E_EXCEPTION : S_OK));
-        CHECK(inWindow == (version == 12 ? DISP_E_EXCEPTION : S_OK));
-    }
+IN_VERSIONS("inside the Close events an item can be closed and deleted until 2003, and not in 2007", 11, 12) {
+    Host host({.version = version});
+    const standin::Window window = host.outlook.OpenInspector(host.outlook.NewItem(ItemClass::Contact));
+    const Object item = Item(host, window), inspector = Call(host.application, "ActiveInspector").AsObject();
+    HRESULT inItem = S_FALSE, inWindow = S_FALSE;
+    Sink onItem(item, itemEvents, [&](DISPID id, DISPPARAMS&) {
+        if (id == CloseItem) inItem = Call(item, "Close", {1}).code;
+    });
+    Sink onWindow(inspector, inspectorEvents, [&](DISPID, DISPPARAMS&) { inWindow = Call(item, "Close", {1}).code; });
+    host.outlook.CloseWindow(window, standin::SaveMode::Discard);
+    CHECK(inItem == (version == 12 ? DISP_E_EXCEPTION : S_OK));
+    CHECK(inWindow == (version == 12 ? DISP_E_EXCEPTION : S_OK));
 }
 
-TEST_CASE("a sent mail leaves its Inspector without a Close event in 2000, with one later") {
-    for (const int version : {9, 10}) {
-        Host host({.version = version});
-        const standin::Item mail = host.outlook.NewItem(ItemClass::Mail, {{"Subject", "Hello"}});
-        const standin::Window window = host.outlook.OpenInspector(mail);
-        Sink onItem(Item(host, window), itemEvents),
-            onWindow(Call(host.application, "ActiveInspector").AsObject(), inspectorEvents);
-        CHECK(host.outlook.SendMail(window));
-        CHECK(onItem.events == Ids{Send, CloseItem});
-        CHECK(onWindow.events.size() == (version == 9 ? 0 : 1));
-        CHECK(host.outlook.ItemsIn(FolderKind::SentMail).size() == 1);
-    }
+IN_VERSIONS("a sent mail leaves its Inspector without a Close event in 2000, with one later", 9, 10) {
+    Host host({.version = version});
+    const standin::Item mail = host.outlook.NewItem(ItemClass::Mail, {{"Subject", "Hello"}});
+    const standin::Window window = host.outlook.OpenInspector(mail);
+    Sink onItem(Item(host, window), itemEvents),
+        onWindow(Call(host.application, "ActiveInspector").AsObject(), inspectorEvents);
+    CHECK(host.outlook.SendMail(window));
+    CHECK(onItem.events == Ids{Send, CloseItem});
+    CHECK(onWindow.events.size() == (version == 9 ? 0 : 1));
+    CHECK(host.outlook.ItemsIn(FolderKind::SentMail).size() == 1);
 }
 
 TEST_CASE("GetInspector is a property that makes a hidden window once") {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
 using namespace client;
@@ -44,23 +45,18 @@ const Told shutDown = {"OnBeginShutdown", "OnDisconnection 0"};
 
 }  // namespace
 
-TEST_CASE("with nothing held every version tells its add-ins of the end") {
-    for (int version = 9; version <= 12; ++version) {
-        Ended host({.version = version}, false);
-        CHECK(host.outlook.Quit() == Ending::AddInsTold);
-        CHECK(host.addIn.told == shutDown);
-        CHECK(host.outlook.References() == 0);
-    }
+IN_EVERY_VERSION("with nothing held every version tells its add-ins of the end") {
+    Ended host({.version = version}, false);
+    CHECK(host.outlook.Quit() == Ending::AddInsTold);
+    CHECK(host.addIn.told == shutDown);
+    CHECK(host.outlook.References() == 0);
 }
 
-TEST_CASE("a reference keeps 2000 to 2003 in memory and no add-in is told, 2007 ends all the same") {
-    for (int version = 9; version <= 12; ++version) {
-        CAPTURE(version);
-        Ended host({.version = version}, true);
-        CHECK(host.outlook.Quit() == (version < 12 ? Ending::StaysInMemory : Ending::AddInsTold));
-        CHECK(host.addIn.told == (version < 12 ? Told{} : shutDown));
-        CHECK(host.outlook.ReferenceList() == Told{"Application: 1"});
-    }
+IN_EVERY_VERSION("a reference keeps 2000 to 2003 in memory and no add-in is told, 2007 ends all the same") {
+    Ended host({.version = version}, true);
+    CHECK(host.outlook.Quit() == (version < 12 ? Ending::StaysInMemory : Ending::AddInsTold));
+    CHECK(host.addIn.told == (version < 12 ? Told{} : shutDown));
+    CHECK(host.outlook.ReferenceList() == Told{"Application: 1"});
 }
 
 TEST_CASE("what stays in memory goes on working, and ends when the last reference goes") {
