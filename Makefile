@@ -7,7 +7,8 @@ LANGUAGE := English# not what the environment calls so
 endif
 SECONDS ?= 60
 SHARE ?= 1/1
-.PHONY: help tools dll demo run test bench fuzz weather check format screenshots clean
+N ?= 40
+.PHONY: help tools dll demo run test bench fuzz weather mutants check format screenshots clean
 
 help:             ## this list
 	@grep -hE '^[a-z]+: .*##|^[a-z]+:  +##' $(MAKEFILE_LIST) | sed -E 's/: *[a-z-]* *##/\t/' | expand -t 14
@@ -36,6 +37,9 @@ fuzz: tools       ## make fuzz SECONDS=n: run every fuzz target for n seconds
 
 weather: tools    ## each call of each function of Windows fails in turn: make weather [SHARE=A/B]
 	@scripts/weather.sh $(SHARE)
+
+mutants: tools    ## does a test notice? make mutants N=40 SEED=n: N small changes to src/, one at a time
+	@scripts/mutants.py $(N) $(if $(SEED),--seed $(SEED))
 
 check: tools      ## floors, headers, imports, languages, format, clang-tidy
 	@scripts/check.sh

@@ -96,6 +96,7 @@ void AddFiles(std::vector<Place>& places) {
     FAILS("KERNEL32", RemoveDirectoryA, FALSE, ERROR_ACCESS_DENIED);
     FAILS("KERNEL32", SetEndOfFile, FALSE, ERROR_DISK_FULL);
     FAILS("KERNEL32", SetFileAttributesA, FALSE, ERROR_ACCESS_DENIED);
+    FAILS("KERNEL32", SetFileTime, FALSE, ERROR_ACCESS_DENIED);
     FAILS("KERNEL32", SetFilePointer, INVALID_SET_FILE_POINTER, ERROR_INVALID_HANDLE);
     FAILS("KERNEL32", WriteFile, FALSE, ERROR_DISK_FULL);
     STUB(ReadFile)::empties = [](HANDLE, LPVOID, DWORD, LPDWORD count, LPOVERLAPPED) {
@@ -210,6 +211,12 @@ void AddWindows(std::vector<Place>& places) {
 
 void AddDrawing(std::vector<Place>& places) {
     FAILS("COMCTL32", CreateMappedBitmap, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+    FAILS("GDI32", CreateCompatibleDC, nullptr, noError);
+    FAILS("GDI32", CreateDIBSection, nullptr, ERROR_NOT_ENOUGH_MEMORY);
+    STUB(CreateDIBSection)::empties = [](HDC, const BITMAPINFO*, UINT, VOID** bits, HANDLE, DWORD) {
+        if (bits) *bits = nullptr;
+    };
+    FAILS("GDI32", GetDIBits, 0, noError);
     FAILS("GDI32", CreateFontIndirectA, nullptr, noError);
     FAILS("GDI32", CreateSolidBrush, nullptr, noError);
     FAILS("GDI32", GetDeviceCaps, 0, noError);
@@ -340,6 +347,7 @@ const std::vector<Fair>& Fairs() {
         {"KERNEL32.dll", "lstrcmpiA", alwaysWorks},
         {"KERNEL32.dll", "lstrlenA", alwaysWorks},
         {"ADVAPI32.dll", "RegCloseKey", letsGo},
+        {"GDI32.dll", "DeleteDC", letsGo},
         {"GDI32.dll", "DeleteObject", letsGo},
         {"OLEAUT32.dll", "SysFreeString", letsGo},
         {"OLEAUT32.dll", "SysStringLen", alwaysWorks},
@@ -410,6 +418,8 @@ const std::vector<Fair>& Fairs() {
         {"msvcrt.dll", "strlen", alwaysWorks},
         {"msvcrt.dll", "strncmp", alwaysWorks},
         {"msvcrt.dll", "vfprintf", runtimes},
+        {"msvcrt.dll", "wcscmp", alwaysWorks},
+        {"msvcrt.dll", "wcslen", alwaysWorks},
     };
     return fairs;
 }
