@@ -17,7 +17,7 @@ void CheckKnown(const Dispatch& object, std::initializer_list<Member> members) {
     REQUIRE(object);
     for (const Member& member : members) {
         CAPTURE(std::string(member.Name()));
-        std::wstring name = platform::Widened(member.Name());
+        std::wstring name = platform::Widen(member.Name());
         LPOLESTR names = name.data();
         DISPID id = DISPID_UNKNOWN;
         CHECK(object.Get()->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id) == S_OK);
