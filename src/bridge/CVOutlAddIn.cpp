@@ -57,9 +57,9 @@ bool IsHandedOffAutomatically(char typeLetter) {
 
 void ListItem(std::string_view entryId, char typeLetter) {
     const std::string listName = std::string("Changed") + typeLetter;
-    const std::string list = Value(listName);
-    if (!entryId.empty() && !ChangedItems::IsListed(list, entryId))
-        SaveValue(listName, ChangedItems::Add(list, entryId));
+    const auto list = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Outlook, listName);
+    if (!list || entryId.empty()) return;  // a list that cannot be read is not overwritten
+    if (!ChangedItems::IsListed(*list, entryId)) SaveValue(listName, ChangedItems::Add(*list, entryId));
 }
 
 void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {

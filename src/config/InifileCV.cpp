@@ -39,12 +39,11 @@ LanguageSetUp languageSetUp = nullptr;
 std::string In(const std::string& folder, std::string_view name) { return std::string(folder).append(name); }
 
 std::int32_t ReadStorageMode() {
-    std::string mode = RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Settings, "SaveIn");
-    if (mode.empty()) {
-        mode = "0";
-        RegEdit::SaveRegValue(Root::CurrentUser, RegistryKeys::Settings, "SaveIn", mode, RegEdit::TypeText);
+    const auto mode = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Settings, "SaveIn");
+    if (mode && mode->empty()) {
+        RegEdit::SaveRegValue(Root::CurrentUser, RegistryKeys::Settings, "SaveIn", "0", RegEdit::TypeText);
     }
-    return platform::ValLong(mode);
+    return platform::ValLong(mode.value_or("0"));
 }
 
 // An installer leaves a configuration for the product in the temporary folder.
@@ -101,8 +100,9 @@ void TellMissingProfile(const std::string& file) {
 
 void ReadIniFilesOnce() {
     if (std::exchange(state.IniFilesRead, true)) return;
-    const std::string folder = RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Product, "IniFiles");
-    if (Contains(folder, ":") && Contains(folder, "\\")) state.IniFiles = folder;
+    const auto folder = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Product, "IniFiles");
+    state.IniFilesUnreadable = !folder;
+    if (folder && Contains(*folder, ":") && Contains(*folder, "\\")) state.IniFiles = *folder;
 }
 
 std::string DefaultFolder(std::int32_t storageMode) {
@@ -130,6 +130,7 @@ std::string AskForFolder(const std::string& candidate) {
 }
 
 void StoreFolder(const std::string& folder, bool isDefault) {
+    if (state.IniFilesUnreadable) return;
     if (isDefault) {
         RegEdit::DeleteRegValue(Root::CurrentUser, RegistryKeys::Product, "IniFiles");
     } else {

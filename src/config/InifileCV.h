@@ -17,10 +17,11 @@ struct State {
     std::string ConfigFile;  // "config.ini" in the add-in folder or in the roaming data folder; empty: there is none
     std::string DefaultProfile = "Corvella";  // this profile, like "standard", is the base settings file itself
 
-    std::string IniFiles;       // the folder that the registry names, or that the user entered
-    bool IniFilesRead = false;  // the registry was asked
-    bool PathsSought = false;   // PathsInit was run for them
-    bool PromptEnded = false;   // the user left the question for a folder unanswered, and is not asked again
+    std::string IniFiles;             // the folder that the registry names, or that the user entered
+    bool IniFilesRead = false;        // the registry was asked
+    bool IniFilesUnreadable = false;  // and is therefore left as it is
+    bool PathsSought = false;         // PathsInit was run for them
+    bool PromptEnded = false;         // the user left the question for a folder unanswered, and is not asked again
     bool MissingProfileTold = false;
 };
 extern State state;

@@ -16,6 +16,8 @@ namespace RegEdit {
 namespace {
 
 constexpr std::int32_t unsupportedType = -1;
+constexpr std::int32_t moreData = 234;  // ERROR_MORE_DATA
+constexpr int mostReads = 10;
 
 // `text` keeps what it had when the value is missing or of another type.
 std::int32_t QueryValueEx(const RegistryKey& key, const std::string& name, std::string& text) {
@@ -26,8 +28,14 @@ std::int32_t QueryValueEx(const RegistryKey& key, const std::string& name, std::
         case platform::RegistryText:
         case platform::RegistryExpandText:
         case platform::RegistryBinary: {
-            std::string data(size, '\0');
-            const std::int32_t status = key.Read(name, data.data(), size);
+            std::string data;
+            std::int32_t status = moreData;
+            // Another process may make the value longer between the question for its size and the read.
+            for (int reads = 0; status == moreData && reads < mostReads; ++reads) {
+                if (reads > 0 && key.Query(name, type, size) != platform::RegistryDone) break;
+                data.assign(size, '\0');
+                status = key.Read(name, data.data(), size);
+            }
             data.resize(status == platform::RegistryDone ? size : 0);
             text = std::move(data);
             return status;
@@ -41,6 +49,15 @@ std::int32_t QueryValueEx(const RegistryKey& key, const std::string& name, std::
         }
         default: return unsupportedType;
     }
+}
+
+// The status of the reading; `text` as QueryValueEx leaves it, without one NUL at its end.
+std::int32_t ReadText(Root root, std::string_view subkey, std::string_view name, std::string& text) {
+    RegistryKey key;
+    std::int32_t status = key.Open(root, std::string(subkey));
+    if (status == platform::RegistryDone) status = QueryValueEx(key, std::string(name), text);
+    if (!text.empty() && text.back() == '\0') text.pop_back();
+    return status;
 }
 
 // A value that is not there is as good as removed.
@@ -116,14 +133,25 @@ void RemoveWholeKey(Root root, std::string_view subkey) {
 std::string GetRegString(Root root, std::string_view subkey, std::string_view name) noexcept {
     try {
         std::string text;
-        RegistryKey key;
-        key.Open(root, std::string(subkey));
-        QueryValueEx(key, std::string(name), text);
-        if (!text.empty() && text.back() == '\0') text.pop_back();
+        ReadText(root, subkey, name, text);
         return text;
     } catch (...) {
         return {};
     }
+}
+
+std::optional<std::string> ReadRegString(Root root, std::string_view subkey, std::string_view name) noexcept {
+    for (int reads = 0; reads < mostReads; ++reads) {
+        try {
+            std::string text;
+            const std::int32_t status = ReadText(root, subkey, name, text);
+            if (status == platform::RegistryDone) return text;
+            if (platform::MeansMissing(static_cast<std::uint32_t>(status))) return std::string();
+            if (status == unsupportedType) return std::nullopt;
+        } catch (...) {  // no memory for it: perhaps the next time
+        }
+    }
+    return std::nullopt;
 }
 
 bool SaveRegValue(Root root, std::string& subkey, std::string_view name, std::string_view text,

@@ -8,6 +8,7 @@
 //         entry and exit to the debug log, which itself reads and writes through this module.
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,12 @@ enum ValueType : std::int32_t { TypeText = 1, TypeNumber = 4 };
 // A text without one NUL at its end, if it has any there; bytes as they are; a 32-bit number in decimal. Nothing in
 // it is expanded.
 [[nodiscard]] std::string GetRegString(Root root, std::string_view subkey, std::string_view name) noexcept;
+
+// The same where "missing" and "unreadable" must not be mixed up, because a write follows: the empty text where Windows
+// says that the value is not there, none where there is one that cannot be read now, or is of a type that is not read.
+// Tried again a few times before that.
+[[nodiscard]] std::optional<std::string> ReadRegString(Root root, std::string_view subkey,
+                                                       std::string_view name) noexcept;
 
 // True when the value reads as `text` afterwards. The empty text, and the number 0, remove the value. One backslash
 // before the subkey is removed from it, in the caller's variable too; without a subkey nothing is written.

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <string>
+#include <utility>
 
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/FormOlAddInTimer.h"
@@ -24,6 +25,7 @@ struct Faults {
     int failDeletes = 0;
     int failReads = 0;
     bool growBetweenReads = false;
+    std::string longerMeanwhile;  // what another process writes once between the question for the size and the read
     int creates = 0;
     int sets = 0;
     int deletes = 0;
@@ -58,6 +60,11 @@ LONG WINAPI Close(HKEY key) {
 LONG WINAPI Query(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
     if (data != nullptr && Fails(faults.failReads)) return ERROR_ACCESS_DENIED;
     if (data != nullptr && faults.growBetweenReads) *size /= 2;  // as if the value had become longer meanwhile
+    if (data != nullptr && !faults.longerMeanwhile.empty()) {
+        const std::string text = std::exchange(faults.longerMeanwhile, {});
+        Real<decltype(&RegSetValueExA)>("RegSetValueExA")(key, name, 0, REG_SZ,
+                                                          reinterpret_cast<const BYTE*>(text.data()), text.size());
+    }
     return Real<decltype(&RegQueryValueExA)>("RegQueryValueExA")(key, name, reserved, type, data, size);
 }
 LONG WINAPI Set(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) {
@@ -92,6 +99,7 @@ decltype(&DeleteOne) importDelete = DeleteOne;
 namespace {
 
 const std::string subkey = "Software\\Quillmark\\Corvella\\Test";
+const std::string listKey = "Software\\Quillmark\\Corvella\\Outlook";
 
 bool Save(std::string_view text, std::int32_t type) {
     return SaveRegValue(Root::CurrentUser, std::string_view(subkey), "name", text, type);
@@ -229,6 +237,47 @@ TEST_CASE_FIXTURE(Fixture, "a hand-off whose write fails leaves the list as it w
     CHECK(GetRegString(Root::CurrentUser, outlookKey, "ChangedC") == ";0A");
     CHECK(FormOlAddInTimer::Load().TimerUpdate.Enabled());
     CHECK(Err().Number() == 0);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a value that another process makes longer between its size and its data is read whole") {
+    REQUIRE(Save("short", TypeText));
+    faults.longerMeanwhile = "a text that is much longer than the one before";
+    CHECK(Read() == "a text that is much longer than the one before");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a list that cannot be read once is read again, and the item added to it") {
+    CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
+    faults.failReads = 1;
+    CVOutlAddIn::AddChangedItem("0B", 'C', true, false);
+    faults.failReads = 0;
+    CHECK(GetRegString(Root::CurrentUser, listKey, "ChangedC") == ";0A;0B");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a list that cannot be read is not overwritten, and the timer is armed") {
+    CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
+    faults.failReads = 1000;
+    CVOutlAddIn::AddChangedItem("0B", 'C', true, true);
+    faults.failReads = 0;
+    CHECK(GetRegString(Root::CurrentUser, listKey, "ChangedC") == ";0A");
+    CHECK(FormOlAddInTimer::Load().TimerUpdate.Enabled());
+}
+
+TEST_CASE_FIXTURE(Fixture, "a list that another process makes longer meanwhile keeps all entries") {
+    CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
+    faults.longerMeanwhile = ";0A;0B;0C;0D;0E";
+    CVOutlAddIn::AddChangedItem("0F", 'C', true, false);
+    CHECK(GetRegString(Root::CurrentUser, listKey, "ChangedC") == ";0A;0B;0C;0D;0E;0F");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a list of a type that is not read is not overwritten") {
+    HKEY key = nullptr;
+    REQUIRE(RegCreateKeyA(HKEY_CURRENT_USER, listKey.c_str(), &key) == ERROR_SUCCESS);
+    REQUIRE(RegSetValueExA(key, "ChangedC", 0, REG_MULTI_SZ, reinterpret_cast<const BYTE*>("a\0b\0"), 5) == 0);
+    CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
+    DWORD type = 0;
+    CHECK(RegQueryValueExA(key, "ChangedC", nullptr, &type, nullptr, nullptr) == ERROR_SUCCESS);
+    CHECK(type == REG_MULTI_SZ);
+    RegCloseKey(key);
 }
 
 TEST_CASE_FIXTURE(Fixture, "a hand-off of an item that is already listed writes nothing") {

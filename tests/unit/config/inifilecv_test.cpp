@@ -113,6 +113,13 @@ DWORD WINAPI AttributesButOnce(LPCSTR path) {
     }
     return GetFileAttributesW(std::wstring(path, path + lstrlenA(path)).c_str());
 }
+// Of what the product keeps, nothing can be read.
+const auto realRead = reinterpret_cast<decltype(&RegQueryValueExA)>(
+    reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("advapi32.dll"), "RegQueryValueExA")));
+LONG WINAPI FailToRead(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
+    if (lstrcmpiA(name, "SaveIn") == 0 || lstrcmpiA(name, "IniFiles") == 0) return ERROR_NOT_ENOUGH_MEMORY;
+    return realRead(key, name, reserved, type, data, size);
+}
 class UnseenOnce {
   public:
     UnseenOnce(const std::string& file, DWORD error) {
@@ -243,6 +250,22 @@ TEST_CASE("SaveIn = 2: settings are read and written in the registry, and IniFil
     CHECK(IniFile::SetIniSetting("S", "k", "new", true));
     CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, productKey + "\\S", "k").bytes == "new");
     CHECK(state.SettingsFolder == machine.Default());
+}
+
+TEST_CASE("a SaveIn and an IniFiles that cannot be read are left as they are") {
+    const Machine machine;
+    PrivateRegistry::PutText(HKEY_CURRENT_USER, settingsKey, "SaveIn", "2");
+    Machine::SetIniFiles(machine.folder.Path("Own"));
+    {
+        const ImportPatch::Import imports[] = {
+            {"ADVAPI32.dll", "RegQueryValueExA", reinterpret_cast<void*>(FailToRead)}};
+        ImportPatch patch;
+        REQUIRE(patch.Replace(GetModuleHandleA(nullptr), imports) == 1);
+        GetIniFile();
+    }
+    CHECK(location.StorageMode == 0);
+    CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, settingsKey, "SaveIn").bytes == "2");
+    CHECK(Machine::IniFilesValue() == machine.folder.Path("Own"));
 }
 
 TEST_CASE("the storage mode is a number rounded") {
