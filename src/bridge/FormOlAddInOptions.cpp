@@ -60,6 +60,10 @@ FormOlAddInOptions::FormOlAddInOptions() : Form("FormOlAddInOptions", OptionsCon
     The("ButtonOK").on.click = [this] { ButtonOK_Click(); };
     The("ButtonCancel").on.click = [this] { ButtonCancel_Click(); };
     The("ButtonHelp").on.click = [this] { ButtonHelp_Click(); };
+    for (const char* name : {"TextDelay", "TextRemain", "ComboProfiles", "OptionSync"}) {
+        The(name).on.change = The(name).on.click = [this, name] { touched_.insert(name); };
+    }
+    The("OptionDlg").on.click = The("OptionSync").on.click;
 }
 
 FormOlAddInOptions::~FormOlAddInOptions() { Unload(); }
@@ -90,6 +94,8 @@ void FormOlAddInOptions::Form_Load() {
     if (OlVersion >= Outlook2003) ShowMenuColour();
     Arrange();
     The("TextDelay").TakeFocus();
+    shown_ = Settings();
+    touched_.clear();
 }
 
 void FormOlAddInOptions::ShowDesignTexts() {
@@ -145,13 +151,25 @@ void FormOlAddInOptions::Arrange() {
     Center();
 }
 
-void FormOlAddInOptions::SaveValues() {
+std::vector<FormOlAddInOptions::Setting> FormOlAddInOptions::Settings() {
+    std::vector<Setting> settings;
     for (const Row& row : OptionsControls::rows) {
-        if (row.value) SaveValue(row.value, The(row.control.name).Text());
+        if (row.value) settings.push_back({row.value, row.control.name, The(row.control.name).Text()});
     }
-    SaveValue("NoDlg", The("OptionSync").Value() ? "1" : "");
+    settings.push_back({"NoDlg", "OptionSync", The("OptionSync").Value() ? "1" : ""});
     const Control& profiles = The("ComboProfiles");
-    SaveValue("Profile", profiles.ListIndex() == 0 ? std::string() : profiles.Text());
+    settings.push_back({"Profile", "ComboProfiles", profiles.ListIndex() == 0 ? std::string() : profiles.Text()});
+    return settings;
+}
+
+// Only what the user has changed. What could not be read or shown stays, and so does what cannot be read back from a
+// control that nobody has touched.
+void FormOlAddInOptions::SaveValues() {
+    const std::vector<Setting> settings = Settings();
+    for (std::size_t i = 0; i < settings.size() && i < shown_.size(); ++i) {
+        if (touched_.contains(settings[i].control) && settings[i].text != shown_[i].text)
+            SaveValue(settings[i].name, settings[i].text);
+    }
 }
 
 void FormOlAddInOptions::ButtonOK_Click() {

@@ -8,6 +8,11 @@
 // Effects the registry; the help. Modal: pumps messages until it is closed, since the host's own message loop would not
 //         let Tab, Enter, Escape and F1 reach a dialog of ours.
 #pragma once
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "platform/forms/Form.h"
 
 class FormOlAddInOptions : public platform::Form {
@@ -38,5 +43,15 @@ class FormOlAddInOptions : public platform::Form {
     void Arrange();
     void SaveValues();
 
-    bool helpOpens_ = false;  // while the help starts it handles messages, clicks on this form among them
+    // What a field would store, and the control that the user changes it with.
+    struct Setting {
+        const char* name;
+        std::string_view control;
+        std::string text;
+    };
+    [[nodiscard]] std::vector<Setting> Settings();
+
+    std::vector<Setting> shown_;          // when the form was loaded
+    std::set<std::string_view> touched_;  // controls, since then
+    bool helpOpens_ = false;              // while the help starts it handles messages, clicks on this form among them
 };

@@ -15,6 +15,7 @@
 #include "testing/BoxAnswerer.h"
 #include "testing/DebugLog.h"
 #include "testing/FormDriver.h"
+#include "testing/ImportPatch.h"
 #include "testing/Languages.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/Recorder.h"
@@ -27,6 +28,49 @@ using platform::Rect;
 namespace {
 
 const std::string outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+
+// --- Windows' own functions, failing
+
+template <class Function>
+Function Real(const char* library, const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
+}
+
+std::string unreadable;  // the data of that value
+LONG WINAPI FailToRead(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
+    if (data != nullptr && unreadable == name) return ERROR_NOT_ENOUGH_MEMORY;
+    return Real<decltype(&RegQueryValueExA)>("advapi32.dll", "RegQueryValueExA")(key, name, reserved, type, data, size);
+}
+
+std::string unmadeClass;  // but for the default button, with which the dialog is closed
+HWND WINAPI FailToMake(DWORD extended, LPCSTR windowClass, LPCSTR caption, DWORD style, int x, int y, int width,
+                       int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
+    const bool named = reinterpret_cast<ULONG_PTR>(windowClass) > 0xFFFF;
+    const bool radio = (style & BS_TYPEMASK) == BS_RADIOBUTTON || (style & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
+    if (named && lstrcmpiA(windowClass, unmadeClass.c_str()) == 0 && (unmadeClass != "Button" || radio)) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    return Real<decltype(&CreateWindowExA)>("user32.dll", "CreateWindowExA")(
+        extended, windowClass, caption, style, x, y, width, height, parent, menu, instance, parameter);
+}
+
+bool unreadText = false;
+int WINAPI FailToReadText(HWND window, LPSTR text, int size) {
+    if (unreadText) return 0;
+    return Real<decltype(&GetWindowTextA)>("user32.dll", "GetWindowTextA")(window, text, size);
+}
+
+class FailingImport {
+  public:
+    FailingImport(const char* library, const char* name, void* instead) {
+        const ImportPatch::Import imports[] = {{library, name, instead}};
+        REQUIRE(patch_.Replace(GetModuleHandleA(nullptr), imports) == 1);
+    }
+
+  private:
+    ImportPatch patch_;
+};
 
 // A user's registry, profiles and language, and the dialog over them.
 struct Fixture {
@@ -235,6 +279,52 @@ TEST_CASE_FIXTURE(Fixture, "an emptied profile is removed like the first entry")
     Put("Profile", "Gone");
     Use({GoTo("ComboProfiles"), Press(VK_DELETE), ClickOn("ButtonOK")});
     CHECK(Stored("Profile") == "(none)");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a profile named like the first entry of the list stays when nothing is changed") {
+    Put("Profile", "Automatic");
+    Use({ClickOn("ButtonOK")});
+    CHECK(Stored("Profile") == "Automatic");
+}
+
+TEST_CASE_FIXTURE(Fixture, "OK leaves what could not be read from the registry, and stores what was changed") {
+    for (const char* const name : {"Delay", "Remain", "NoDlg", "Profile"}) {
+        CAPTURE(name);
+        for (const char* const value : {"Delay", "Remain", "NoDlg", "Profile"}) Put(value, "7");
+        {
+            const FailingImport unread("ADVAPI32.dll", "RegQueryValueExA", reinterpret_cast<void*>(FailToRead));
+            unreadable = name;
+            Use({ClickOn("ButtonOK")});
+        }
+        for (const char* const value : {"Delay", "Remain", "NoDlg", "Profile"}) CHECK(Stored(value) == "7");
+    }
+    {
+        const FailingImport unread("ADVAPI32.dll", "RegQueryValueExA", reinterpret_cast<void*>(FailToRead));
+        unreadable = "Delay";
+        Use({GoTo("TextDelay"), Type("9"), ClickOn("ButtonOK")});
+    }
+    CHECK(Stored("Delay") == "9");
+}
+
+TEST_CASE_FIXTURE(Fixture, "OK leaves what no window could be made for") {
+    for (const char* const window : {"Edit", "ComboBox", "Button"}) {
+        CAPTURE(window);
+        for (const char* const value : {"Delay", "Remain", "NoDlg", "Profile"}) Put(value, "7");
+        {
+            const FailingImport unmade("USER32.dll", "CreateWindowExA", reinterpret_cast<void*>(FailToMake));
+            unmadeClass = window;
+            Use({Press(VK_RETURN)});
+        }
+        for (const char* const value : {"Delay", "Remain", "NoDlg", "Profile"}) CHECK(Stored(value) == "7");
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "OK leaves what cannot be read back from the fields") {
+    for (const char* const value : {"Delay", "Remain", "NoDlg", "Profile"}) Put(value, "7");
+    const FailingImport unread("USER32.dll", "GetWindowTextA", reinterpret_cast<void*>(FailToReadText));
+    Use({[] { unreadText = true; }, ClickOn("ButtonOK")});
+    unreadText = false;
+    for (const char* const value : {"Delay", "Remain", "NoDlg", "Profile"}) CHECK(Stored(value) == "7");
 }
 
 TEST_CASE_FIXTURE(Fixture, "choosing the dialog removes NoDlg") {
