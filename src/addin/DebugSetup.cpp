@@ -179,7 +179,8 @@ void BeginLog() {
     platform::AppendToFile(log.DebugFile, "\r\n");
 }
 
-void ForgetTrace() { RegEdit::DeleteRegValue(Root::CurrentUser, RegistryKeys::DebugTrace, {}); }
+// The key may also hold a section "Debug" of the settings, where these are kept in the registry.
+void ForgetTrace() { RegEdit::DeleteDefaultValue(Root::CurrentUser, RegistryKeys::DebugTrace); }
 
 void SetUp(bool force, bool keyOnly) {
     Debug::State& log = Debug::state;

@@ -77,6 +77,14 @@ std::int32_t RegistryKey::RemoveValue(const std::string& name) const noexcept {
     return RegDeleteValueA(key_, name.c_str());
 }
 
+bool RegistryKey::IsEmpty() const noexcept {
+    DWORD subkeys = 0;
+    DWORD values = 0;
+    const LONG status = RegQueryInfoKeyA(key_, nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, &values, nullptr,
+                                         nullptr, nullptr, nullptr);
+    return status == ERROR_SUCCESS && subkeys == 0 && values == 0;
+}
+
 std::int32_t RemoveKey(Root root, const std::string& subkey) noexcept {
     return RegDeleteKeyA(Handle(root), subkey.c_str());
 }

@@ -46,6 +46,8 @@ class RegistryKey {
     // Stores exactly the text's bytes: no NUL behind them.
     [[nodiscard]] std::int32_t WriteText(const std::string& name, std::string_view text) const;
     [[nodiscard]] std::int32_t WriteNumber(const std::string& name, std::uint32_t number) const noexcept;
+    // True only where Windows says that it holds neither values nor subkeys.
+    [[nodiscard]] bool IsEmpty() const noexcept;
     [[nodiscard]] std::int32_t RemoveValue(const std::string& name) const noexcept;
 
   private:

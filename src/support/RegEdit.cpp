@@ -190,4 +190,16 @@ bool DeleteRegValue(Root root, std::string_view subkey, std::string_view name) n
     }
 }
 
+void DeleteDefaultValue(Root root, std::string_view subkey) noexcept {
+    try {
+        RegistryKey key;
+        if (key.Open(root, std::string(subkey)) != platform::RegistryDone) return;
+        RemoveIfThere(key, {});
+        const bool empty = key.IsEmpty();
+        key.Close();
+        if (empty) RemoveWholeKey(root, subkey);
+    } catch (...) {  // it stays
+    }
+}
+
 }  // namespace RegEdit

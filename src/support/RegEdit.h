@@ -42,4 +42,7 @@ bool SaveRegValue(Root root, std::string_view subkey, std::string_view name, std
 // same). True when nothing is left of the value.
 bool DeleteRegValue(Root root, std::string_view subkey, std::string_view name) noexcept;
 
+// Removes the default value of the key, and the key itself where nothing else is in it.
+void DeleteDefaultValue(Root root, std::string_view subkey) noexcept;
+
 }  // namespace RegEdit
