@@ -23,7 +23,7 @@ class MemoryRegistry {
     MemoryRegistry& operator=(const MemoryRegistry&) = delete;
 
     // The registry functions that stand in for Windows' own.
-    static constexpr std::size_t functionCount = 12;
+    static constexpr std::size_t functionCount = 13;
     static const ImportPatch::Import (&Functions())[functionCount] {
         static const ImportPatch::Import functions[] = {
             {"ADVAPI32.dll", "RegOpenKeyA", reinterpret_cast<void*>(&OpenKey)},
@@ -35,6 +35,7 @@ class MemoryRegistry {
             {"ADVAPI32.dll", "RegSetValueExA", reinterpret_cast<void*>(&SetValueEx)},
             {"ADVAPI32.dll", "RegDeleteValueA", reinterpret_cast<void*>(&DeleteValue)},
             {"ADVAPI32.dll", "RegDeleteKeyA", reinterpret_cast<void*>(&DeleteKey)},
+            {"ADVAPI32.dll", "RegQueryInfoKeyA", reinterpret_cast<void*>(&QueryInfo)},
             {"ADVAPI32.dll", "RegEnumKeyA", reinterpret_cast<void*>(&EnumKey)},
             {"ADVAPI32.dll", "RegOverridePredefKey", reinterpret_cast<void*>(&Override)},
             {"ADVAPI32.dll", "RegFlushKey", reinterpret_cast<void*>(&Flush)},
@@ -109,6 +110,15 @@ class MemoryRegistry {
         if (found == parent->keys.end()) return ERROR_FILE_NOT_FOUND;
         if (!found->second->keys.empty()) return ERROR_ACCESS_DENIED;
         parent->keys.erase(found);
+        return ERROR_SUCCESS;
+    }
+    // The numbers of keys and values only, as the add-in asks for them.
+    static LONG APIENTRY QueryInfo(HKEY handle, LPSTR, LPDWORD, LPDWORD, LPDWORD keys, LPDWORD, LPDWORD, LPDWORD values,
+                                   LPDWORD, LPDWORD, LPDWORD, PFILETIME) {
+        const KeyPointer key = current->Find(handle);
+        if (!key) return ERROR_INVALID_HANDLE;
+        if (keys != nullptr) *keys = static_cast<DWORD>(key->keys.size());
+        if (values != nullptr) *values = static_cast<DWORD>(key->values.size());
         return ERROR_SUCCESS;
     }
     static LONG APIENTRY EnumKey(HKEY handle, DWORD index, LPSTR name, DWORD size) {
