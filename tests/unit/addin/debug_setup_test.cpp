@@ -385,6 +385,7 @@ TEST_CASE_FIXTURE(Fixture, "every set-up deletes the registry trace") {
         CHECK_FALSE(PrivateRegistry::KeyExists(HKEY_CURRENT_USER, traceKey));
     }
 }
+
 TEST_CASE_FIXTURE(Fixture,
                   "with the settings in the registry, a set-up leaves the section Debug that lies in the same key") {
     PrivateRegistry::PutText(HKEY_CURRENT_USER, traceKey, "", "<last>_");
@@ -393,6 +394,7 @@ TEST_CASE_FIXTURE(Fixture,
     CHECK_FALSE(PrivateRegistry::Raw(HKEY_CURRENT_USER, traceKey, "").present);
     CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, traceKey, "MaxSize").bytes == "5000");
 }
+
 TEST_CASE_FIXTURE(Fixture, "a set-up leaves a key below that of the registry trace") {
     PrivateRegistry::PutText(HKEY_CURRENT_USER, traceKey, "", "<last>_");
     PrivateRegistry::PutText(HKEY_CURRENT_USER, traceKey + "\\Own", "x", "1");
