@@ -24,7 +24,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 TREES = {
     "src": [["platform"], ["platform/com"], ["platform/forms"], ["support"], ["config"], ["language"], ["shell"], ["question"],
             ["bridge"], ["addin"]],
-    "standins": [["outlook", "corvella"], ["outlook/program"]],
+    "standins": [["outlook/ribbon"], ["outlook", "corvella"], ["outlook/program"]],
 }
 STRANGERS = {"standins": ("outlook/", re.compile("corvella|quillmark", re.I))}
 TOO_LARGE = {"iostream", "fstream", "sstream", "iomanip", "regex", "thread", "filesystem", "locale", "codecvt", "mutex",

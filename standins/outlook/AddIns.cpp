@@ -6,6 +6,7 @@
 #include "outlook/Enumerator.h"
 #include "outlook/Handlers.h"
 #include "outlook/Host.h"
+#include "outlook/RibbonHost.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -167,7 +168,9 @@ bool AddInList::Load(AddIn& addIn, ConnectMode mode) {
         return false;
     }
     const bool accepted = Connect(addIn, mode);
-    if (!accepted) {
+    if (accepted && addIn.loaded) {
+        host_.Ribbons().Add(addIn.progId, addIn.loaded.get(), mode == ConnectMode::AfterStartup);
+    } else {
         addIn.published = {};
         addIn.loaded = {};
     }
@@ -195,6 +198,7 @@ bool AddInList::Unload(AddIn& addIn, DisconnectMode mode) {
     Custom custom(host_.TheOptions().customArray, 0, false);
     Tell(addIn, mode == DisconnectMode::UserClosed ? "OnDisconnection(UserClosed)" : "OnDisconnection(HostShutdown)",
          [&](Extensibility& object) { return object.OnDisconnection(static_cast<int>(mode), custom.Get()); });
+    host_.Ribbons().Remove(addIn.progId);
     addIn.published = {};
     addIn.loaded = {};
     return true;

@@ -46,7 +46,10 @@ std::wstring ApplicationObject::GetVersion() {
         case 9: return L"9.0.0.2711";
         case 10: return L"10.0.0.2627";
         case 11: return L"11.0.0.5608";
-        default: return L"12.0.0.4518";
+        case 12: return L"12.0.0.4518";
+        case 14: return L"14.0.0.4760";
+        case 15: return L"15.0.0.4420";
+        default: return L"16.0.0.4266";
     }
 }
 

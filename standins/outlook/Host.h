@@ -16,6 +16,7 @@ class AddInList;
 class ExplorerObject;
 class FolderObject;
 class ItemObject;
+class RibbonHost;
 class Store;
 class WindowObject;
 struct ControlModel;
@@ -38,6 +39,7 @@ class Host {
     virtual Result Explorers() = 0;
     virtual Result Inspectors() = 0;
     virtual AddInList& AddIns() = 0;
+    virtual RibbonHost& Ribbons() = 0;
     virtual Store& Mailbox() = 0;
     // The session ends by itself once the call that asks for it has returned.
     virtual void QuitSoon() = 0;
@@ -72,6 +74,7 @@ class Host {
     [[nodiscard]] virtual std::shared_ptr<ControlModel> ActionControl() const = 0;  // that is being clicked, or none
     virtual ClickResult Click(WindowObject& window, const std::shared_ptr<ControlModel>& control) = 0;
     virtual void BarsChanged(const WindowObject& window) const = 0;
+    virtual void RibbonChanged() const = 0;
 };
 
 }  // namespace standin

@@ -307,6 +307,64 @@ Pixels Outlook::MaskOf(int instance) const {
 
 std::shared_ptr<SavedBars> Outlook::Saved() const { return session_->saved; }
 
+// --- ribbon ---
+
+namespace {
+
+RibbonControlView FindControl(const std::vector<RibbonControlView>& controls, const std::string& id) {
+    for (const RibbonControlView& control : controls) {
+        if (control.id == id) return control;
+        if (RibbonControlView found = FindControl(control.controls, id)) return found;
+    }
+    return {};
+}
+
+}  // namespace
+
+std::vector<RibbonTabView> Outlook::Ribbon(Window window) const {
+    const Session::Turn turn(*session_);
+    return session_->ribbon->Tabs(WindowOf(*session_, window));
+}
+
+std::vector<RibbonControlView> Outlook::ContextMenu(Window explorer) const {
+    const Session::Turn turn(*session_);
+    return session_->ribbon->ContextMenu(ExplorerOf(*session_, explorer));
+}
+
+RibbonControlView Outlook::FindRibbon(Window window, const std::string& id) const {
+    for (const RibbonTabView& tab : Ribbon(window))
+        for (const RibbonGroupView& group : tab.groups)
+            if (RibbonControlView found = FindControl(group.controls, id)) return found;
+    return {};
+}
+
+bool Outlook::ClickRibbon(Window window, const std::string& id) {
+    MustRun(*session_);
+    session_->gate->Action("click " + id + " on the ribbon of " + WindowOf(*session_, window).Name());
+    const Session::Turn turn(*session_);
+    return session_->ribbon->Click(WindowOf(*session_, window), Wide(id));
+}
+
+bool Outlook::ClickContextMenu(Window explorer, const std::string& id) {
+    MustRun(*session_);
+    session_->gate->Action("click " + id + " in the context menu of " + WindowOf(*session_, explorer).Name());
+    const Session::Turn turn(*session_);
+    return session_->ribbon->ClickInContextMenu(ExplorerOf(*session_, explorer), Wide(id));
+}
+
+std::string Outlook::CustomUI(const std::string& progId, const std::string& ribbonId) const {
+    return Ansi(session_->ribbon->AskAgain(progId, ribbonId));
+}
+
+IDispatch* Outlook::RibbonCallbacks(const std::string& progId) const {
+    IDispatch* callbacks = session_->ribbon->CallbacksOf(progId);
+    if (callbacks) callbacks->AddRef();
+    return callbacks;
+}
+
+std::vector<std::string> Outlook::RibbonsAsked() const { return session_->ribbon->Asked(); }
+std::vector<std::string> Outlook::RibbonErrors() const { return session_->ribbon->Errors(); }
+
 // --- the gate ---
 
 int Outlook::Calls() const { return session_->gate->calls; }

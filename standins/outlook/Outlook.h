@@ -59,8 +59,8 @@
 //   After it every object returns E_UNEXPECTED, and EndProcess has been done.
 //
 // What it has not. Early binding (a QueryInterface for `_Explorer` and so on fails and is in Complaints), enumeration
-// of connection points, the text of combo boxes, panes beyond being visible or not, recipients and attachments, the
-// ribbon; OnUpdate of CommandBars and Change of combo boxes can be sunk but are never raised. Ids of members that are
+// of connection points, the text of combo boxes, panes beyond being visible or not, recipients and attachments;
+// OnUpdate of CommandBars and Change of combo boxes can be sunk but are never raised. Ids of members that are
 // not in the documented core (fields such as JobTitle, NameSpace.GetDefaultFolder) are those of the later libraries.
 #pragma once
 #include <windows.h>
@@ -72,6 +72,7 @@
 #include <vector>
 
 #include "outlook/Terms.h"
+#include "outlook/ribbon/RibbonView.h"
 
 namespace standin {
 
@@ -174,6 +175,26 @@ class Outlook {
     [[nodiscard]] Pixels MaskOf(int instance) const;
     // For the next session, or another profile: Options::savedBars. Complete after the windows were closed.
     [[nodiscard]] std::shared_ptr<SavedBars> Saved() const;
+
+    // --- ribbon (windows of items from version 12 on, Explorers from 14 on) ---
+    // An add-in is asked for the XML of each kind of ribbon once a session, when the first window of that kind is about
+    // to show. The XML is taken or refused as a whole (RibbonErrors). Callbacks are called by name when a ribbon is
+    // looked at here, and what they told is kept until it is invalidated; those of a context menu at each opening.
+
+    [[nodiscard]] std::vector<RibbonTabView> Ribbon(Window window) const;
+    // The menu of a right click on an Explorer's selection: what add-ins have put into it.
+    [[nodiscard]] std::vector<RibbonControlView> ContextMenu(Window explorer) const;
+    // The control with that id, in all tabs and menus; the empty view when none.
+    [[nodiscard]] RibbonControlView FindRibbon(Window window, const std::string& id) const;
+    // False when it is not on a tab that shows, or invisible or disabled.
+    bool ClickRibbon(Window window, const std::string& id);
+    bool ClickContextMenu(Window explorer, const std::string& id);
+    // GetCustomUI of that add-in once more, for any ribbon id.
+    [[nodiscard]] std::string CustomUI(const std::string& progId, const std::string& ribbonId) const;
+    // The object on which that add-in's callbacks are called: one reference for the caller, or null.
+    [[nodiscard]] IDispatch* RibbonCallbacks(const std::string& progId) const;
+    [[nodiscard]] std::vector<std::string> RibbonsAsked() const;  // ids, in that order
+    [[nodiscard]] std::vector<std::string> RibbonErrors() const;  // what the user sees where Office is told to show it
 
     // --- the gate: counting, faults, ledger, transcript ---
 

@@ -20,6 +20,7 @@ Session::Session(const Options& given)
     inspectors = Make<InspectorsObject>(gate);
     store.Fill(gate);
     addIns = std::make_unique<AddInList>(*this, gate);
+    ribbon = std::make_unique<RibbonHost>(*this, gate);
 }
 
 Session::~Session() {
@@ -41,7 +42,10 @@ void Session::Start() {
     if (readRegistry) addIns->ReadRegistry();
     started_ = starting_ = true;
     addIns->LoadAtStart();
+    const bool windowless = windows_.empty();
+    if (options.ribbon.asked == RibbonAsked::BeforeStartupComplete && !windowless) ribbon->AskForExplorer();
     addIns->TellStartupComplete();
+    if (options.ribbon.asked == RibbonAsked::AfterStartupComplete && !windowless) ribbon->AskForExplorer();
     application_->Raise(events::Startup);
     application_->Raise(events::LogonComplete);
     starting_ = false;
@@ -100,6 +104,7 @@ void Session::EndProcess(HRESULT answer) {
     gate->Action("the process ends");
     gate->End(answer);
     if (ending_ == Ending::StillRunning || ending_ == Ending::StaysInMemory) ending_ = Ending::AddInsNotTold;
+    ribbon->RemoveAll();
     addIns->ReleaseAll();
     std::vector<Ref<Object>> objects;
     for (const auto& [serial, counted] : gate->Objects())
@@ -172,12 +177,17 @@ void Session::Show(WindowObject& window) {
     const Turn turn(*this);
     const Ref<WindowObject> alive(&window);
     if (window.gone) return;
+    const RibbonAsked asked = options.ribbon.asked;
+    if (asked == RibbonAsked::BeforeStartupComplete || asked == RibbonAsked::AfterStartupComplete)
+        ribbon->WindowShows(window);
+    if (window.gone) return;
     if (!window.shown) {
         window.shown = true;
         order_.push_back(window.Number());
         if (watcher) watcher->WindowShown({window.Number()});
     }
     Activate(window);
+    if (asked == RibbonAsked::AfterActivate && !window.gone) ribbon->WindowShows(window);
 }
 
 void Session::Activate(WindowObject& window) {
@@ -240,6 +250,7 @@ void Session::TakeOff(WindowObject& window) {
     SaveBars(window);
     window.bars.MarkGone();
     window.gone = true;
+    ribbon->WindowGone(window.Number());
     if (watcher) watcher->WindowClosed({window.Number()});
     if (active_ != window.Number()) return;
     active_ = 0;

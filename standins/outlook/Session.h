@@ -12,6 +12,7 @@
 #include "outlook/Bars.h"
 #include "outlook/Gate.h"
 #include "outlook/Host.h"
+#include "outlook/RibbonHost.h"
 #include "outlook/Store.h"
 #include "outlook/WindowObjects.h"
 
@@ -31,6 +32,7 @@ class Session : public Host {
     Ref<ExplorersObject> explorers;
     Ref<InspectorsObject> inspectors;
     std::unique_ptr<AddInList> addIns;
+    std::unique_ptr<RibbonHost> ribbon;
     bool readRegistry = true;
     Watcher* watcher = nullptr;
 
@@ -62,6 +64,7 @@ class Session : public Host {
     Result Explorers() override { return explorers; }
     Result Inspectors() override { return inspectors; }
     AddInList& AddIns() override { return *addIns; }
+    RibbonHost& Ribbons() override { return *ribbon; }
     Store& Mailbox() override { return store; }
 
     // --- windows ---
@@ -108,6 +111,9 @@ class Session : public Host {
 
     void BarsChanged(const WindowObject& window) const override {
         if (watcher) watcher->BarsChanged({window.Number()});
+    }
+    void RibbonChanged() const override {
+        if (watcher) watcher->RibbonChanged();
     }
     void ContentsChanged() const override {
         if (watcher) watcher->ContentsChanged();

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "outlook/ribbon/RibbonView.h"
+
 namespace standin {
 
 enum class ClosingWindow { StillCounted, NotCounted };                // in Count and Item during its own Close event
@@ -81,6 +83,7 @@ struct Options {
     Failures failures = Failures::AsThemselves;
     Prompted prompted = Prompted::Yes;
     std::shared_ptr<SavedBars> savedBars = nullptr;  // of an earlier session; none: a fresh profile
+    RibbonOptions ribbon = {};
 };
 
 // What one call returns instead of doing its work.
@@ -161,6 +164,7 @@ class Watcher {
     virtual void WindowClosed(Window) {}
     virtual void WindowActivated(Window) {}
     virtual void BarsChanged(Window) {}
+    virtual void RibbonChanged() {}    // an add-in had something of it asked for again
     virtual void ContentsChanged() {}  // folders, items, selections, captions, add-ins
     virtual void LineWritten() {}      // the transcript has grown
 };

@@ -76,11 +76,13 @@ std::string AddInFolder() {
 
 std::string OwnOnAction() { return std::string("<!") + progId + ">"; }
 
-Session::Session(const standin::Options& options) : host(Begin(options)) {}
+Session::Session(const standin::Options& options, RibbonIs ribbon) : host(Begin(options, ribbon)) {}
 
-standin::Outlook& Session::Begin(const standin::Options& options) {
+standin::Outlook& Session::Begin(const standin::Options& options, RibbonIs ribbon) {
     WriteEntry();
-    return outlook_.emplace(options);
+    standin::Options given = options;
+    if (ribbon == RibbonIs::NeverAsked) given.ribbon.asked = standin::RibbonAsked::Never;
+    return outlook_.emplace(given);
 }
 
 Session::~Session() {

@@ -35,9 +35,12 @@ void Pump(DWORD milliseconds);
 // The OnAction text of every control of the add-in.
 [[nodiscard]] std::string OwnOnAction();
 
+// Whether the host asks for the ribbon as it is documented, or never, as where the user gets command bars instead.
+enum class RibbonIs { NeverAsked, Asked };
+
 class Session {
   public:
-    explicit Session(const standin::Options& options = {});
+    explicit Session(const standin::Options& options = {}, RibbonIs ribbon = RibbonIs::NeverAsked);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -54,7 +57,7 @@ class Session {
     [[nodiscard]] standin::ControlView SendButton(standin::Window window);
 
   private:
-    standin::Outlook& Begin(const standin::Options& options);
+    standin::Outlook& Begin(const standin::Options& options, RibbonIs ribbon);
 
     PrivateRegistry registry_;
     std::optional<standin::Outlook> outlook_;

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "e2e/RecordedCorvella.h"
 #include "e2e/Session.h"
 #include "e2e/User.h"
 #include "testing/ImportPatch.h"
@@ -17,6 +18,8 @@
 #include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
+using Corvella = e2e::RecordedCorvella;
+using e2e::productKey;
 using e2e::Session;
 using e2e::User;
 using standin::ClickedControl;
@@ -26,37 +29,9 @@ using standin::Window;
 
 namespace {
 
-constexpr const char* productKey = "Software\\Quillmark\\Corvella";
 constexpr std::size_t editor = 0, synchronise = 1, contacts = 2, calendar = 3, newSms = 4, settings = 5, options = 6,
                       logFile = 7, info = 8;
 constexpr const char* arguments[] = {"", "syncdlg ol", "sync 0 ol", "sync 1 ol", "smsnew", "settings"};
-
-// Corvella's place is taken by a program that records its starts.
-class Corvella {
-  public:
-    Corvella() : recorder_(folder_, "Corvella.exe") {}
-
-    // The session's registry names the folder.
-    void Install() const { e2e::WriteValue(productKey, "Path", folder_.Path()); }
-    // As they are recorded: minimised and active, then the command line.
-    [[nodiscard]] std::string Line(const std::string& argument) const {
-        return "2 \"" + folder_.Path("Corvella.exe") + "\" " + argument;
-    }
-    // The starts since the last question, once there are `count`.
-    [[nodiscard]] std::vector<std::string> Starts(std::size_t count) { return Later(recorder_.Starts(known_ + count)); }
-    // Those within a time in which another one could come.
-    [[nodiscard]] std::vector<std::string> StartsLater() { return Later(recorder_.StartsAfter(400)); }
-
-  private:
-    std::vector<std::string> Later(const std::vector<std::string>& all) {
-        const std::size_t from = std::exchange(known_, all.size());
-        return {all.begin() + static_cast<std::ptrdiff_t>(from), all.end()};
-    }
-
-    TempFolder folder_;
-    Recorder recorder_;
-    std::size_t known_ = 0;
-};
 
 using Lines = std::vector<std::string>;
 

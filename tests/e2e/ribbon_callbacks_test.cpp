@@ -1,0 +1,295 @@
+// The callbacks of the ribbon in cases that no host should bring about, called as a host calls them; and what the host
+// is given for every ribbon that there is.
+#include <doctest.h>
+#include <windows.h>
+// oleauto after windows.h
+#include <oleauto.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "e2e/RecordedCorvella.h"
+#include "e2e/Session.h"
+
+using e2e::RecordedCorvella;
+using e2e::RibbonIs;
+using e2e::Session;
+using standin::FolderKind;
+using standin::ItemClass;
+using standin::Window;
+
+namespace {
+
+constexpr const char* callbacks[] = {"OnAction", "GetEnabled", "GetVisible", "GetSmallImage", "GetLargeImage"};
+constexpr const char* explorerTags[] = {
+    "Main",       "mEditor",           "mSync",        "mSync0",       "mSync1", "mNewSMS", "mSettings",
+    "Buttonsync", "ButtonSendToPhone", "ButtonUpdate", "none of ours", ""};
+
+// An object that a host could give: its three members, or none at all.
+class Given final : public IDispatch {
+  public:
+    Given(std::string tag, IDispatch* context) : tag_(std::move(tag)), context_(context) {}
+    bool refusesAll = false;
+
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+        const bool known = id == IID_IUnknown || id == IID_IDispatch;
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return DISP_E_UNKNOWNNAME; }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) override {
+        if (refusesAll || id < 1 || id > 3 || !result) return DISP_E_MEMBERNOTFOUND;
+        if (id == 2) {
+            result->vt = VT_DISPATCH;
+            result->pdispVal = context_;
+            if (context_) context_->AddRef();
+            return S_OK;
+        }
+        result->vt = VT_BSTR;
+        result->bstrVal = SysAllocString(std::wstring(tag_.begin(), tag_.end()).c_str());
+        return S_OK;
+    }
+
+  private:
+    std::string tag_;
+    IDispatch* context_;
+};
+
+// The add-in's callbacks, which outlive its connection for as long as a test holds them.
+class Callbacks {
+  public:
+    explicit Callbacks(Session& session) : object_(session.host.RibbonCallbacks(e2e::progId)) { REQUIRE(object_); }
+    Callbacks(const Callbacks&) = delete;
+    Callbacks& operator=(const Callbacks&) = delete;
+    ~Callbacks() { object_->Release(); }
+
+    [[nodiscard]] DISPID IdOf(const std::string& name) const {
+        std::wstring wide(name.begin(), name.end());
+        LPOLESTR names = wide.data();
+        DISPID id = DISPID_UNKNOWN;
+        const HRESULT status = object_->GetIDsOfNames(IID_NULL, &names, 1, 0x0409, &id);
+        CHECK((status == S_OK) == (id != DISPID_UNKNOWN));
+        return id;
+    }
+    // The variant type of what it returned; it must be what shows nothing. A host that has no room for a result is
+    // played as well.
+    void CheckNeutral(const std::string& name, IDispatch* control) const {
+        CAPTURE(name);
+        VARIANT argument{};
+        argument.vt = VT_DISPATCH;
+        argument.pdispVal = control;
+        CheckNeutral(name, &argument, 1);
+        CheckNeutral(name, nullptr, 0);
+    }
+    void CheckNeutral(const std::string& name, VARIANT* arguments, UINT count) const {
+        DISPPARAMS parameters{arguments, nullptr, count, 0};
+        VARIANT result{};
+        CHECK(object_->Invoke(IdOf(name), IID_NULL, 0, DISPATCH_METHOD, &parameters, &result, nullptr, nullptr) ==
+              S_OK);
+        const bool shows = result.vt == VT_BOOL ? result.boolVal != VARIANT_FALSE : result.vt != VT_EMPTY;
+        CHECK_FALSE(shows);
+        VariantClear(&result);
+        CHECK(object_->Invoke(IdOf(name), IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr) ==
+              S_OK);
+    }
+    // Every callback with a control of every tag.
+    void CheckAllNeutral(IDispatch* context) const {
+        for (const char* name : callbacks) {
+            for (const char* tag : explorerTags) {
+                CAPTURE(tag);
+                Given control(tag, context);
+                CheckNeutral(name, &control);
+            }
+        }
+    }
+    [[nodiscard]] IDispatch* Get() const { return object_; }
+
+  private:
+    IDispatch* object_;
+};
+
+void CheckNothingHappened(RecordedCorvella& corvella) {
+    CHECK(corvella.StartsLater().empty());
+    for (const char* list : {"ChangedA", "ChangedC", "ChangedT"}) {
+        CHECK(e2e::ReadValue(e2e::outlookKey, list).value_or("").empty());
+    }
+}
+
+// Every id of which is known that a host asks for it.
+constexpr const char* ribbonIds[] = {"Microsoft.Outlook.Explorer",
+                                     "Microsoft.Outlook.Contact",
+                                     "Microsoft.Outlook.Appointment",
+                                     "Microsoft.Outlook.Task",
+                                     "Microsoft.Outlook.DistributionList",
+                                     "Microsoft.Outlook.Journal",
+                                     "Microsoft.Outlook.Mail.Read",
+                                     "Microsoft.Outlook.Mail.Compose",
+                                     "Microsoft.Outlook.MeetingRequest.Read",
+                                     "Microsoft.Outlook.MeetingRequest.Send",
+                                     "Microsoft.Outlook.Response.Read",
+                                     "Microsoft.Outlook.Response.Compose",
+                                     "Microsoft.Outlook.Response.CounterPropose",
+                                     "Microsoft.Outlook.Post.Read",
+                                     "Microsoft.Outlook.Post.Compose",
+                                     "Microsoft.Outlook.Report",
+                                     "Microsoft.Outlook.Resend",
+                                     "Microsoft.Outlook.RSS",
+                                     "Microsoft.Outlook.Sharing.Read",
+                                     "Microsoft.Outlook.Sharing.Compose",
+                                     "Microsoft.OMS.SMS.Compose",
+                                     "Microsoft.OMS.SMS.Read",
+                                     "Microsoft.OMS.MMS.Compose",
+                                     "Microsoft.OMS.MMS.Read",
+                                     "Microsoft.Mso.IMLayerUI"};
+constexpr int withCommands = 4;
+
+}  // namespace
+
+TEST_CASE("the host is given XML for the four ribbons that have commands of ours, and nothing for any other one") {
+    for (const int version : {14, 15, 16}) {
+        Session session({.version = version}, RibbonIs::Asked);
+        session.host.Start();
+        int number = 0;
+        for (const char* id : ribbonIds) {
+            CAPTURE(id);
+            CHECK(session.host.CustomUI(e2e::progId, id).empty() == (number++ >= withCommands));
+        }
+        for (const char* id :
+             {"", "Microsoft", "microsoft.outlook.explorer", "Microsoft.Outlook.Explorer.More", "\xFF"}) {
+            CAPTURE(id);
+            CHECK(session.host.CustomUI(e2e::progId, id).empty());
+        }
+        CHECK(session.host.Complaints().empty());
+    }
+}
+
+TEST_CASE("a host that asks for every ribbon at start takes each, and says nothing against any") {
+    Session session({.version = 16, .ribbon = {.askedBefore = {std::begin(ribbonIds) + 1, std::end(ribbonIds)}}},
+                    RibbonIs::Asked);
+    session.host.Start();
+    CHECK(session.host.RibbonsAsked().size() == std::size(ribbonIds));
+    CHECK(session.host.RibbonErrors().empty());
+    CHECK(session.host.FindRibbon(session.OpenNew(ItemClass::Task), "TabTask_ButtonUpdate").visible);
+    CHECK(session.host.Complaints().empty());
+}
+
+TEST_CASE("callbacks are found by name, however its letters are cased, and what is no callback is refused") {
+    Session session({.version = 16}, RibbonIs::Asked);
+    session.host.Start();
+    const Callbacks ribbon(session);
+    for (const char* name : callbacks) CHECK(ribbon.IdOf(name) != DISPID_UNKNOWN);
+    CHECK(ribbon.IdOf("ONACTION") == ribbon.IdOf("OnAction"));
+    CHECK(ribbon.IdOf("GetCustomUI") == 1);
+    for (const char* name : {"", "OnActionn", "OnConnection", "Invoke"}) CHECK(ribbon.IdOf(name) == DISPID_UNKNOWN);
+    DISPPARAMS none{};
+    for (const DISPID id : {DISPID{DISPID_UNKNOWN}, DISPID{0}, DISPID{2}, DISPID{99}}) {
+        CHECK(ribbon.Get()->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr) ==
+              DISP_E_MEMBERNOTFOUND);
+    }
+    CHECK(ribbon.Get()->Invoke(ribbon.IdOf("OnAction"), IID_NULL, 0, DISPATCH_PROPERTYGET, &none, nullptr, nullptr,
+                               nullptr) == DISP_E_MEMBERNOTFOUND);
+}
+
+TEST_CASE("without a control, with one of another kind and with no arguments at all nothing happens") {
+    Session session({.version = 16}, RibbonIs::Asked);
+    RecordedCorvella corvella;
+    corvella.Install();
+    session.host.Start();
+    const Callbacks ribbon(session);
+    for (const char* name : callbacks) {
+        ribbon.CheckNeutral(name, nullptr);
+        Given refusing("mEditor", nullptr);
+        refusing.refusesAll = true;
+        ribbon.CheckNeutral(name, &refusing);
+        VARIANT number{};
+        number.vt = VT_I4;
+        number.lVal = 7;
+        ribbon.CheckNeutral(name, &number, 1);
+        CHECK(ribbon.Get()->Invoke(ribbon.IdOf(name), IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr,
+                                   nullptr) == S_OK);
+    }
+    CheckNothingHappened(corvella);
+}
+
+TEST_CASE("in a window that is none of the command's, or no window at all, nothing happens") {
+    Session session({.version = 16}, RibbonIs::Asked);
+    RecordedCorvella corvella;
+    corvella.Install();
+    session.host.Start();
+    session.OpenNew(ItemClass::Contact);
+    const Callbacks ribbon(session);
+    Given stranger("mEditor", nullptr);
+    for (const char* name : {"OnAction", "GetEnabled", "GetVisible"}) {
+        for (const char* tag : explorerTags) {
+            CAPTURE(tag);
+            Given control(tag, &stranger);
+            ribbon.CheckNeutral(name, &control);
+        }
+    }
+    CheckNothingHappened(corvella);
+}
+
+TEST_CASE("before the host has taken the ribbon nothing happens") {
+    Session session({.version = 16, .ribbon = {.refuseAll = true}}, RibbonIs::Asked);
+    RecordedCorvella corvella;
+    corvella.Install();
+    session.host.Start();
+    Callbacks(session).CheckAllNeutral(nullptr);
+    CheckNothingHappened(corvella);
+}
+
+TEST_CASE("after the user has unloaded the add-in, and after Outlook has ended, nothing happens") {
+    for (const bool unloaded : {true, false}) {
+        CAPTURE(unloaded);
+        Session session({.version = 16}, RibbonIs::Asked);
+        RecordedCorvella corvella;
+        corvella.Install();
+        session.host.Start();
+        const Callbacks ribbon(session);
+        if (unloaded) {
+            session.host.UnloadAddIn(e2e::progId);
+        } else {
+            session.host.Quit();
+        }
+        ribbon.CheckAllNeutral(nullptr);
+        CheckNothingHappened(corvella);
+        // The host asks once more, and tells once more that it has taken a ribbon.
+        Given ui("", nullptr);
+        ribbon.CheckNeutral("OnExplorerRibbonLoad", &ui);
+        ribbon.CheckAllNeutral(nullptr);
+        CheckNothingHappened(corvella);
+    }
+}
+
+TEST_CASE("a command that needs no window runs without a Context, one that does does nothing") {
+    Session session({.version = 15, .ribbon = {.context = standin::RibbonContext::Nothing}}, RibbonIs::Asked);
+    RecordedCorvella corvella;
+    corvella.Install();
+    session.host.Start();
+    CHECK(session.host.ClickRibbon(session.FirstWindow(), "TabMail_mEditor"));
+    CHECK(corvella.Starts(1) == std::vector<std::string>{corvella.Line("")});
+    session.host.SwitchFolder(session.FirstWindow(), FolderKind::Contacts);
+    session.host.Select(session.FirstWindow(), {session.host.AddItem(FolderKind::Contacts)});
+    CHECK_FALSE(session.host.ClickRibbon(session.FirstWindow(), "TabContacts_ButtonSendToPhone"));  // cannot be seen
+    CheckNothingHappened(corvella);
+}
+
+TEST_CASE("a click whose Context is another object, or whose window has just closed, does nothing") {
+    for (const standin::RibbonContext context :
+         {standin::RibbonContext::AnotherObject, standin::RibbonContext::ClosedWindow}) {
+        Session session({.version = 16, .ribbon = {.context = context}}, RibbonIs::Asked);
+        RecordedCorvella corvella;
+        corvella.Install();
+        session.host.Start();
+        const Window contact = session.OpenNew(ItemClass::Contact);
+        session.host.ClickRibbon(contact, "TabContact_ButtonUpdate");
+        session.host.ClickRibbon(session.FirstWindow(), "TabMail_mEditor");
+        CheckNothingHappened(corvella);
+        CHECK(session.host.References() <= 60);
+    }
+}
