@@ -62,9 +62,11 @@ platform::ColourMapping FaceColours(platform::SystemColour background) {
     return {platform::LightGrey, platform::ColourOf(background)};
 }
 
-bool PutFaceOnClipboard(std::int32_t number, platform::SystemColour background) {
+// What the user has on the clipboard is there again afterwards.
+void PasteFaceOn(const Dispatch& button, std::int32_t number, platform::SystemColour background) {
     const platform::BitmapHandle face = platform::LoadMappedBitmap(number, FaceColours(background));
-    return platform::PutOnClipboard(OlButtons::BitmapToPicture(face, {}));
+    const platform::PictureOnClipboard onClipboard(OlButtons::BitmapToPicture(face, {}));
+    if (onClipboard) button.Call(Members::Button::PasteFace);
 }
 
 void SetPictureAndMask(const Dispatch& button, std::int32_t number) {
@@ -100,11 +102,10 @@ Dispatch OlButtons::AddCommandBarButton(const Dispatch& owner, std::int32_t numb
     button.Put(Members::Button::FaceId, 0);
 
     platform::Err().Clear();
-    platform::ClearClipboard();
     if (TakesPictures(owner)) {
         SetPictureAndMask(button, number);
-    } else if (PutFaceOnClipboard(number, platform::SystemColour::Menu)) {
-        button.Call(Members::Button::PasteFace);
+    } else {
+        PasteFaceOn(button, number, platform::SystemColour::Menu);
     }
     button.Put(Members::Control::Visible, true);
     button.Put(Members::Control::Tag, tag);
@@ -124,12 +125,12 @@ Dispatch OlButtons::AddMenuItem(const Dispatch& controls, std::string_view, std:
     if (faceId >= 0) entry.Put(Members::Button::FaceId, std::int32_t{faceId});
     if (pictureNumber == 0) return entry;
 
-    platform::ClearClipboard();
     if (TakesPictures(entry)) {
         SetPictureAndMask(entry, pictureNumber);
-        entry.Call(Members::Button::PasteFace);  // the clipboard is empty: the host refuses, and the picture stays
-    } else if (PutFaceOnClipboard(pictureNumber, platform::SystemColour::ScrollBar)) {
-        entry.Call(Members::Button::PasteFace);
+        // Nothing there that the host could take: it refuses, and the picture stays.
+        if (!platform::ClipboardHoldsPicture()) entry.Call(Members::Button::PasteFace);
+    } else {
+        PasteFaceOn(entry, pictureNumber, platform::SystemColour::ScrollBar);
     }
     return entry;
 }

@@ -5,7 +5,7 @@
 //         below 1 appends. An owner is an Explorer or an Inspector.
 // Errors  What the host refuses is left out: no bar falls back to "Standard", no control yields an empty object,
 //         no picture a button without a face. The pending error tells of the last refusal.
-// Effects host calls; the clipboard is cleared for each picture, and used for it before Outlook 2003.
+// Effects host calls; before Outlook 2003 each picture goes by the clipboard, which gets back what it held.
 #pragma once
 #include <cstdint>
 #include <string_view>

@@ -2,6 +2,7 @@
 #include <doctest.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "e2e/Session.h"
 #include "testing/Versions.h"
@@ -122,17 +123,71 @@ IN_EVERY_VERSION("a stale copy that an earlier run left is deleted before the ne
     CHECK(session.OwnControls(window, "103").size() == 1);
 }
 
-IN_EVERY_VERSION(
-    "before Outlook 2003 the face comes through the clipboard, whose content is lost; later by picture and mask") {
+namespace {
+
+void PutText(const std::string& text) {
     REQUIRE(OpenClipboard(nullptr));
     EmptyClipboard();
-    SetClipboardData(CF_TEXT, GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, 4));
+    HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+    GlobalUnlock(memory);
+    SetClipboardData(CF_TEXT, memory);
     CloseClipboard();
+}
+
+std::string TextOnClipboard() {
+    REQUIRE(OpenClipboard(nullptr));
+    HANDLE memory = GetClipboardData(CF_TEXT);
+    std::string text;
+    if (memory) {
+        text = static_cast<const char*>(GlobalLock(memory));
+        GlobalUnlock(memory);
+    }
+    CloseClipboard();
+    return text;
+}
+
+}  // namespace
+
+IN_EVERY_VERSION("before Outlook 2003 the face comes through the clipboard, later by picture and mask") {
     Session session({.version = version});
     const standin::ControlView button = SynchroniseButton(session);
     CHECK(button.hasFace == (version < 11));
     CHECK(button.hasPicture == (version >= 11));
-    CHECK_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+}
+
+IN_EVERY_VERSION("what the user has on the clipboard is there again after a start and an opened contact") {
+    PutText("the user's text");
+    Session session({.version = version});
+    (void)SynchroniseButton(session);
+    (void)session.OpenNew(standin::ItemClass::Contact);
+    CHECK(TextOnClipboard() == "the user's text");
+    CHECK_FALSE(IsClipboardFormatAvailable(CF_BITMAP));
+}
+
+IN_VERSIONS("a picture of the user's is never pasted onto a button, and stays on the clipboard", 11, 12) {
+    REQUIRE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    SetClipboardData(CF_BITMAP, CreateBitmap(5, 7, 1, 1, nullptr));
+    CloseClipboard();
+    Session session({.version = version});
+    const standin::ControlView button = SynchroniseButton(session);
+    CHECK_FALSE(button.hasFace);
+    for (const standin::ControlView& entry : session.Entries(session.FirstWindow())) CHECK_FALSE(entry.hasFace);
+    CHECK(IsClipboardFormatAvailable(CF_BITMAP));
+    PutText("");
+}
+
+IN_VERSIONS("without the clipboard, which somebody else keeps open, a button has no face and nothing is lost", 9, 10) {
+    PutText("the user's text");
+    HWND other = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    REQUIRE(OpenClipboard(other));
+    Session session({.version = version});
+    const bool hasFace = SynchroniseButton(session).hasFace;
+    CloseClipboard();
+    DestroyWindow(other);
+    CHECK_FALSE(hasFace);
+    CHECK(TextOnClipboard() == "the user's text");
 }
 
 IN_VERSIONS("the light grey of a pasted face becomes the menu colour of the system", 9, 10) {

@@ -5,9 +5,12 @@
 //
 #include <commctrl.h>
 
+#include <cstring>
+
 #include <algorithm>
 
 #include "platform/Err.h"
+#include "platform/LastError.h"
 #include "platform/Module.h"
 #include "platform/SystemError.h"
 
@@ -72,21 +75,67 @@ Pixels PixelsOf(HBITMAP bitmap) {
     return lines == form.bmHeight ? pixels : Pixels();
 }
 
+constexpr int mostTries = 10;
+constexpr DWORD pauseBetween = 10;      // milliseconds
+constexpr UINT patienceForOwner = 200;  // milliseconds
+
+// A window of our own as owner: without one, Windows refuses what is put on an emptied clipboard.
 class OpenedClipboard {
   public:
-    OpenedClipboard() : open_(OpenClipboard(nullptr) != FALSE) {
+    OpenedClipboard() {
+        owner_ = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Library(), nullptr);
+        for (int tries = 0; owner_ && !open_ && tries < mostTries; ++tries) {
+            if (tries > 0) Sleep(pauseBetween);
+            open_ = OpenClipboard(owner_) != FALSE;
+        }
         if (!open_) RecordLastError();
     }
     OpenedClipboard(const OpenedClipboard&) = delete;
     OpenedClipboard& operator=(const OpenedClipboard&) = delete;
     ~OpenedClipboard() {
         if (open_) CloseClipboard();
+        if (owner_) DestroyWindow(owner_);
     }
     explicit operator bool() const { return open_; }
 
   private:
-    bool open_;
+    HWND owner_ = nullptr;
+    bool open_ = false;
 };
+
+// Windows asks the owner for what it has only promised, and would wait for one that hangs.
+bool OwnerResponds() {
+    const HWND owner = GetClipboardOwner();
+    DWORD_PTR result = 0;
+    return !owner || SendMessageTimeoutA(owner, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, patienceForOwner, &result) != 0;
+}
+
+// Handles of other kinds, and what belongs to a program that does not own the clipboard any more, cannot be kept.
+bool IsInMemory(UINT format) {
+    if (format == CF_DIB || format == CF_DIBV5) return true;
+    if (format >= 0xC000u) {
+        char name[32];
+        const int length = GetClipboardFormatNameA(format, name, sizeof name);
+        return length > 0 && lstrcmpiA(name, "DataObject") != 0 && lstrcmpiA(name, "Ole Private Data") != 0;
+    }
+    return format < CF_OWNERDISPLAY && format != CF_BITMAP && format != CF_PALETTE && format != CF_METAFILEPICT &&
+           format != CF_ENHMETAFILE;
+}
+
+// None where there is no memory for it, or it is longer than that.
+HGLOBAL CopyOfMemory(HGLOBAL memory, std::size_t longest) {
+    const std::size_t size = memory ? GlobalSize(memory) : 0;
+    if (size == 0 || size > longest) return nullptr;
+    HGLOBAL copy = GlobalAlloc(GMEM_MOVEABLE, size);
+    const void* from = copy ? GlobalLock(memory) : nullptr;
+    void* to = from ? GlobalLock(copy) : nullptr;
+    if (to) std::memcpy(to, from, size);
+    if (to) GlobalUnlock(copy);
+    if (from) GlobalUnlock(memory);
+    if (to || !copy) return copy;
+    GlobalFree(copy);
+    return nullptr;
+}
 
 }  // namespace
 
@@ -138,19 +187,62 @@ Dispatch PictureOf(const Pixels& pixels) {
     return PictureOf(bitmap, {});
 }
 
-bool ClearClipboard() {
-    const OpenedClipboard clipboard;
-    return clipboard && EmptyClipboard();
+bool ClipboardHoldsPicture() noexcept {
+    for (const UINT format :
+         {UINT{CF_BITMAP}, UINT{CF_DIB}, UINT{CF_DIBV5}, UINT{CF_METAFILEPICT}, UINT{CF_ENHMETAFILE}}) {
+        if (IsClipboardFormatAvailable(format)) return true;
+    }
+    return IsClipboardFormatAvailable(RegisterClipboardFormatA("Toolbar Button Face")) != FALSE;
 }
 
-bool PutOnClipboard(const Dispatch& picture) {
+PictureOnClipboard::PictureOnClipboard(const Dispatch& picture) {
     HBITMAP copy = CopyOf(BitmapOf(picture));  // the clipboard owns what it gets
-    if (!copy) return false;
-    const OpenedClipboard clipboard;
-    if (clipboard && SetClipboardData(CF_BITMAP, copy)) return true;
+    if (!copy) return;
+    put_ = OwnerResponds() && Put(copy);
+    if (put_) return;
     RecordLastError();
     DeleteObject(copy);
-    return false;
+    if (emptied_) GiveBack();
+}
+
+PictureOnClipboard::~PictureOnClipboard() {
+    const LastErrorScope lastError;
+    const ErrorScope pending;
+    if (put_ && GetClipboardSequenceNumber() == sequence_) GiveBack();
+    for (const Format& format : kept_) GlobalFree(format.memory);
+}
+
+void PictureOnClipboard::Keep() {
+    std::size_t room = longestKept;
+    for (UINT format = EnumClipboardFormats(0); format != 0; format = EnumClipboardFormats(format)) {
+        if (!IsInMemory(format)) continue;
+        kept_.reserve(kept_.size() + 1);  // before there is a copy that would be lost
+        HGLOBAL copy = CopyOfMemory(GetClipboardData(format), room);
+        if (!copy) continue;
+        kept_.push_back({format, copy});
+        room -= GlobalSize(copy);
+    }
+}
+
+bool PictureOnClipboard::Put(void* bitmap) {
+    {
+        const OpenedClipboard clipboard;
+        if (!clipboard) return false;
+        Keep();
+        if (!EmptyClipboard()) return false;
+        emptied_ = true;
+        if (!SetClipboardData(CF_BITMAP, bitmap)) return false;
+    }
+    sequence_ = GetClipboardSequenceNumber();
+    return true;
+}
+
+void PictureOnClipboard::GiveBack() {
+    const OpenedClipboard clipboard;
+    if (!clipboard || !EmptyClipboard()) return;
+    for (Format& format : kept_) {
+        if (SetClipboardData(format.number, format.memory)) format.memory = nullptr;
+    }
 }
 
 }  // namespace platform

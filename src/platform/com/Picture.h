@@ -3,9 +3,10 @@
 // Shapes  A picture is a late-bound object (IPictureDisp) of the bitmap kind that owns its bitmap. Colours are
 //         0x00BBGGRR; system colours are Windows' numbers (0 scroll bar, 4 menu).
 // Errors  what cannot be loaded, made or put is an empty handle, an empty object or false; the pending error is set.
-// Effects the clipboard's content is lost when it is cleared.
+// Effects the clipboard, which others hold for milliseconds: it is tried again for a tenth of a second.
 #pragma once
 #include <cstdint>
+#include <vector>
 
 #include "platform/Pixels.h"
 #include "platform/com/Dispatch.h"
@@ -43,7 +44,35 @@ enum class SystemColour : std::int32_t { ScrollBar = 0, Menu = 4 };
 // A picture with real transparency; the colours of `pixels` are multiplied by their alpha.
 [[nodiscard]] Dispatch PictureOf(const Pixels& pixels);
 
-bool ClearClipboard();
-bool PutOnClipboard(const Dispatch& picture);
+// True where the clipboard holds a picture of any kind that a button could take.
+[[nodiscard]] bool ClipboardHoldsPicture() noexcept;
+
+// A picture on the clipboard for as long as this lives. What the user had there is put back at its end, unless somebody
+// else has used the clipboard meanwhile: the formats that Windows keeps in memory (text, pictures without a handle of
+// their own), up to longestKept together. False where the picture did not get there: then it holds what it held.
+class PictureOnClipboard {
+  public:
+    static constexpr std::size_t longestKept = 1024 * 1024;  // bytes
+
+    explicit PictureOnClipboard(const Dispatch& picture);
+    ~PictureOnClipboard();
+    PictureOnClipboard(const PictureOnClipboard&) = delete;
+    PictureOnClipboard& operator=(const PictureOnClipboard&) = delete;
+    explicit operator bool() const noexcept { return put_; }
+
+  private:
+    struct Format {
+        std::uint32_t number;
+        void* memory;  // owned until the clipboard has taken it
+    };
+    void Keep();
+    bool Put(void* bitmap);
+    void GiveBack();
+
+    std::vector<Format> kept_;
+    std::uint32_t sequence_ = 0;  // Windows' count of changes once the picture is there
+    bool emptied_ = false;
+    bool put_ = false;
+};
 
 }  // namespace platform
