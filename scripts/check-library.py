@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Looks at the built library as the oldest Windows would that it is for: size, kind, exports and imports.
+"""Looks at the built library as the oldest Windows would that it is for: size, kind, flags, exports and imports.
 
     scripts/check-library.py [--self-test] [library]
 
@@ -8,6 +8,7 @@
     kind      asks for Windows 2000 at most        asks for Windows 7 at most
     imports   that imports.txt lists as there in   that imports.txt or imports-x64.txt list as there in Windows 7,
               Windows 2000, and no others          and no others (both lists are in tests/data)
+    flags     subsystem windows; loaded anywhere; no code in data; of 32 bits no exception handlers
     exports   the four functions that COM and regsvr32 look for, by plain name, and no others
 """
 import argparse
@@ -21,6 +22,9 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 LIBRARY = ROOT / "build" / "win32-release" / "src" / "addin" / "CVOutlookAddIn.dll"
 DATA = ROOT / "tests" / "data"
 EXPORTS = {"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"}
+WINDOWS_INTERFACE = 2
+# Loaded anywhere; no code in data; no exception handlers that could be overwritten (32 bits only).
+FLAGS = {"dynamic base": 0x40, "no execution": 0x100, "no handlers": 0x400}
 VERSIONS = ["NT4", "2000", "XP", "2003", "Vista", "7", "8"]
 
 
@@ -64,6 +68,8 @@ def read_library(path):
     facts = {"size": path.stat().st_size, "imports": [], "exports": []}
     facts["format"] = re.search(r"file format (\S+)", text).group(1)
     facts["library"] = re.search(r"^\s*DLL$", text, re.M) is not None
+    facts["interface"] = int(re.search(r"^Subsystem\s+([0-9a-f]+)", text, re.M).group(1), 16)
+    facts["flags"] = int(re.search(r"^DllCharacteristics\s+([0-9a-f]+)", text, re.M).group(1), 16)
     for part in ("OSystem", "Subsystem"):
         major, minor = (re.search(rf"^{which}{part}Version\s+(\d+)", text, re.M).group(1) for which in ("Major", "Minor"))
         facts[part] = (int(major), int(minor))
@@ -91,6 +97,11 @@ def faults(facts, kind, known):
     for part in ("OSystem", "Subsystem"):
         if facts[part] > kind.number:
             found.append("kind: asks for Windows {}.{}, Windows {} is {}.{}".format(*facts[part], kind.oldest, *kind.number))
+    if facts["interface"] != WINDOWS_INTERFACE:
+        found.append(f"flags: subsystem {facts['interface']}, not {WINDOWS_INTERFACE} (windows)")
+    for name, flag in FLAGS.items():
+        if not facts["flags"] & flag and (name != "no handlers" or kind.bits == 32):
+            found.append(f"flags: {name} is not set")
     for name in sorted(EXPORTS - set(facts["exports"])):
         found.append(f"exports: {name} is missing")
     for name in sorted(set(facts["exports"]) - EXPORTS):
@@ -124,6 +135,9 @@ def self_test(path):
         f"kind: {good['format']}": (good | {"library": False}, known),
         "kind: asks for Windows {}.{}".format(*newer_number): (good | {"Subsystem": newer_number}, known),
         "kind: asks for Windows 10.0": (good | {"OSystem": (10, 0)}, known),
+        "flags: subsystem 3": (good | {"interface": 3}, known),
+        "flags: dynamic base": (good | {"flags": good["flags"] & ~0x40}, known),
+        "flags: no execution": (good | {"flags": good["flags"] & ~0x100}, known),
         "exports: DllCanUnloadNow is missing": (good | {"exports": good["exports"][1:], "export entries": 3}, known),
         "exports: DllMain@12 is one too many":
             (good | {"exports": good["exports"] + ["DllMain@12"], "export entries": 5}, known),
@@ -134,6 +148,8 @@ def self_test(path):
         "imports: #17 of comctl32.dll is not listed":
             (good | {"imports": good["imports"] + [("comctl32.dll", "#17")]}, known),
     }
+    if kind.bits == 32:
+        spoilt["flags: no handlers"] = (good | {"flags": good["flags"] & ~0x400}, known)
     for expected, (facts, listed) in spoilt.items():
         found = faults(facts, kind, listed)
         if len(found) != 1 or not found[0].startswith(expected):
