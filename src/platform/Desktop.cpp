@@ -10,8 +10,15 @@ constexpr UINT closePatience = 5000;  // milliseconds
 
 struct Search {
     std::string_view part;
+    Whose whose;
     HWND found;
 };
+
+bool IsOurs(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process == GetCurrentProcessId();
+}
 
 BOOL CALLBACK LookAt(HWND window, LPARAM parameter) {
     Search& search = *reinterpret_cast<Search*>(parameter);
@@ -19,14 +26,15 @@ BOOL CALLBACK LookAt(HWND window, LPARAM parameter) {
     const int length = GetWindowTextA(window, title, sizeof title);
     const std::string_view text(title, static_cast<std::size_t>(length));
     if (text.find(search.part) == std::string_view::npos) return TRUE;
+    if (search.whose == Whose::OtherPrograms && IsOurs(window)) return TRUE;
     search.found = window;
     return FALSE;
 }
 
 }  // namespace
 
-WindowHandle TopWindowWithTitle(std::string_view part) {
-    Search search{part, nullptr};
+WindowHandle TopWindowWithTitle(std::string_view part, Whose whose) {
+    Search search{part, whose, nullptr};
     EnumWindows(LookAt, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }

@@ -17,7 +17,9 @@ namespace platform {
 using WindowHandle = HWND__*;
 
 // The first, from the top of the screen down, whose title holds `part`, case-sensitive; null where none does.
-[[nodiscard]] WindowHandle TopWindowWithTitle(std::string_view part);
+// OtherPrograms: the windows of this process are passed over.
+enum class Whose { Anybodys, OtherPrograms };
+[[nodiscard]] WindowHandle TopWindowWithTitle(std::string_view part, Whose whose = Whose::Anybodys);
 
 // Asks the window to close, and waits for its answer unless its program hangs.
 void AskToClose(WindowHandle window);

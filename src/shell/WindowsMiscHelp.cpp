@@ -42,9 +42,10 @@ constexpr std::uint32_t searchInterval = 30;  // milliseconds, besides what each
            });
 }
 
+// Not windows of the host itself, whatever their title.
 void CloseViewers() {
     for (const char* title : viewerTitles) {
-        if (const auto viewer = FindWindowByTitle(title)) platform::AskToClose(viewer);
+        if (const auto viewer = FindWindowByTitle(title, platform::Whose::OtherPrograms)) platform::AskToClose(viewer);
     }
 }
 
@@ -52,7 +53,7 @@ void CloseViewers() {
 [[nodiscard]] platform::WindowHandle WaitForViewer() {
     for (int search = 0; search < viewerSearches; ++search) {
         for (const char* title : viewerTitles) {
-            if (const auto viewer = FindWindowByTitle(title)) return viewer;
+            if (const auto viewer = FindWindowByTitle(title, platform::Whose::OtherPrograms)) return viewer;
         }
         platform::Pause(searchInterval);
     }

@@ -72,8 +72,8 @@ std::string GetApplForExt(const std::string& extension) {
     return ExecText::WithQuotedMark(command);
 }
 
-platform::WindowHandle FindWindowByTitle(std::string_view title) {
-    const platform::WindowHandle found = platform::TopWindowWithTitle(title);
+platform::WindowHandle FindWindowByTitle(std::string_view title, platform::Whose whose) {
+    const platform::WindowHandle found = platform::TopWindowWithTitle(title, whose);
     platform::Pause(searchPause);
     platform::RunPendingMessages();
     return found;

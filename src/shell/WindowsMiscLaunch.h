@@ -21,6 +21,7 @@ void ExecApp(const std::string& command, std::int32_t style = -1);
 [[nodiscard]] std::string GetApplForExt(const std::string& extension);
 
 // The first top-level window whose title holds `title`, case-sensitive.
-[[nodiscard]] platform::WindowHandle FindWindowByTitle(std::string_view title);
+[[nodiscard]] platform::WindowHandle FindWindowByTitle(std::string_view title,
+                                                       platform::Whose whose = platform::Whose::Anybodys);
 
 }  // namespace WindowsMisc

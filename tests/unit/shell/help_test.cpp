@@ -10,6 +10,7 @@
 #include "support/Files.h"
 #include "support/Prompt.h"
 #include "testing/DebugLog.h"
+#include "testing/ImportPatch.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
@@ -39,6 +40,13 @@ struct User : Prompt::Port {
     Prompt::Port* earlier;
     std::vector<std::string> asked, messages;
 };
+
+// The viewers of these tests are windows of another program, but for this one.
+HWND hostsOwn = nullptr;
+DWORD WINAPI ProcessOf(HWND window, LPDWORD process) {
+    if (process != nullptr) *process = GetCurrentProcessId() + (window == hostsOwn ? 0u : 4u);
+    return GetCurrentThreadId();
+}
 
 // A viewer's window that counts the requests to close it and stays open, or closes.
 class Viewer {
@@ -85,6 +93,10 @@ class Viewer {
 struct Fixture {
     Fixture() {
         Err().Clear();
+        hostsOwn = nullptr;
+        const ImportPatch::Import imports[] = {
+            {"USER32.dll", "GetWindowThreadProcessId", reinterpret_cast<void*>(ProcessOf)}};
+        (void)others.Replace(GetModuleHandleA(nullptr), imports);
         GetCurrentDirectoryA(sizeof formerDirectory, formerDirectory);
         SetCurrentDirectoryA(programs.Path().c_str());  // where Windows looks for hh.exe before its own folders
         folder.Write("cven.chm", "");
@@ -112,6 +124,7 @@ struct Fixture {
         PrivateRegistry::PutText(HKEY_CLASSES_ROOT, "chm.file\\shell\\open\\command", "", command);
     }
 
+    ImportPatch others;
     PrivateRegistry registry;
     DebugLog log;
     TempFolder folder, programs;
@@ -163,6 +176,16 @@ TEST_CASE_FIXTURE(Fixture, "viewers that are open under either title are closed,
     CHECK(manual.asked == 1);
     CHECK(other.asked == 1);
     CHECK(stranger.asked == 0);
+    (void)viewerProgram->Starts(1);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a window of the host's own is neither closed nor sized, whatever its title") {
+    HelpStarts();
+    Viewer own("Re: HTML Help - Message", {700, 20, 1210, 320}, true);
+    hostsOwn = own.window;
+    CallHelp("AddInOutl.htm");
+    CHECK(own.asked == 0);
+    CHECK(own.Edges() == RECT{700, 20, 1210, 320});
     (void)viewerProgram->Starts(1);
 }
 
