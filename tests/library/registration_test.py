@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Registers and unregisters a library with Wine's own 32-bit regsvr32 and compares what the registry holds.
+"""Registers and unregisters a library with Wine's own regsvr32 and compares what the registry holds.
 
-    registration_test.py ProgID library
+    registration_test.py ProgID library [library of the other size of pointers]
 
-It works in a prefix of its own. What is compared are the Software branches of the user and of the machine.
+With a second library: each of the two is registered and unregistered beside the other. It works in a prefix of its own. What is compared are the Software branches of the user and of the machine.
 """
 import os
 import pathlib
@@ -12,24 +12,73 @@ import sys
 import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "testing"))
-from wine import ROOT, Prefix, added, windows_path  # noqa: E402
+from wine import ROOT, Prefix, added, bits_of, windows_path  # noqa: E402
 
 IDL = ROOT / "src" / "resources" / "CVOutlookAddIn.idl"
 
 
 def main():
     with tempfile.TemporaryDirectory() as folder:
-        return compare(Prefix(folder))
+        prefix, failures = Prefix(folder), []
+
+        def expect(what, as_expected):
+            if not as_expected:
+                failures.append(what)
+
+        prog_id, *libraries = sys.argv[1:]
+        libraries = [pathlib.Path(os.path.abspath(library)) for library in libraries]
+        if len(libraries) == 1:
+            one(prefix, prog_id, libraries[0], expect)
+        else:
+            beside(prefix, prog_id, libraries, expect)
+            beside(prefix, prog_id, libraries[::-1], expect)
+        for failure in failures:
+            print(f"not so: {failure}")
+        return 1 if failures else 0
 
 
-def compare(prefix):
+def stored(library):
+    return windows_path(library).replace("\\", "\\\\").lower()
+
+
+def class_of(keys, library):
+    """The key of the class that has the library's path."""
+    return [key.rpartition("\\")[0] for key, lines in keys.items()
+            if key.endswith("\\InprocServer32") and any(stored(library) in line.lower() for line in lines)]
+
+
+def addin_key(prog_id):
+    return f"HKEY_CURRENT_USER\\Software\\Microsoft\\Office\\Outlook\\Addins\\{prog_id}"
+
+
+def beside(prefix, prog_id, libraries, expect):
+    """The first of the two goes while the second stays."""
+    first, second = libraries
+    bits = f"({bits_of(first)} bits first)"
+    before = prefix.registry()
+    expect("nothing of the add-in is registered at first", not any(prog_id in key for key in before))
+    expect("both libraries register themselves", [prefix.regsvr32(library) for library in libraries] == [0, 0])
+    both = added(before, prefix.registry())
+    classes = {bits_of(library): class_of(both, library) for library in libraries}
+    expect(f"each has the class in its own view {bits}: {classes}",
+           all(len(found) == 1 for found in classes.values()) and
+           "\\Wow6432Node\\" in classes[32][0] and "\\Wow6432Node\\" not in classes[64][0])
+    expect(f"one add-in and one name for both {bits}",
+           sum(key.endswith("\\" + prog_id) for key in both) == 2 and addin_key(prog_id) in both)
+
+    expect(f"the first unregisters itself {bits}", prefix.regsvr32(first, "/u") == 0)
+    left = added(before, prefix.registry())
+    shared = {key: lines for key, lines in both.items() if not any(key.startswith(own) for own in class_of(both, first))}
+    expect(f"all that is the second's stays {bits}", left == shared)
+    expect(f"the second unregisters itself {bits}", prefix.regsvr32(second, "/u") == 0)
+    after = prefix.registry()
+    expect(f"nothing is left behind {bits}: {sorted(added(before, after)) or sorted(added(after, before))}",
+           after == before)
+    print(f"{len(both)} keys for both, {len(left)} for the second {bits}")
+
+
+def one(prefix, prog_id, library, expect):
     registry, regsvr32 = prefix.registry, prefix.regsvr32
-    prog_id, library = sys.argv[1], pathlib.Path(os.path.abspath(sys.argv[2]))
-    failures = []
-
-    def expect(what, as_expected):
-        if not as_expected:
-            failures.append(what)
 
     regsvr32(library, "/u")  # of a test that was stopped
     before = registry()
@@ -38,14 +87,13 @@ def compare(prefix):
     expect("the library registers itself", regsvr32(library) == 0)
     registered = added(before, registry())
     text = "\n".join(line for lines in registered.values() for line in lines)
-    expect("the class is registered with the library's full path",
-           windows_path(library).replace("\\", "\\\\").lower() in text.lower())
+    expect("the class is registered with the library's full path", stored(library) in text.lower())
     described = re.search(r"uuid\(([0-9A-F-]+)\),[^\[]*coclass", IDL.read_text(), re.S).group(1)
     expect("the class has the id by which the type library describes it",
            any(key.upper().endswith(f"\\CLSID\\{{{described}}}") for key in registered))
     expect("the class lives in the host's user-interface thread", '"ThreadingModel"="Apartment"' in text)
-    addin = f"HKEY_CURRENT_USER\\Software\\Microsoft\\Office\\Outlook\\Addins\\{prog_id}"
-    expect("Outlook loads the add-in at its start", '"LoadBehavior"=dword:00000003' in registered.get(addin, []))
+    expect("Outlook loads the add-in at its start",
+           '"LoadBehavior"=dword:00000003' in registered.get(addin_key(prog_id), []))
     expect("no type library and no interface is registered",
            not any("TypeLib" in key or "Interface" in key for key in registered))
 
@@ -57,10 +105,7 @@ def compare(prefix):
     expect(f"nothing is left behind: {sorted(added(before, after)) or sorted(added(after, before))}", after == before)
     expect("a second unregistration succeeds", regsvr32(library, "/u") == 0)
 
-    for failure in failures:
-        print(f"not so: {failure}")
     print(f"{len(registered)} keys were added and removed")
-    return 1 if failures else 0
 
 
 if __name__ == "__main__":

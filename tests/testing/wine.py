@@ -6,7 +6,7 @@ import subprocess
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
-SYSTEM32 = "C:\\windows\\syswow64\\"  # of 32-bit programs
+SYSTEM = {32: "C:\\windows\\syswow64\\", 64: "C:\\windows\\system32\\"}  # Windows' own programs of so many bits
 BRANCHES = {"user.reg": "HKEY_CURRENT_USER", "system.reg": "HKEY_LOCAL_MACHINE"}
 # What Wine itself keeps, and what other tests may just have had in the registry that is copied.
 OF_OTHERS = ("\\Software\\Wine", "\\Software\\Corvella Tests")
@@ -14,6 +14,14 @@ OF_OTHERS = ("\\Software\\Wine", "\\Software\\Corvella Tests")
 
 def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
+
+
+def bits_of(program):
+    """32 or 64, as the header of a program or library says."""
+    with open(program, "rb") as file:
+        file.seek(0x3C)
+        file.seek(int.from_bytes(file.read(4), "little") + 4)
+        return {b"\x4c\x01": 32, b"\x64\x86": 64}[file.read(2)]
 
 
 class Display:
@@ -76,7 +84,7 @@ class Prefix:
         return self.ask(*command)[0]
 
     def regsvr32(self, library, *options):
-        return self.run(SYSTEM32 + "regsvr32.exe", *options, "/s", windows_path(library))
+        return self.run(SYSTEM[bits_of(library)] + "regsvr32.exe", *options, "/s", windows_path(library))
 
     def registry(self):
         """{key: its lines of values} of the Software branches as Wine stores them, but for what is of others.

@@ -92,16 +92,36 @@ void DeleteIfEmpty(HKEY root, const char* path) {
     if (subkeys == 0 && values == 0) RegDeleteKeyA(root, path);
 }
 
-bool DeleteClasses(const ClassesPlace& place, const ServerDescription& server) {
-    const bool classGone = DeleteTree(place.root, std::string(place.prefix) + "CLSID\\" + server.clsid);
-    const bool programGone = DeleteTree(place.root, std::string(place.prefix) + server.progId);
-    return classGone && programGone;
+std::string ClassKey(const ClassesPlace& place, const ServerDescription& server) {
+    return std::string(place.prefix) + "CLSID\\" + server.clsid;
 }
 
-bool DeleteUserClasses(const ServerDescription& server) {
-    const bool gone = DeleteClasses(userClasses, server);
-    DeleteIfEmpty(HKEY_CURRENT_USER, "Software\\Classes\\CLSID");
-    return gone;
+bool DeleteClass(const ClassesPlace& place, const ServerDescription& server) {
+    return DeleteTree(place.root, ClassKey(place, server));
+}
+
+bool DeleteName(const ClassesPlace& place, const ServerDescription& server) {
+    return DeleteTree(place.root, std::string(place.prefix) + server.progId);
+}
+
+bool IsThere(const ClassesPlace& place, const ServerDescription& server, REGSAM view) {
+    HKEY key = nullptr;
+    const std::string path = ClassKey(place, server) + "\\InprocServer32";
+    if (RegOpenKeyExA(place.root, path.c_str(), 0, KEY_QUERY_VALUE | view, &key) != ERROR_SUCCESS) return false;
+    RegCloseKey(key);
+    return true;
+}
+
+// Whether the library of the other size of pointers is registered, in the view of the registry that is its own. A
+// Windows without such views refuses to be asked for one, or shows what is in the only one.
+bool IsOtherLibraryThere(const ClassesPlace& place, const ServerDescription& server) {
+    constexpr REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    return !IsThere(place, server, 0) && IsThere(place, server, otherView);
+}
+
+bool DeleteClassAndName(const ClassesPlace& place, const ServerDescription& server) {
+    const bool classGone = DeleteClass(place, server);
+    return (IsOtherLibraryThere(place, server) || DeleteName(place, server)) && classGone;
 }
 
 bool DeleteAddin(const ServerDescription& server) {
@@ -113,17 +133,27 @@ bool DeleteAddin(const ServerDescription& server) {
     return gone;
 }
 
-// The user's own entries first: they hide those of the machine behind HKEY_CLASSES_ROOT.
-bool DeleteAll(const ServerDescription& server) {
-    const bool userGone = DeleteUserClasses(server);
-    const bool machineGone = DeleteClasses(machineClasses, server);
+// What both libraries share: the name and the add-in.
+bool DeleteShared(const ServerDescription& server) {
+    const bool userGone = DeleteName(userClasses, server);
+    const bool machineGone = DeleteName(machineClasses, server);
     const bool addinGone = DeleteAddin(server);
     return userGone && machineGone && addinGone;
 }
 
+// The user's own entries first: they hide those of the machine behind HKEY_CLASSES_ROOT.
+bool DeleteAll(const ServerDescription& server) {
+    const bool userGone = DeleteClass(userClasses, server);
+    DeleteIfEmpty(HKEY_CURRENT_USER, "Software\\Classes\\CLSID");
+    const bool machineGone = DeleteClass(machineClasses, server);
+    const bool gone = userGone && machineGone;
+    if (IsOtherLibraryThere(machineClasses, server) || IsOtherLibraryThere(userClasses, server)) return gone;
+    return DeleteShared(server) && gone;
+}
+
 bool WriteClassesSomewhere(const ServerDescription& server, const std::string& libraryPath) {
     if (WriteClasses(machineClasses, server, libraryPath)) return true;
-    DeleteClasses(machineClasses, server);
+    DeleteClassAndName(machineClasses, server);
     return WriteClasses(userClasses, server, libraryPath);
 }
 
