@@ -28,3 +28,8 @@ if(WIN32)
     add_dependencies(support_metrics_test recorder)
     target_compile_definitions(question_box_test PRIVATE CV_LANGUAGE_FOLDER="Z:${PROJECT_SOURCE_DIR}/lang")
 endif()
+if(WIN32)
+    add_test(NAME platform_form_resolutions COMMAND python3
+        ${CMAKE_CURRENT_SOURCE_DIR}/platform/forms/resolutions_test.py $<TARGET_FILE:platform_form_test>)
+    set_tests_properties(platform_form_resolutions PROPERTIES LABELS unit TIMEOUT 300)
+endif()

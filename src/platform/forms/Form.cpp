@@ -13,6 +13,7 @@
 #include "platform/Module.h"
 #include "platform/SystemError.h"
 #include "platform/forms/FormWindow.h"
+#include "platform/forms/Resolution.h"
 
 namespace platform {
 namespace {
@@ -117,6 +118,7 @@ class Form::Windows final : public ControlPeer {
     INT_PTR HandleCommand(WORD id, WORD notification);
     INT_PTR HandleColour(HDC device, HWND window);
     void HandleTimer(std::int32_t id);
+    void HandleResolution(std::int32_t dots, const RECT& place);
     bool HandleKey(const MSG& message);
     void PaintBackground(HDC device);
     void Forget();
@@ -157,10 +159,7 @@ bool Form::Windows::Create(HWND owner) {
         return false;
     }
     keepLoaded_.emplace();
-    if (const HDC screen = GetDC(nullptr)) {
-        dotsAnInch_ = GetDeviceCaps(screen, LOGPIXELSY);
-        ReleaseDC(nullptr, screen);
-    }
+    dotsAnInch_ = DotsAnInchOf(dialog_);
     CreateControls();
     return true;
 }
@@ -312,6 +311,7 @@ INT_PTR Form::Windows::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             PaintBackground(reinterpret_cast<HDC>(wParam));
             SetWindowLongPtrA(dialog_, DWLP_MSGRESULT, TRUE);
             return TRUE;
+        case resolutionChanged: HandleResolution(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); return TRUE;
         case WM_DESTROY: Forget(); return FALSE;
         default: return FALSE;
     }
@@ -331,6 +331,17 @@ INT_PTR Form::Windows::HandleCommand(WORD id, WORD notification) {
 void Form::Windows::HandleTimer(std::int32_t id) {
     const ControlWindow* const window = ById(id);
     if (window && window->Control().on.tick) window->Control().on.tick();
+}
+
+// The form came to a screen of another resolution; `place` is where it looks as large as before.
+void Form::Windows::HandleResolution(std::int32_t dots, const RECT& place) {
+    const std::int32_t before = std::exchange(dotsAnInch_, dots);
+    ShowFonts();
+    for (const auto& window : controls_) {
+        Control& control = window->Control();
+        if (control.Has(Property::Position)) control.SetPosition(Rescaled(control.Position(), before, dots));
+    }
+    form_.SetPosition({place.left, place.top, place.right - place.left, place.bottom - place.top});
 }
 
 // A key before Windows' dialog keys see it. True: used up.
@@ -538,8 +549,16 @@ void Form::SetInsideSize(Size inside) {
     RECT area{0, 0, inside.width, inside.height};
     AdjustWindowRectEx(&area, static_cast<DWORD>(GetWindowLongA(Window(), GWL_STYLE)), FALSE,
                        static_cast<DWORD>(GetWindowLongA(Window(), GWL_EXSTYLE)));
-    SetWindowPos(Window(), nullptr, 0, 0, area.right - area.left, area.bottom - area.top,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Size whole{area.right - area.left, area.bottom - area.top};
+    const auto take = [&] {
+        SetWindowPos(Window(), nullptr, 0, 0, whole.width, whole.height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    take();
+    // The border may have another width on the screen that the form is on.
+    const Size got = InsideSize();
+    if (got == inside || IsIconic(Window())) return;
+    whole = {whole.width + inside.width - got.width, whole.height + inside.height - got.height};
+    take();
 }
 
 Size Form::InsideSize() const {

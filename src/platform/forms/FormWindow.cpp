@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "platform/Desktop.h"
 #include "platform/Err.h"
 #include "platform/Guard.h"
 #include "platform/SystemError.h"
@@ -235,6 +236,7 @@ LOGFONTA FontOf(const FontStyle& control, const FontStyle& form, std::int32_t do
     metrics.cbSize = sizeof metrics;
     LOGFONTA font{};
     if (SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) font = metrics.lfMessageFont;
+    font.lfHeight = MulDiv(font.lfHeight, dotsAnInch, DotsPerInch());
     for (const FontStyle* style : {&form, &control}) {
         if (!style->face.empty()) lstrcpynA(font.lfFaceName, style->face.c_str(), LF_FACESIZE);
         if (style->charSet != FontStyle::DefaultCharSet) font.lfCharSet = static_cast<BYTE>(style->charSet);

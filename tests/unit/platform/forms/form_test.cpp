@@ -126,6 +126,30 @@ void PumpMessages() {
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
 }
 
+// What Windows has of it since 10, by name: the headers of 2000 know nothing of it.
+constexpr std::intptr_t unaware = -1, systemAware = -2, eachScreen = -3, eachScreen2 = -4;
+constexpr UINT dpiChanged = 0x02E0;
+
+template <class Function>
+Function UserFunction(const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), name)));
+}
+
+struct DpiFunctions {
+    void*(WINAPI* setThreadContext)(void*) = UserFunction<void*(WINAPI*)(void*)>("SetThreadDpiAwarenessContext");
+    void*(WINAPI* threadContext)() = UserFunction<void*(WINAPI*)()>("GetThreadDpiAwarenessContext");
+    BOOL(WINAPI* equal)(void*, void*) = UserFunction<BOOL(WINAPI*)(void*, void*)>("AreDpiAwarenessContextsEqual");
+    UINT(WINAPI* dotsOfWindow)(HWND) = UserFunction<UINT(WINAPI*)(HWND)>("GetDpiForWindow");
+    [[nodiscard]] bool There() const { return setThreadContext && threadContext && equal && dotsOfWindow; }
+};
+
+std::int32_t CommonDots() {
+    const HDC screen = GetDC(nullptr);
+    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return dots;
+}
+
 constexpr auto logIs = [](const TestForm& form, std::initializer_list<std::string> expected) {
     return form.log == std::vector<std::string>(expected);
 };
@@ -591,6 +615,66 @@ TEST_CASE("a form is centred over its owner and stays on the screen") {
     form.Center();
     CHECK(form.Position().Right() == screen.Right());
     CHECK(form.Position().Bottom() == screen.Bottom());
+}
+
+TEST_CASE("a form has its size and place in a host of every awareness of the resolution, which stays as it was") {
+    const DpiFunctions windows;
+    if (!windows.There()) return;  // before Windows 10
+    const std::int32_t common = CommonDots();
+    for (const std::intptr_t awareness : {unaware, systemAware, eachScreen, eachScreen2}) {
+        CAPTURE(awareness);
+        void* const before = windows.setThreadContext(reinterpret_cast<void*>(awareness));
+        if (!before && awareness == eachScreen2) continue;  // not before Windows 10 1703, nor in Wine 8
+        REQUIRE(before);
+        {
+            const HostWindow host;
+            TestForm form;
+            REQUIRE(form.Load(host.Get()));
+            const auto ofWindow = static_cast<std::int32_t>(windows.dotsOfWindow(static_cast<HWND>(form.Window())));
+            const std::int32_t expected = awareness == unaware || awareness == systemAware ? CommonDots() : ofWindow;
+            CHECK(form.Scaled(960) == MulDiv(960, expected, 96));
+            CHECK(form.InsideSize() == Size{300, 460});
+            form.SetPosition({0, 0, 200, 100});
+            form.Center();
+            RECT owner{};
+            GetWindowRect(host.Get(), &owner);
+            const Rect place = form.Position();
+            CHECK(place.left + place.width / 2 == (owner.left + owner.right) / 2);
+            CHECK(place.top + place.height / 2 == (owner.top + owner.bottom) / 2);
+            CHECK(windows.equal(windows.threadContext(), reinterpret_cast<void*>(awareness)));
+        }
+        windows.setThreadContext(before);
+    }
+    CHECK(CommonDots() == common);
+}
+
+TEST_CASE("a form that comes to a screen of another resolution looks as large there, letters and all") {
+    TestForm form;
+    REQUIRE(form.Load());
+    const auto heightOfLetters = [&] {
+        LOGFONTA font{};
+        GetObjectA(reinterpret_cast<HFONT>(SendMessageA(form.At("ButtonOK"), WM_GETFONT, 0, 0)), sizeof font, &font);
+        return font.lfHeight;
+    };
+    const std::int32_t dots = form.Scaled(96);
+    const LONG letters = heightOfLetters();
+    const Rect button = form.The("ButtonOK").Position();
+    const auto tell = [&](std::int32_t now, RECT place) {
+        const WPARAM both = MAKEWPARAM(now, now);
+        SendMessageA(static_cast<HWND>(form.Window()), dpiChanged, both, reinterpret_cast<LPARAM>(&place));
+    };
+    tell(dots * 2, {20, 30, 620, 930});
+    CHECK(form.Position() == Rect{20, 30, 600, 900});
+    CHECK(form.Scaled(100) == MulDiv(200, dots, 96));
+    CHECK(heightOfLetters() == letters * 2);
+    const Rect larger = form.The("ButtonOK").Position();
+    CHECK(larger == Rect{button.left * 2, button.top * 2, button.width * 2, button.height * 2});
+    RECT shown{};
+    GetWindowRect(form.At("ButtonOK"), &shown);
+    CHECK(shown.right - shown.left == larger.width);
+    tell(dots, {20, 30, 320, 480});
+    CHECK(form.The("ButtonOK").Position() == button);
+    CHECK(heightOfLetters() == letters);
 }
 
 TEST_CASE("a text is measured as it is drawn: broken at the width, a long word too") {
