@@ -5,29 +5,34 @@ OUTLOOK ?= 2003
 ifneq ($(origin LANGUAGE),command line)
 LANGUAGE := English# not what the environment calls so
 endif
+BITS ?= 32
 SECONDS ?= 60
 SHARE ?= 1/1
 N ?= 40
-.PHONY: help tools dll demo run test bench fuzz weather mutants check format screenshots clean
+.PHONY: help tools dll demo run test test-all bench fuzz weather mutants check format screenshots clean
 
 help:             ## this list
-	@grep -hE '^[a-z]+: .*##|^[a-z]+:  +##' $(MAKEFILE_LIST) | sed -E 's/: *[a-z-]* *##/\t/' | expand -t 14
+	@grep -hE '^[a-z-]+: .*##|^[a-z-]+:  +##' $(MAKEFILE_LIST) | sed -E 's/: *[a-z-]* *##/\t/' | expand -t 14
 
 tools:            ## install what a bare Debian 12 lacks
 	@scripts/install-tools.sh
 
-dll: tools        ## build what a user installs into dist/: the DLL beside its language files and help
+dll: tools        ## build what a user installs into dist/: the DLL beside its language files and help, in dist/x64 for 64 bits
 	@scripts/build.sh win32-release CVOutlookAddIn cv_help
+	@scripts/build.sh win64-release CVOutlookAddIn
 	@scripts/dist.sh
 
-demo: tools       ## a working day with the add-in: make demo [OUTLOOK=2000|2002|2003|2007] [LANGUAGE=Deutsch]
-	@scripts/demo.sh $(OUTLOOK) $(LANGUAGE)
+demo: tools       ## a working day with the add-in: make demo [OUTLOOK=2000|2002|2003|2007|2010|2013|2016] [BITS=64] [LANGUAGE=Deutsch]
+	@scripts/demo.sh $(OUTLOOK) $(LANGUAGE) $(BITS)
 
 run: tools        ## the same Outlook stand-in for a person to click in (needs a display)
-	@scripts/run.sh $(OUTLOOK) $(LANGUAGE)
+	@scripts/run.sh $(OUTLOOK) $(LANGUAGE) $(BITS)
 
-test: tools       ## all tests: under Wine, and the pure text natively with sanitizers
+test: tools       ## all tests: under Wine, 64 bits sampled, and the pure text natively with sanitizers
 	@scripts/test.sh
+
+test-all: tools   ## the same with 64 bits and every version of Outlook whole (some 20 minutes more)
+	@scripts/test.sh --whole
 
 bench: tools      ## ratios against baselines of the same run; also build/bench.csv
 	@scripts/bench.sh

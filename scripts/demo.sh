@@ -1,18 +1,17 @@
 #!/usr/bin/env bash
 # A working day in Outlook with the add-in, as a transcript of what happened:
-# scripts/demo.sh [2000|2002|2003|2007] [language]
+# scripts/demo.sh [2000|2002|2003|2007|2010|2013|2016] [language] [32|64]
 #
 # Builds the DLL, registers it with Wine's regsvr32, lets the Outlook stand-in find and load it, plays the stations and
 # reads back what came of each. Pictures and the transcript go to build/demo. Ends non-zero when a link is missing.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-outlook=${1:-2003}
-language=${2:-English}
-[ -e "lang/$language.lng" ] || { echo "demo: a language of lang/, not '$language'" >&2; exit 2; }
-case "$outlook" in 2000 | 2002 | 2003 | 2007) ;; *) echo "demo: Outlook 2000, 2002, 2003 or 2007, not '$outlook'" >&2; exit 2 ;; esac
+. scripts/outlook-version.sh
+cv_read_version demo "$@"
 
 name=$outlook
-[ "$language" = English ] || name=$outlook-$language
+[ "$cv_bits" = 32 ] || name+=-x64
+[ "$language" = English ] || name+=-$language
 pictures=build/demo/$name
 transcript=$pictures/transcript.txt
 rm -rf "$pictures"
@@ -33,7 +32,7 @@ cv_set_language "$language"
 rm -f "$cv_install/Corvella.record.txt" "$cv_install/Corvella.log"
 for key in OlAddIn Outlook; do wine reg delete "HKCU\\Software\\Quillmark\\Corvella\\$key" /f >/dev/null 2>&1; done
 
-say "== Outlook $outlook (stand-in) starts, in $language; it looks for add-ins in the registry"
+say "== Outlook $outlook (stand-in, $cv_bits bits) starts, in $language; it looks for add-ins in the registry"
 # The program asks for a picture by a line "@picture NAME" and goes on when NAME.done is there.
 ( cd "$pictures" && LC_ALL=$cv_locale timeout 400 wine "$cv_outlook" /version "$outlook" /record "$cv_record" /play day 2>/dev/null; echo "@ended $?" ) | {
     ended=1

@@ -1,10 +1,14 @@
 #!/usr/bin/env bash
-# Puts what a user installs into dist/: the release DLL beside its language files, help and manual.
+# Puts what a user installs into dist/: the release DLL beside its language files, help and manual, and the same with the
+# DLL for 64 bits in dist/x64.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-dll=build/win32-release/src/addin/CVOutlookAddIn.dll
 rm -rf dist
-mkdir dist
-cp "$dll" lang/*.lng build/win32-release/help/*.chm dist/
-cp -R build/win32-release/help/Manual dist/
-ls -l dist
+mkdir -p dist/x64
+for folder in dist dist/x64; do
+    cp lang/*.lng build/win32-release/help/*.chm "$folder"
+    cp -R build/win32-release/help/Manual "$folder"
+done
+cp build/win32-release/src/addin/CVOutlookAddIn.dll dist/
+cp build/win64-release/src/addin/CVOutlookAddIn.dll dist/x64/
+ls -l dist dist/x64

@@ -1,4 +1,5 @@
-# To be sourced: builds the programs and installs the add-in in the private Wine prefix, as an installer would.
+# To be sourced, after cv_bits was set to 32 or 64: builds the programs and installs the add-in in the private Wine prefix,
+# as an installer would.
 #
 #   cv_install  the folder of Corvella and the add-in (C:\Corvella), as a path of this machine
 #   cv_outlook  the windowed Outlook stand-in, for a person or, after `. scripts/install-addin.sh OutlookDay`, with the day
@@ -9,14 +10,17 @@
 #   cv_locale    the LC_ALL under which Wine has that language's Windows code page; it need not be installed
 #   cv_codepage  its name
 cv_target=${1:-OutlookStandIn}
-scripts/build.sh win32-release CVOutlookAddIn "$cv_target" standin_corvella > build/build.log 2>&1 || { tail -n 40 build/build.log; return 1; }
+cv_build=build/win$cv_bits-release
+cv_regsvr32='C:\windows\syswow64\regsvr32.exe'
+[ "$cv_bits" = 32 ] || cv_regsvr32='C:\windows\system32\regsvr32.exe'
+scripts/build.sh "win$cv_bits-release" CVOutlookAddIn "$cv_target" standin_corvella > build/build.log 2>&1 || { tail -n 40 build/build.log; return 1; }
 . scripts/wine-env.sh
 cv_install=$WINEPREFIX/drive_c/Corvella
-cv_outlook=$(find "$PWD/build/win32-release" -name "$cv_target.exe" | head -n 1)
+cv_outlook=$(find "$PWD/$cv_build" -name "$cv_target.exe" | head -n 1)
 cv_record='C:\Corvella\Corvella.record.txt'
 mkdir -p "$cv_install"
-cp build/win32-release/src/addin/CVOutlookAddIn.dll build/win32-release/standins/corvella/Corvella.exe lang/*.lng "$cv_install/"
-wine 'C:\windows\syswow64\regsvr32.exe' /s 'C:\Corvella\CVOutlookAddIn.dll' || { echo "regsvr32 failed" >&2; return 1; }
+cp "$cv_build/src/addin/CVOutlookAddIn.dll" "$cv_build/standins/corvella/Corvella.exe" lang/*.lng "$cv_install/"
+wine "$cv_regsvr32" /s 'C:\Corvella\CVOutlookAddIn.dll' || { echo "regsvr32 failed" >&2; return 1; }
 wine reg add 'HKCU\Software\Quillmark\Corvella' /v Path /d 'C:\Corvella' /f >/dev/null 2>&1
 
 # Each settings file is a profile that the options dialog offers.

@@ -3,6 +3,7 @@
 #include "addin/DebugSetup.h"
 #include "addin/Members.h"
 #include "addin/Names.h"
+#include "bridge/OlVersion.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
 #include "support/RegistryKeys.h"
@@ -36,11 +37,17 @@ void Connect::AddinInstance_OnConnection(const Dispatch& application, std::int32
     DebugSetup::InitDebug(false, false);
     if (turn != turn_) return;  // disconnected while a question of the log's was open
     RegEdit::SaveRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active, "1", textValue);
-    if (!HasWindows(application)) return;
+    const bool windows = HasWindows(application);
+    // From 2010 on Outlook tells of its end by Quit only, also where it has no window (host quirk 2).
+    if (!windows && cOutlookAddIn::VersionOf(application) < Outlook2010) return;
     const std::string progId = ProgIdOf(addInInst);
     if (turn != turn_) return;  // each call of the host may bring the disconnection, which lets go of the handler
     const std::shared_ptr<cOutlookAddIn> handler = Handler();
-    handler->InitHandler(application, progId);
+    if (windows) {
+        handler->InitHandler(application, progId);
+    } else {
+        handler->InitWithoutWindows(application);
+    }
     if (turn != turn_) handler->ReleaseEverything();
 }
 

@@ -29,15 +29,30 @@ bool IsFreeExplorer(const std::shared_ptr<cOlExplorer>& wrapper) { return !wrapp
 
 }  // namespace
 
+std::int32_t cOutlookAddIn::VersionOf(const Dispatch& application) {
+    return platform::ValLong(application.Text(Members::Outlook::Version).substr(0, 2));
+}
+
 cOutlookAddIn::~cOutlookAddIn() { UnInitHandler({}); }
+
+// Leaves it empty where the host's application has no events.
+void cOutlookAddIn::AttachApplication(const Dispatch& application) {
+    static constexpr platform::EventHandler<cOutlookAddIn> applicationEvents[] = {
+        {Events::Quit, &cOutlookAddIn::OnQuit}};
+    myolapp_.Attach(application, Events::Application, shared_from_this(), applicationEvents);
+    if (!myolapp_.Connected()) myolapp_.Release();
+    platform::Err().Clear();
+}
+
+void cOutlookAddIn::InitWithoutWindows(const Dispatch& application) {
+    const Debug::Trace trace("InitWithoutWindows");
+    AttachApplication(application);
+}
 
 void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& progId) {
     const Debug::Trace trace("InitHandler");
-    static constexpr platform::EventHandler<cOutlookAddIn> applicationEvents[] = {
-        {Events::Quit, &cOutlookAddIn::OnQuit}};
-
     ReleaseEvents();
-    OlVersion = platform::ValLong(application.Text(Members::Outlook::Version).substr(0, 2));
+    OlVersion = VersionOf(application);
     progId_ = progId;
     ribbon_ = std::make_shared<RibbonUi>(OlVersion);
     windows_.clear();
@@ -46,9 +61,7 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
     tasks_.assign(1, nullptr);
     appointments_.assign(1, nullptr);
 
-    myolapp_.Attach(application, Events::Application, shared_from_this(), applicationEvents);
-    if (!myolapp_.Connected()) myolapp_.Release();
-    platform::Err().Clear();
+    AttachApplication(application);
     if (myolapp_.Object()) AttachCollections(myolapp_.Object());
     application_ = application;
     AttachCollections(application_);

@@ -21,7 +21,12 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
   public:
     ~cOutlookAddIn();
 
+    // Outlook's major version, 0 where the host does not tell.
+    [[nodiscard]] static std::int32_t VersionOf(const platform::Dispatch& application);
+
     void InitHandler(const platform::Dispatch& application, const std::string& progId);
+    // Instead, for a session that began without a window: hears of its end, and of nothing else.
+    void InitWithoutWindows(const platform::Dispatch& application);
     void CloseExplorerWrappers();
     void UnInitHandler(const platform::Dispatch& application);
     // Both: the handler has nothing of the host's any more.
@@ -48,6 +53,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     void OnNewInspector(const platform::EventArguments& arguments);
     void OnQuit(const platform::EventArguments& arguments);
 
+    void AttachApplication(const platform::Dispatch& application);
     void AttachCollections(const platform::Dispatch& application);
     void ReleaseEvents();
     void WrapOpenWindows();

@@ -9,5 +9,7 @@ inline constexpr std::int32_t Outlook2002 = 10;
 inline constexpr std::int32_t Outlook2003 = 11;
 inline constexpr std::int32_t Outlook2007 = 12;
 inline constexpr std::int32_t Outlook2010 = 14;
+inline constexpr std::int32_t Outlook2013 = 15;
+inline constexpr std::int32_t Outlook2016 = 16;  // and everything later
 
 inline std::int32_t OlVersion = 0;

@@ -60,6 +60,18 @@ ControlView FindView(const WindowObject& window, const std::function<bool(const 
     return view;
 }
 
+// The visible controls of a bar that are not Office's own, those in Office's menus included.
+void AppendCustom(const Bar& bar, std::vector<ControlView>& views) {
+    for (const ControlPointer& control : bar.controls) {
+        if (!control->visible) continue;
+        if (!control->builtIn) {
+            views.push_back(ViewOf(*control, bar.IndexOf(*control)));
+        } else if (control->menu) {
+            AppendCustom(*control->menu, views);
+        }
+    }
+}
+
 }  // namespace
 
 Outlook::Outlook(const Options& options) {
@@ -303,6 +315,20 @@ Pixels Outlook::MaskOf(int instance) const {
     if (!control) return {};
     if (control->mask) return PixelsOf(BitmapOf(control->mask.get()));
     return PixelsOf(static_cast<HBITMAP>(control->face.mask.get()));
+}
+
+std::vector<BarView> Outlook::AddInsTab(Window window) const {
+    if (Version() < 14) return {};
+    std::vector<BarView> groups(3);
+    groups[0].name = "Menu Commands";
+    groups[1].name = "Toolbar Commands";
+    groups[2].name = "Custom Toolbars";
+    for (const BarPointer& bar : WindowOf(*session_, window).bars.bars) {
+        const std::size_t builtInGroup = bar->type == BarMenu ? 0 : 1;
+        AppendCustom(*bar, groups[bar->builtIn ? builtInGroup : 2].controls);
+    }
+    std::erase_if(groups, [](const BarView& group) { return group.controls.empty(); });
+    return groups;
 }
 
 std::shared_ptr<SavedBars> Outlook::Saved() const { return session_->saved; }

@@ -1,4 +1,4 @@
-// outlook/Outlook.h: a stand-in for Outlook 2000 to 2007, driven from a test or from a windowed program.
+// outlook/Outlook.h: a stand-in for Outlook 2000 to 2016, driven from a test or from a windowed program.
 //
 // A `standin::Outlook` is one run of the host. It loads add-ins as Outlook does, offers them the object
 // model (late bound, `IDispatch` only), raises its events at them, and does what a user would do.
@@ -32,6 +32,10 @@
 //   11  ApplicationEvents_11; the menu bar of Explorers has "&Go" where 9 and 10 have "F&avorites"
 //   12  Close and Delete of an item fail inside the Close events of the item and of its Inspector; the end of the
 //       session does not wait for references
+//   14  (2010) an add-in is not told of the end unless it asked for that. Command bars are there as before, but what
+//       add-ins put on them shows on the tab "Add-Ins" only (AddInsTab)
+//   15  (2013) as 14
+//   16  (2016 and everything later) as 14
 //
 // Order of events
 //   Start         the first Explorer is there (not with StartedBy::Automation), not yet shown and not announced by
@@ -54,8 +58,9 @@
 //                 any case, but is too late. With references left after it: Ending::StaysInMemory, and the objects
 //                 go on working; with none then: Ending::AddInsNotTold
 //   12            Application.Quit, OnBeginShutdown, OnDisconnection(HostShutdown), whatever is held
-//   ShutdownCalls::None  only Application.Quit, for any version: Ending::AddInsNotTold; add-ins of the registry whose
-//                 key has RequireShutdownNotification = 1 are told all the same
+//   14 to 16      only Application.Quit: Ending::AddInsNotTold; add-ins of the registry whose key has
+//                 RequireShutdownNotification = 1 are told all the same
+//   ShutdownCalls::None  any version ends as 14; ShutdownCalls::All  14 to 16 end as 12, as an administrator can ask
 //   After it every object returns E_UNEXPECTED, and EndProcess has been done.
 //
 // What it has not. Early binding (a QueryInterface for `_Explorer` and so on fails and is in Complaints), enumeration
@@ -173,6 +178,9 @@ class Outlook {
     // As it is drawn: what PasteFace took, or Picture and Mask; empty when there is none.
     [[nodiscard]] Pixels FaceOf(int instance) const;
     [[nodiscard]] Pixels MaskOf(int instance) const;
+    // What the tab "Add-Ins" shows of a window's bars, in versions 14 on: controls of add-ins that are visible, those
+    // from menus as "Menu Commands", those from Office's own bars as "Toolbar Commands". Nothing: there is no such tab.
+    [[nodiscard]] std::vector<BarView> AddInsTab(Window window) const;
     // For the next session, or another profile: Options::savedBars. Complete after the windows were closed.
     [[nodiscard]] std::shared_ptr<SavedBars> Saved() const;
 

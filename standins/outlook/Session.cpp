@@ -71,12 +71,17 @@ void Session::Settle() {
     if (turns_ == 0 && !gate->Inside() && std::exchange(quitWanted_, false) && Running()) Quit();
 }
 
+bool Session::EndsFast() const {
+    if (options.shutdownCalls != ShutdownCalls::ByVersion) return options.shutdownCalls == ShutdownCalls::None;
+    return options.version >= 14;
+}
+
 // Every window has raised its Close event. What is held now decides in the versions that wait for references.
 void Session::EndSession() {
     quitting_ = true;
     const bool held = !gate->Held().empty();
     application_->Raise(events::Quit);
-    if (options.shutdownCalls == ShutdownCalls::None) {
+    if (EndsFast()) {
         addIns->Shutdown(true);
         ending_ = Ending::AddInsNotTold;
     } else if (options.version >= 12 || !held) {

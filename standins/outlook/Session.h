@@ -127,6 +127,7 @@ class Session : public Host {
     void TakeOff(WindowObject& window);
     [[nodiscard]] bool AnyShown() const;
     void EndSession();
+    [[nodiscard]] bool EndsFast() const;
     void Settle();  // ends the session when it is to end, and now is the time
     [[nodiscard]] bool Running() const { return started_ && ending_ == Ending::StillRunning; }
 

@@ -16,7 +16,7 @@
 namespace standin {
 
 enum class ClosingWindow { StillCounted, NotCounted };                // in Count and Item during its own Close event
-enum class ShutdownCalls { ByVersion, None };                         // None: as versions after 2007
+enum class ShutdownCalls { ByVersion, None, All };                    // of add-ins that did not ask for them
 enum class StartedBy { User, Automation };                            // Automation: no window, custom(1) = 3
 enum class ClickedControl { AnotherObject, AdvisedObject };           // what Click is given: Office does not promise
 enum class CustomArray { AsDocumented, PointerToNull, NullPointer };  // what add-ins get as `custom`
@@ -74,7 +74,7 @@ using Fields = std::map<std::string, std::string>;  // name of a member -> text;
 struct SavedBars;
 
 struct Options {
-    int version = 11;  // 9, 10, 11 or 12
+    int version = 11;  // 9 to 12, 14 to 16
     ClosingWindow closingWindow = ClosingWindow::StillCounted;
     ShutdownCalls shutdownCalls = ShutdownCalls::ByVersion;
     StartedBy startedBy = StartedBy::User;

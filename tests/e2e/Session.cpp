@@ -3,6 +3,7 @@
 #include <array>
 
 namespace e2e {
+
 namespace {
 
 constexpr const char* outlookEntry = "Software\\Microsoft\\Office\\Outlook\\Addins\\CVOutlookAddIn.Connect";
@@ -88,6 +89,18 @@ standin::Outlook& Session::Begin(const standin::Options& options, RibbonIs ribbo
 Session::~Session() {
     outlook_.reset();
     Pump(0);
+}
+
+bool Session::LoadAddIn() {
+    const bool loaded = outlook_->LoadAddIn(progId);
+    GoAndComeBack();
+    return loaded;
+}
+
+void Session::GoAndComeBack() {
+    const standin::Window front = outlook_->ActiveWindow();
+    outlook_->Deactivate(front);
+    outlook_->Activate(front);
 }
 
 standin::Window Session::FirstWindow() {

@@ -18,6 +18,11 @@ inline constexpr const char* progId = "CVOutlookAddIn.Connect";
 inline constexpr const char* addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
 inline constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
 
+// How a session ends in which nothing is held: from 2010 on add-ins are not told of it.
+[[nodiscard]] inline standin::Ending OrderlyEnd(int version) {
+    return version < 14 ? standin::Ending::AddInsTold : standin::Ending::AddInsNotTold;
+}
+
 // Text values under HKEY_CURRENT_USER, by Windows' own functions.
 [[nodiscard]] std::optional<std::string> ReadValue(const std::string& key, const std::string& name);
 void WriteValue(const std::string& key, const std::string& name, const std::string& text);
@@ -44,6 +49,11 @@ class Session {
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
+
+    // The user ticks the add-in in a dialog, and so comes back to the window in front.
+    bool LoadAddIn();
+    // The user goes to another program and comes back.
+    void GoAndComeBack();
 
     // The first window, which Start opened.
     [[nodiscard]] standin::Window FirstWindow();

@@ -94,7 +94,7 @@ IN_EVERY_VERSION("setting up twice in one window leaves one synchronise button a
     Session session({.version = version});
     session.host.Start();
     session.host.UnloadAddIn(e2e::progId);
-    session.host.LoadAddIn(e2e::progId);
+    session.LoadAddIn();
     CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);
     CHECK(session.Popups(session.FirstWindow()).size() == 1);
 }
@@ -106,7 +106,7 @@ IN_EVERY_VERSION("a button of the same number that another add-in made is left a
     session.host.UnloadAddIn(e2e::progId);
     const standin::ControlView stranger =
         session.host.AddCustomButton(window, "Standard", "Theirs", "103", "<!Other.AddIn>");
-    session.host.LoadAddIn(e2e::progId);
+    session.LoadAddIn();
     CHECK(session.host.Control(stranger.instance));
 }
 
@@ -117,7 +117,7 @@ IN_EVERY_VERSION("a stale copy that an earlier run left is deleted before the ne
     session.host.UnloadAddIn(e2e::progId);
     const auto first = session.host.AddCustomButton(window, "Standard", "Old", "103", e2e::OwnOnAction());
     const auto second = session.host.AddCustomButton(window, "Standard", "Old", "103", e2e::OwnOnAction());
-    session.host.LoadAddIn(e2e::progId);
+    session.LoadAddIn();
     CHECK_FALSE(session.host.Control(first.instance));
     CHECK_FALSE(session.host.Control(second.instance));
     CHECK(session.OwnControls(window, "103").size() == 1);

@@ -138,7 +138,9 @@ IN_EVERY_VERSION("a button that the host refused before the window was shown is 
     Session session({.version = version});
     session.host.Start();
     session.host.FailMember("Inspector.CommandBars", standin::Fault::Fails(E_FAIL), 1);
-    CHECK(session.SendButton(session.OpenNew(standin::ItemClass::Contact)));
+    const standin::Window contact = session.OpenNew(standin::ItemClass::Contact);
+    if (version >= 14) session.GoAndComeBack();  // the first activation was the one that was refused
+    CHECK(session.SendButton(contact));
 }
 
 IN_EVERY_VERSION("the item that the window shows at the time of the click is the one that is sent") {

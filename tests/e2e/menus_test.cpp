@@ -275,7 +275,7 @@ IN_EVERY_VERSION("the popup stands just before the last control of the menu bar,
         session.host.UnloadAddIn(e2e::progId);
         if (others == 8) session.host.AddCustomButton(window, "Menu Bar", "The user's own", "");
         REQUIRE(session.host.Controls(window, "Menu Bar").size() == others);
-        session.host.LoadAddIn(e2e::progId);
+        session.LoadAddIn();
         const std::vector<ControlView> controls = session.host.Controls(window, "Menu Bar");
         REQUIRE(controls.size() == others + 1);
         CHECK(controls.at(others - 1).caption == "C&orvella");
@@ -312,7 +312,7 @@ IN_EVERY_VERSION(
     session.host.UnloadAddIn(e2e::progId);
     LeavePopup(session, {"Something", "Any.Main"});
     session.host.FailMember("CommandBarPopup.Delete", standin::Fault::Fails(E_FAIL));
-    session.host.LoadAddIn(e2e::progId);
+    session.LoadAddIn();
     CHECK(session.Entries(session.FirstWindow()).size() == 2);
     CHECK(session.OwnControls(session.FirstWindow(), "103").size() == 1);  // made on every call
 }
@@ -325,7 +325,7 @@ TEST_CASE("a popup that cannot be deleted and has no entries of ours gets them")
         session.host.UnloadAddIn(e2e::progId);
         LeavePopup(session, {parameter});
         session.host.FailMember("CommandBarPopup.Delete", standin::Fault::Fails(E_FAIL));
-        session.host.LoadAddIn(e2e::progId);
+        session.LoadAddIn();
         CHECK(session.Entries(session.FirstWindow()).size() == 1 + std::size(entries));
     }
 }
@@ -338,7 +338,7 @@ IN_EVERY_VERSION("a menu whose caption only contains the product's name is left 
     for (const char* caption : {"Corvella 2", "corvella", "My Corvella"}) {
         session.host.AddCustomButton(window, "Menu Bar", caption, "");
     }
-    session.host.LoadAddIn(e2e::progId);
+    session.LoadAddIn();
     session.host.UnloadAddIn(e2e::progId);
     const std::vector<ControlView> controls = session.host.Controls(window, "Menu Bar");
     for (const char* caption : {"Corvella 2", "corvella", "My Corvella"}) CHECK(CountOf(controls, caption) == 1);
@@ -354,7 +354,7 @@ IN_EVERY_VERSION("loaded and unloaded three times in one session a window has on
         REQUIRE(session.host.UnloadAddIn(e2e::progId));
         CHECK(session.Popups(window).empty());
         CHECK(session.OwnControls(window).empty());
-        REQUIRE(session.host.LoadAddIn(e2e::progId));
+        REQUIRE(session.LoadAddIn());
     }
 }
 
@@ -401,7 +401,7 @@ TEST_CASE("Outlook 2000: the menu stands in the Explorer that was active, and ot
     session.host.UnloadAddIn(e2e::progId);
     const Window first = session.FirstWindow();
     const Window second = session.host.OpenExplorer();
-    session.host.LoadAddIn(e2e::progId);
+    session.LoadAddIn();
     CHECK(session.Popups(first).empty());
     CHECK(session.Entries(second).size() == std::size(entries));
     const Window third = session.host.OpenExplorer();
@@ -426,7 +426,7 @@ TEST_CASE("Outlook 2000: a window that came later has the send-to-phone button, 
     CHECK(session.OwnControls(second, "107").empty());
 }
 
-IN_VERSIONS("a later Outlook whose application tells no events gets its menus at once, like Outlook 2000", 10, 11, 12) {
+FROM_VERSION("a later Outlook whose application tells no events gets its menus at once, like Outlook 2000", 10) {
     Session session({.version = version});
     session.host.FailMember("Application.FindConnectionPoint", standin::Fault::Fails(E_FAIL));
     session.host.Start();
@@ -439,7 +439,7 @@ IN_VERSIONS("a later Outlook whose application tells no events gets its menus at
     CHECK(session.Popups(window).front().instance == before.front().instance);
     session.host.SwitchFolder(window, FolderKind::Contacts);
     CHECK(session.OwnControls(window, "107").empty());
-    CHECK(session.host.Quit() == standin::Ending::AddInsTold);
+    CHECK(session.host.Quit() == e2e::OrderlyEnd(version));
 }
 
 IN_EVERY_VERSION("a popup that the host refuses does not keep the synchronise button away") {

@@ -298,20 +298,24 @@ template <std::size_t count>
 void Sweep(const Scenario (&played)[count], int version) {
     CAPTURE(version);
     const World world;
+    // Of 2010 and later each fault meets every fourth call, so that each call fails once.
+    const int step = version < 14 || versions::Whole() ? 1 : 4;
     for (const Scenario& scenario : played) {
         const std::string name = scenario.name;
         CAPTURE(name);
         const Played undisturbed = PlayUndisturbed(scenario, version);
         REQUIRE(undisturbed.failing.last - undisturbed.failing.first >= 10);
         MESSAGE(name << ": calls " << undisturbed.failing.first << " to " << undisturbed.failing.last);
+        int skipped = 0;
         for (const Fault& fault : faults) {
             CAPTURE(static_cast<int>(fault.kind));
             CAPTURE(fault.code);
-            for (int number = undisturbed.failing.first; number <= undisturbed.failing.last; ++number) {
+            for (int number = undisturbed.failing.first + skipped; number <= undisturbed.failing.last; number += step) {
                 CAPTURE(number);
                 PlayWithFault(scenario, version, number, fault, undisturbed);
                 world.CheckNothingOpen();
             }
+            skipped = (skipped + 1) % step;
         }
     }
 }
@@ -340,6 +344,12 @@ TEST_CASE("with any one host call failing, Outlook 2002 is left with nothing hel
 TEST_CASE("with any one host call failing, Outlook 2003 is left with nothing held") { Sweep(scenarios, 11); }
 
 TEST_CASE("with any one host call failing, Outlook 2007 is left with nothing held") { Sweep(scenarios, 12); }
+
+TEST_CASE("with any one host call failing, Outlook 2010 is left with nothing held") { Sweep(scenarios, 14); }
+
+TEST_CASE("with any one host call failing, Outlook 2013 is left with nothing held") { Sweep(scenarios, 15); }
+
+TEST_CASE("with any one host call failing, Outlook 2016 is left with nothing held") { Sweep(scenarios, 16); }
 
 IN_EVERY_VERSION("with any one call of a click failing that opens a window of ours, nothing is held in any version") {
     Sweep(clicks, version);

@@ -20,7 +20,8 @@ struct KnownVersion {
     const char* name;
     int number;
 };
-constexpr KnownVersion versions[] = {{"2000", 9}, {"2002", 10}, {"2003", 11}, {"2007", 12}};
+constexpr KnownVersion versions[] = {{"2000", 9},  {"2002", 10}, {"2003", 11}, {"2007", 12},
+                                     {"2010", 14}, {"2013", 15}, {"2016", 16}};
 
 struct Arguments {
     int version = 11;

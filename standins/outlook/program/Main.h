@@ -1,6 +1,6 @@
 // program/Main.h: the windowed stand-in as a whole. A program is this and the scenarios that it knows.
 //
-//     program.exe [/version 2000|2002|2003|2007] [/record file] [/play scenario] [/report]
+//     program.exe [/version 2000|2002|2003|2007|2010|2013|2016] [/record file] [/play scenario] [/report]
 //     program.exe /regserver | /unregserver
 //
 // Without /play it runs until its last window is closed or a client quits it; meanwhile clients in other processes

@@ -323,6 +323,26 @@ TEST_CASE("Picture refuses what is no bitmap") {
     CHECK(Put(button, "Picture", Variant(static_cast<IDispatch*>(nullptr))).code == E_INVALIDARG);
 }
 
+IN_VERSIONS("from 2010 on, what add-ins put on menus and bars shows on the tab Add-Ins", 12, 14, 16) {
+    Host host({.version = version});
+    const standin::Window window = host.outlook.Windows().front();
+    CHECK(host.outlook.AddInsTab(window).empty());
+    const Object button = host.Button("mark"), hidden = host.Button("hidden");
+    Put(hidden, "Visible", false);
+    const Object entry = Call(host.Controls("Menu Bar"), "Add", {10}).AsObject();
+    Put(entry, "Caption", "M&ine");
+    const std::vector<standin::BarView> groups = host.outlook.AddInsTab(window);
+    REQUIRE(groups.size() == (version < 14 ? 0 : 2));
+    if (groups.empty()) return;
+    CHECK(groups[0].name == "Menu Commands");
+    REQUIRE(groups[0].controls.size() == 1);
+    CHECK(groups[0].controls[0].caption == "M&ine");
+    CHECK(groups[1].name == "Toolbar Commands");
+    REQUIRE(groups[1].controls.size() == 1);
+    CHECK(groups[1].controls[0].tag == "mark");
+    CHECK(host.outlook.Click(groups[1].controls[0]).reached);
+}
+
 TEST_CASE("PasteFace takes the clipboard's bitmap and fails without one") {
     Host host({.version = 10});
     const Object button = host.Button("mark");

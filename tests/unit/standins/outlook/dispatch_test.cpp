@@ -1,5 +1,8 @@
 #include <doctest.h>
 
+#include <map>
+#include <string>
+
 #include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
@@ -57,10 +60,12 @@ TEST_CASE("what an object of the host is, its type information and its Class tel
 }
 
 IN_EVERY_VERSION("Name is Outlook and Version begins with the major number") {
-    const char* const versions[] = {"9.0.0.2711", "10.0.0.2627", "11.0.0.5608", "12.0.0.4518"};
+    const std::map<int, std::string> texts = {{9, "9.0.0.2711"},   {10, "10.0.0.2627"}, {11, "11.0.0.5608"},
+                                              {12, "12.0.0.4518"}, {14, "14.0.0.4760"}, {15, "15.0.0.4420"},
+                                              {16, "16.0.0.4266"}};
     const Host host({.version = version});
     CHECK(Get(host.application, "Name").AsText() == "Outlook");
-    CHECK(Get(host.application, "Version").AsText() == versions[version - 9]);
+    CHECK(Get(host.application, "Version").AsText() == texts.at(version));
 }
 
 TEST_CASE("numbers are VT_I4 in Outlook's library and VT_INT in Office's") {

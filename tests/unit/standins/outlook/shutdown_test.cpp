@@ -45,14 +45,14 @@ const Told shutDown = {"OnBeginShutdown", "OnDisconnection 0"};
 
 }  // namespace
 
-IN_EVERY_VERSION("with nothing held every version tells its add-ins of the end") {
+IN_VERSIONS("with nothing held every version up to 2007 tells its add-ins of the end", 9, 10, 11, 12) {
     Ended host({.version = version}, false);
     CHECK(host.outlook.Quit() == Ending::AddInsTold);
     CHECK(host.addIn.told == shutDown);
     CHECK(host.outlook.References() == 0);
 }
 
-IN_EVERY_VERSION("a reference keeps 2000 to 2003 in memory and no add-in is told, 2007 ends all the same") {
+IN_VERSIONS("a reference keeps 2000 to 2003 in memory and no add-in is told, 2007 ends all the same", 9, 10, 11, 12) {
     Ended host({.version = version}, true);
     CHECK(host.outlook.Quit() == (version < 12 ? Ending::StaysInMemory : Ending::AddInsTold));
     CHECK(host.addIn.told == (version < 12 ? Told{} : shutDown));
@@ -101,14 +101,40 @@ TEST_CASE("to let go in the last window's Close event is in time") {
     }
 }
 
-TEST_CASE("a later version tells of Quit only, and those that asked for more") {
-    Ended host({.version = 12, .shutdownCalls = standin::ShutdownCalls::None}, false);
-    const Object application(host.outlook.Application());
-    Sink sink(application, applicationEvents);
+IN_VERSIONS("2010 and later tell of Quit and of the windows' ends only, whatever is held", 14, 15, 16) {
+    Ended host({.version = version}, true);
+    Sink onApplication(host.held, applicationEvents);
+    Sink onWindow(Call(host.held, "ActiveExplorer").AsObject(), explorerEvents);
     CHECK(host.outlook.Quit() == Ending::AddInsNotTold);
-    CHECK(sink.events == std::vector<DISPID>{0xF007});
+    CHECK(onApplication.events == std::vector<DISPID>{0xF007});
+    CHECK(onWindow.events == std::vector<DISPID>{0xF008});
     CHECK(host.addIn.told.empty());
     CHECK(host.addIn.references == 2);
+    CHECK(Get(host.held, "Name").code == E_UNEXPECTED);
+}
+
+TEST_CASE("an administrator can have 2010 and later tell of the end, and an earlier version can be told not to") {
+    Ended asked({.version = 14, .shutdownCalls = standin::ShutdownCalls::All}, true);
+    CHECK(asked.outlook.Quit() == Ending::AddInsTold);
+    CHECK(asked.addIn.told == shutDown);
+    Ended earlier({.version = 12, .shutdownCalls = standin::ShutdownCalls::None}, false);
+    CHECK(earlier.outlook.Quit() == Ending::AddInsNotTold);
+    CHECK(earlier.addIn.told.empty());
+}
+
+IN_VERSIONS("a closed window tells of nothing more, whatever the others do", 11, 14, 16) {
+    Ended host({.version = version}, true);
+    const standin::Window first = host.outlook.Windows().front();
+    const standin::Window second = host.outlook.OpenExplorer();
+    const Object closed = Call(host.held, "ActiveExplorer").AsObject();
+    Sink sink(closed, explorerEvents);
+    host.outlook.CloseWindow(second);
+    CHECK(sink.events == std::vector<DISPID>{0xF008});
+    host.outlook.SwitchFolder(first, standin::FolderKind::Contacts);
+    host.outlook.Deactivate(first);
+    host.outlook.Activate(first);
+    CHECK(sink.events.size() == 1);
+    CHECK(Get(closed, "Caption").code == RPC_E_DISCONNECTED);
 }
 
 TEST_CASE("closing the last window ends the session, closing another does not") {
