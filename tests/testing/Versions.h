@@ -5,8 +5,8 @@
 //     IN_VERSIONS("a bar can be moved", 11, 12) { ... }
 //     FROM_VERSION("the first window has its menu", 10) { ... }
 //
-// With 64 bits there are 2010 (14) and later only. These differ little, so 2016 (16) stands for them; with CV_WHOLE=1 in the
-// environment 14 and 15 are played too. What IN_VERSIONS names is played in any case.
+// With 64 bits there are 2010 (14) and later only. These differ little, so 2016 (16) stands for them, with 32 bits where
+// CV_LATER=1 is in the environment; with CV_WHOLE=1 all are played. What IN_VERSIONS names is played in any case.
 #pragma once
 #include <doctest.h>
 
@@ -17,16 +17,19 @@
 
 namespace versions {
 
-inline bool Whole() {
-    const char* const whole = std::getenv("CV_WHOLE");
-    return whole && std::string_view(whole) == "1";
+inline bool IsSet(const char* name) {
+    const char* const value = std::getenv(name);
+    return value && std::string_view(value) == "1";
 }
+
+inline bool Whole() { return IsSet("CV_WHOLE"); }
+inline bool Later() { return sizeof(void*) == 8 || IsSet("CV_LATER"); }
 
 inline std::vector<int> From(int first) {
     std::vector<int> found;
     for (const int version : {9, 10, 11, 12, 14, 15, 16}) {
         const bool there = version >= 14 || sizeof(void*) == 4;
-        const bool played = version < 14 || version == 16 || Whole();
+        const bool played = version < 14 || (version == 16 && Later()) || Whole();
         if (version >= first && there && played) found.push_back(version);
     }
     return found;
