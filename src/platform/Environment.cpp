@@ -22,4 +22,11 @@ double WindowsVersion() noexcept {
     return version.dwMajorVersion + version.dwMinorVersion / 10.0;
 }
 
+std::string SystemFolder() {
+    char folder[MAX_PATH];
+    const UINT length = GetSystemDirectoryA(folder, sizeof folder);
+    if (length == 0 || length >= sizeof folder) return {};
+    return std::string(folder, length).append("\\");
+}
+
 }  // namespace platform

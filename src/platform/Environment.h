@@ -10,4 +10,8 @@ namespace platform {
 [[nodiscard]] std::string EnvironmentVariable(const std::string& name);
 [[nodiscard]] double WindowsVersion() noexcept;
 
+// Windows' own folder for programs and libraries, with a backslash at its end; empty where Windows does not tell it.
+// Programs of Windows are started from there: by name alone, one in the current folder would be.
+[[nodiscard]] std::string SystemFolder();
+
 }  // namespace platform

@@ -61,7 +61,9 @@ bool CreateAfterRegistration() {
     const std::string library = platform::EnvironmentVariable("windir") + "\\system32\\scrrun.dll";
     if (state.registrationTried || !platform::PathExists(library)) return false;
     state.registrationTried = true;
-    const std::string command = "regsvr32.exe /s \"" + library + "\"";
+    const std::string system = platform::SystemFolder();
+    if (system.empty()) return false;
+    const std::string command = "\"" + system + "regsvr32.exe\" /s \"" + library + "\"";
     const bool started =
         state.system.start ? state.system.start(command) : platform::StartProcess(command, platform::Show::Minimised);
     if (!started) return false;

@@ -400,7 +400,10 @@ TEST_CASE("a library that is not registered is registered once, and the object t
     char windows[MAX_PATH];
     GetEnvironmentVariableA("windir", windows, sizeof windows);
     REQUIRE(commands.size() == 1);
-    CHECK(commands[0] == "regsvr32.exe /s \"" + std::string(windows) + "\\system32\\scrrun.dll\"");
+    // By its full path: one of that name in the current folder is not started.
+    char system[MAX_PATH];
+    GetSystemDirectoryA(system, sizeof system);
+    CHECK(commands[0] == "\"" + std::string(system) + "\\regsvr32.exe\" /s \"" + windows + "\\system32\\scrrun.dll\"");
     CHECK(user.asked.empty());
 }
 
