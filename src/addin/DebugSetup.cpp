@@ -32,7 +32,6 @@ constexpr std::int32_t modesAfterUncleanEnd = 15;
 constexpr std::int32_t defaultMaxSize = 4000000;
 
 constexpr std::int32_t virusScannerMessage = 232;
-constexpr std::int32_t virusScannerStyle = Prompt::Style::Information | Prompt::Style::Place7;
 
 // For a language file that lacks the questions.
 constexpr const char* defaultUncleanQuestion =
@@ -113,9 +112,9 @@ bool AnswersFirstButton(std::string question) {
 
 std::string UncleanQuestion() {
     std::string question = Message("Debug1", defaultUncleanQuestion);
-    question = platform::Replace(question, "%f", Debug::state.DebugFile);
     question = platform::Replace(question, "%e", {});
-    return platform::Replace(question, "Corvella", "Corvella AddIn");
+    question = platform::Replace(question, "Corvella", "Corvella AddIn");
+    return platform::Replace(question, "%f", Debug::state.DebugFile);  // last: its path stays as it is
 }
 
 void SetUpAfterUncleanEnd(const Start& start, bool force) {
@@ -219,7 +218,7 @@ void InitDebug(bool force, bool keyOnly) noexcept {
 
 void CheckKaspersky() {
     if (RegEdit::GetRegString(Root::LocalMachine, virusScannerKey, "Folder").empty()) return;
-    Prompt::Message(Prompt::Id::Plain, virusScannerMessage, virusScannerStyle);
+    Prompt::Message(Prompt::Id::VirusScanner, virusScannerMessage, Prompt::Style::Information);
 }
 
 bool IsInIde() noexcept { return Debug::state.DebugInIde; }

@@ -7,6 +7,8 @@
 #include "config/InifileCV.h"
 #include "config/Paths.h"
 #include "language/Language.h"
+#include "platform/Locale.h"
+#include "platform/Text.h"
 #include "platform/com/ComServer.h"
 #include "question/QuestionBox.h"
 #include "shell/WindowsMiscHelp.h"
@@ -16,6 +18,7 @@ namespace {
 
 // What a lower floor asks of one above it.
 void PlugPorts() {
+    platform::TellLeadBytes(platform::IsLeadByte);
     DebugSetup::PlugIntoDebug();
     DebugSetup::Plug({.findSettings = InifileCV::GetIniFile});
     WindowsMisc::PlugGetIniFile(InifileCV::GetIniFile);

@@ -127,6 +127,7 @@ Dispatch OlButtons::AddMenuItem(const Dispatch& controls, std::string_view, std:
 
     if (TakesPictures(entry)) {
         SetPictureAndMask(entry, pictureNumber);
+        const platform::ErrorScope expected;
         // Nothing there that the host could take: it refuses, and the picture stays.
         if (!platform::ClipboardHoldsPicture()) entry.Call(Members::Button::PasteFace);
     } else {

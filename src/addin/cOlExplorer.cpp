@@ -84,6 +84,7 @@ void cOlExplorer::Open(const Dispatch& explorer, const std::string& progId, cons
 }
 
 void cOlExplorer::OpenItem(const Dispatch& explorer, const std::string& gstrProgID_, const std::string& param_) {
+    const Debug::Trace trace("OpenItem");
     static constexpr platform::EventHandler<cOlExplorer> handlers[] = {
         {Events::Activate, &cOlExplorer::OnActivate},
         {Events::FolderSwitch, &cOlExplorer::OnFolderSwitch},
@@ -95,6 +96,7 @@ void cOlExplorer::OpenItem(const Dispatch& explorer, const std::string& gstrProg
 }
 
 void cOlExplorer::OpenItemOl20(const Dispatch& explorer, const std::string& progId, const std::string& param) {
+    const Debug::Trace trace("OpenItemOl20");
     Open(explorer, progId, param);
     SetMenus(explorer);
     menusBuilt_ = true;
@@ -178,6 +180,7 @@ void cOlExplorer::OnClose(const platform::EventArguments&) { objExplorer_Close()
 void cOlExplorer::OnSelectionChange(const platform::EventArguments&) { objExplorer_SelectionChange(); }
 
 void cOlExplorer::objExplorer_Activate() {
+    const Debug::Trace trace("objExplorer_Activate");
     if (OlVersion >= Outlook2002) BuildMenusOnce();
 }
 
@@ -222,6 +225,7 @@ void cOlExplorer::RemoveControls(const Dispatch& explorer) {
 }
 
 void cOlExplorer::objExplorer_SelectionChange() {
+    const Debug::Trace trace("objExplorer_SelectionChange");
     if (HasRibbon()) return TellRibbon();
     if (!sendToPhone_) return;
     const std::int32_t selected =

@@ -6,6 +6,7 @@
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/OlVersion.h"
 #include "language/Language.h"
+#include "platform/Guard.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
 
@@ -18,6 +19,16 @@ constexpr std::int32_t saveOnClose = 0;
 std::int32_t ButtonNumber(const Dispatch& inspector) {
     const std::string version = inspector.Object(Members::Application).Text(Members::Outlook::Version);
     return platform::Val(version) > Outlook2002 ? 102 : 101;
+}
+
+// Of what the window shows now; the wrapper's own where the host does not tell.
+char TypeLetterOf(const Dispatch& item, char own) {
+    switch (item.Long(Members::Class)) {
+        case 26: return 'A';
+        case 40: return 'C';
+        case 48: return 'T';
+        default: return own;
+    }
 }
 
 }  // namespace
@@ -59,7 +70,8 @@ void cOlItem::SaveAndSendToPhone_Click(const Dispatch&) {
     // The window may have gone on to another item since it was opened.
     Dispatch item = inspector.Object(Members::Window::CurrentItem);
     if (!item) item = item_;
+    const char typeLetter = TypeLetterOf(item, typeLetter_);
     item.Call(Members::Item::Close, saveOnClose);
-    CVOutlAddIn::AddChangedItem(item.Text(Members::Item::EntryID), typeLetter_, true, true);
+    platform::Attempt([&] { CVOutlAddIn::AddChangedItem(item.Text(Members::Item::EntryID), typeLetter, true, true); });
     WindowClosed();
 }

@@ -7,6 +7,7 @@
 #include "bridge/MainAppCommand.h"
 #include "language/Language.h"
 #include "platform/Err.h"
+#include "platform/Guard.h"
 #include "platform/MessageBox.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
@@ -82,10 +83,12 @@ std::string MainAppFolder() {
 void AddChangedItem(std::string_view entryId, char typeLetter, bool explicitly, bool startTimer) {
     const Debug::Trace trace("AddChangedItem");
     if (!explicitly && !IsHandedOffAutomatically(typeLetter)) return;
-    ListItem(entryId, typeLetter);
-    FormOlAddInTimer::TimerControl& timer = FormOlAddInTimer::Load().TimerUpdate;
-    timer.Disable();
-    if (startTimer) Arm(timer, explicitly);
+    platform::Attempt([&] { ListItem(entryId, typeLetter); });
+    platform::Attempt([&] {
+        FormOlAddInTimer::TimerControl& timer = FormOlAddInTimer::Load().TimerUpdate;
+        timer.Disable();
+        if (startTimer) Arm(timer, explicitly);
+    });
 }
 
 void CallMainApp(std::string_view argument) {

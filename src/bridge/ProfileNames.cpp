@@ -8,12 +8,16 @@ namespace {
 
 constexpr std::string_view ending = ".ini";
 
+bool HasEnding(std::string_view name) {
+    return name.size() >= ending.size() && platform::SameIgnoringCase(name.substr(name.size() - ending.size()), ending);
+}
+
 }  // namespace
 
 std::string ProfileOf(std::string_view fileName) {
-    const std::size_t bare = fileName.size() - std::min(fileName.size(), ending.size());
-    if (platform::SameIgnoringCase(fileName.substr(bare), ending)) fileName = fileName.substr(0, bare);
-    return std::string(fileName);
+    const std::string_view bare = fileName.substr(0, fileName.size() - std::min(fileName.size(), ending.size()));
+    // Whoever looks for a profile adds the ending only where there is none.
+    return std::string(HasEnding(fileName) && !HasEnding(bare) ? bare : fileName);
 }
 
 std::string PathOf(std::string_view folder, std::string_view profile) {

@@ -70,7 +70,7 @@ std::string FindConfigFile() {
 }
 
 std::string_view LastComponent(std::string_view folder) {
-    if (folder.ends_with('\\')) folder.remove_suffix(1);
+    if (platform::EndsWithBackslash(folder)) folder.remove_suffix(1);
     return Files::GetFileNamePart(folder);
 }
 
@@ -118,9 +118,19 @@ bool CanHoldSettings(const std::string& folder) {
     return FileExists(file) || written;
 }
 
+class Asking {
+  public:
+    Asking() noexcept { state.Asking = true; }
+    ~Asking() { state.Asking = false; }
+    Asking(const Asking&) = delete;
+    Asking& operator=(const Asking&) = delete;
+};
+
 // Empty where the user leaves the question unanswered.
 std::string AskForFolder(const std::string& candidate) {
-    if (state.PromptEnded) return {};
+    // The box asks for its captions, and they for the settings: until there is an answer, the candidate has to do.
+    if (state.PromptEnded || state.Asking) return {};
+    const Asking asking;
     bool cancelled = false;
     const std::string answer = Prompt::Input(
         "Unable to write the file  '" + In(candidate, settingsFile) + "'.\r\n\r\nPlease enter an valid path:", {},

@@ -22,6 +22,7 @@ struct State {
     bool IniFilesUnreadable = false;  // and is therefore left as it is
     bool PathsSought = false;         // PathsInit was run for them
     bool PromptEnded = false;         // the user left the question for a folder unanswered, and is not asked again
+    bool Asking = false;              // the user is being asked for a folder
     bool MissingProfileTold = false;
 };
 extern State state;

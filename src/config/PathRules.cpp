@@ -21,7 +21,7 @@ std::string_view Component(std::string_view path, int number) {
 }
 
 std::string_view WithoutBackslash(std::string_view folder) {
-    return folder.ends_with('\\') ? folder.substr(0, folder.size() - 1) : folder;
+    return platform::EndsWithBackslash(folder) ? folder.substr(0, folder.size() - 1) : folder;
 }
 
 }  // namespace

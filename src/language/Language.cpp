@@ -108,6 +108,8 @@ void SetUp() {
     if (state.LangNewLine.empty()) {
         LangInit();
     } else {
+        // The texts of the question for a settings folder came before the folder that chooses the language.
+        if (!state.LangSettings.empty() && state.LangSettings != IniFile::location.BaseFile) state.LangLoaded = false;
         LoadLanguageFile();
     }
 }
@@ -127,6 +129,7 @@ void LoadLanguageFile() {
     Debug::WriteDebug(chosen, -1);
     ReadFile();
     ReadTexts();
+    state.LangSettings = IniFile::location.BaseFile;
 }
 
 std::string GetSystemLanguage() {

@@ -14,8 +14,9 @@
 namespace Language {
 
 struct State {
-    std::string LangNewLine;  // CR LF; empty until LangInit has run
-    bool LangLoaded = false;  // LoadLanguageFile has run
+    std::string LangNewLine;   // CR LF; empty until LangInit has run
+    bool LangLoaded = false;   // LoadLanguageFile has run
+    std::string LangSettings;  // the settings file that chose the language
     std::string LangFile;
     std::string LangText;  // the whole file, CR LF at the end of every line
     std::string LangManualFolder;

@@ -10,9 +10,10 @@
 
 namespace platform {
 
+// One step of a procedure that goes on whatever becomes of it; what was pending stays so, unless this step ends with an
+// exception.
 template <class Call>
-void RunGuarded(Call&& call) noexcept {
-    Err().Clear();
+void Attempt(Call&& call) noexcept {
     try {
         call();
     } catch (const std::bad_alloc&) {
@@ -22,6 +23,12 @@ void RunGuarded(Call&& call) noexcept {
     } catch (...) {
         Err().Set(InvalidProcedureCall, {});
     }
+}
+
+template <class Call>
+void RunGuarded(Call&& call) noexcept {
+    Err().Clear();
+    Attempt(call);
 }
 
 }  // namespace platform

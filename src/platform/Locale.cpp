@@ -21,6 +21,8 @@ char LowerLetter(char letter) {
     return letter;
 }
 
+std::uint32_t AnsiCodePage() { return GetACP(); }
+
 bool IsLeadByte(char byte) { return IsDBCSLeadByte(static_cast<BYTE>(byte)) != FALSE; }
 
 }  // namespace platform

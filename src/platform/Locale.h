@@ -14,6 +14,9 @@ namespace platform {
 // The small letter of the system's ANSI code page; any other sign as it is.
 [[nodiscard]] char LowerLetter(char letter);
 
+// The number of the system's ANSI code page, such as 1252.
+[[nodiscard]] std::uint32_t AnsiCodePage();
+
 // Does this byte begin a two-byte letter of the system's ANSI code page?
 [[nodiscard]] bool IsLeadByte(char byte);
 

@@ -8,6 +8,8 @@
 namespace platform {
 namespace {
 
+LeadByte leadByte = nullptr;
+
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
@@ -154,9 +156,19 @@ std::size_t FindIgnoringCase(std::string_view text, std::string_view sought, std
     return static_cast<std::size_t>(hit - text.begin());
 }
 
+void TellLeadBytes(LeadByte leads) noexcept { leadByte = leads; }
+
+bool EndsWithBackslash(std::string_view folder) {
+    if (!folder.ends_with('\\')) return false;
+    std::size_t letter = 0;
+    for (std::size_t next = 0; next < folder.size(); next += leadByte && leadByte(folder[next]) ? 2u : 1u)
+        letter = next;
+    return letter == folder.size() - 1;
+}
+
 std::string WithBackslash(std::string_view folder) {
     std::string path(folder);
-    if (!path.empty() && path.back() != '\\') path.push_back('\\');
+    if (!path.empty() && !EndsWithBackslash(path)) path.push_back('\\');
     return path;
 }
 

@@ -40,6 +40,14 @@ namespace platform {
 // The position of `sought` in `text` from `start` on, folded in case; npos where there is none.
 [[nodiscard]] std::size_t FindIgnoringCase(std::string_view text, std::string_view sought, std::size_t start = 0);
 
+// Which bytes begin a two-byte letter of the system's code page; none until it is told. Its second byte may look like
+// "\".
+using LeadByte = bool (*)(char);
+void TellLeadBytes(LeadByte leads) noexcept;
+
+// Is the last letter of `folder` a "\"?
+[[nodiscard]] bool EndsWithBackslash(std::string_view folder);
+
 // `folder` with one "\" at its end; the empty text stays empty.
 [[nodiscard]] std::string WithBackslash(std::string_view folder);
 

@@ -35,6 +35,10 @@ void RegisterWindowClass() {
 
 Timer::Timer(Event event) : event_(std::move(event)) {
     ++timers;
+    MakeWindow();
+}
+
+void Timer::MakeWindow() noexcept {
     RegisterWindowClass();
     window_ = CreateWindowExA(0, className, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, ModuleHandle(), nullptr);
     if (window_ == nullptr) {
@@ -55,6 +59,7 @@ Timer::~Timer() {
 }
 
 bool Timer::Start(std::uint32_t milliseconds) noexcept {
+    if (window_ == nullptr) MakeWindow();
     if (window_ == nullptr) return false;
     Stop();
     ++arming_;

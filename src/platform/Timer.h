@@ -1,7 +1,7 @@
 // platform/Timer.h: a timer whose event comes on the thread that made it, between that thread's other messages.
 //
 // Shapes  Periods are milliseconds; Windows rounds them up to its own steps (10 to 16 ms).
-// Errors  a timer that cannot be made or started records the pending error and never fires.
+// Errors  a timer that cannot be started records the pending error and does not fire; the next Start tries again.
 // Owns    a hidden window while it exists; the library stays loaded as long.
 // Effects the event is guarded and may end its own timer.
 #pragma once
@@ -33,6 +33,8 @@ class Timer {
     void Fire(std::uint32_t arming) noexcept;
 
   private:
+    void MakeWindow() noexcept;
+
     KeepLoaded keepLoaded_;
     Event event_;
     HWND__* window_ = nullptr;

@@ -330,8 +330,9 @@ void FormQuestion::ImageEdge_MouseMove(const Mouse& mouse) {
     edgeLast_ = {mouse.x, mouse.y};
     const Size inside = InsideSize();
     const Rect form = Position();
-    SetSizes(inside.width + mouse.x - edgeStart_.x, inside.height + mouse.y - edgeStart_.y, layoutOption_, form.left,
-             form.top);
+    // Beyond the opposite edge it is as small as it can be; 0 would mean a size that is computed.
+    SetSizes(std::max(1, inside.width + mouse.x - edgeStart_.x), std::max(1, inside.height + mouse.y - edgeStart_.y),
+             layoutOption_, form.left, form.top);
     edgeLast_ = edgeStart_;
 }
 

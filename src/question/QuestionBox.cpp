@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "config/IniFile.h"
+#include "language/FormTexts.h"
 #include "language/Language.h"
 #include "language/LanguageForms.h"
 #include "platform/Err.h"
@@ -36,6 +37,8 @@ constexpr std::string_view formSection = "FormQuestion", messageSection = "Messa
 constexpr std::string_view noCaptionSuffix = "2";  // of Yes, No, Cancel
 
 FormQuestion* current = nullptr;  // on top of those that are shown
+
+constexpr const char* answerButtons[] = {"ButtonOKYes", "ButtonNo", "ButtonCancel", "ButtonAll"};
 
 bool IsShown() { return ShownForm() != nullptr; }
 
@@ -86,7 +89,7 @@ std::string StandardCaption(std::string_view key) {
 }
 
 void SetStandardCaption(Control& button, std::string_view key) {
-    if (!key.empty()) button.SetCaption(StandardCaption(key));
+    if (!key.empty()) FormTexts::SetText(button, StandardCaption(key));
 }
 
 void SetButtons(FormQuestion& form, const Call& call) {
@@ -147,11 +150,19 @@ void SetInput(FormQuestion& form, const Call& call, const Identity& question) {
     input.TakeFocus();
 }
 
+// What a settings file hides or disables, one button answers.
+void KeepAnswerable(FormQuestion& form) {
+    const auto answers = [&](const char* name) { return form.The(name).Visible() && form.The(name).Enabled(); };
+    if (std::any_of(std::begin(answerButtons), std::end(answerButtons), answers)) return;
+    form.The("ButtonOKYes").SetVisible(true);
+    form.The("ButtonOKYes").SetEnabled(true);
+}
+
 // The second or third of the buttons shown where the style word says so, unless the first one is preselected.
 void SetDefaultButton(FormQuestion& form, const Call& call, bool takesFocus) {
     std::vector<Control*> visible;
-    for (const char* name : {"ButtonOKYes", "ButtonNo", "ButtonCancel", "ButtonAll"}) {
-        if (form.The(name).Visible()) visible.push_back(&form.The(name));
+    for (const char* name : answerButtons) {
+        if (form.The(name).Visible() && form.The(name).Enabled()) visible.push_back(&form.The(name));
     }
     std::size_t chosen = static_cast<std::size_t>((call.buttons & Prompt::Style::DefaultButtonBits) >> 8);
     if (chosen >= visible.size() || platform::Val(call.defaultText) == Prompt::Answer::OK) chosen = 0;
@@ -189,6 +200,7 @@ void Prepare(FormQuestion& form, Call& call, const Identity& question) {
     const bool mayBeRemembered = question.id > 0 && (call.buttons & Prompt::Style::NeverRemembered) == 0;
     form.The("Check1").SetVisible(mayBeRemembered);
     if (question.IsInput()) SetInput(form, call, question);
+    KeepAnswerable(form);
     SetDefaultButton(form, call, !question.IsInput());
     call.Reach(11);
     form.SetPrompt(call.prompt, QuestionRules::OfferedLink(call.prompt, platform::IsLeadByte));

@@ -43,7 +43,7 @@ std::size_t FindLetter(std::string_view text, char letter, std::size_t start, Le
 }
 
 std::size_t AddressStart(std::string_view prompt, std::size_t at) {
-    while (at >= 2 && addressLetters.find(platform::Lower(prompt[at - 1])) != std::string_view::npos) --at;
+    while (at >= 1 && addressLetters.find(platform::Lower(prompt[at - 1])) != std::string_view::npos) --at;
     return at;
 }
 

@@ -29,7 +29,6 @@ constexpr std::array languagesWithHelp{"fr", "pt", "es", "it", "nl"};
 constexpr const char* section = "Help";
 
 constexpr std::int32_t otherLanguageMessage = 138;
-constexpr std::int32_t otherLanguageStyle = Prompt::Style::Error | Prompt::Style::Place3;
 
 constexpr int viewerSearches = 20;
 constexpr std::uint32_t searchInterval = 30;  // milliseconds, besides what each search waits
@@ -100,7 +99,8 @@ void CallHelp(const std::string& page, const std::string& htmlPage, std::int32_t
     const Debug::Trace trace("CallHelp");
     if (Language::state.LangNewLine.empty()) Language::LangInit();
     if (OtherLanguageIsShown()) {
-        Prompt::Message(Prompt::Id::Plain, otherLanguageMessage, otherLanguageStyle, "%m", Files::AppFolder());
+        Prompt::Message(Prompt::Id::HelpInOtherLanguage, otherLanguageMessage, Prompt::Style::Error, "%m",
+                        Files::AppFolder());
     }
     const std::string helpFile = Language::state.LangHelpFile;  // of this moment: what follows pumps messages
     if (Files::FileExists(helpFile)) {

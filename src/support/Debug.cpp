@@ -18,6 +18,7 @@ State state;
 namespace {
 
 constexpr std::int32_t registryTrace = -1;
+constexpr std::uint32_t westernCodePage = 1252;  // elsewhere the same bytes are other letters
 constexpr std::int32_t withTimeStamps = 16;
 
 Ports plugged;
@@ -25,6 +26,14 @@ Ports plugged;
 bool IsLoadFailure(std::int32_t number) {
     return number == platform::OutOfMemory || number == platform::ComponentNotLoaded ||
            number == platform::ComponentTooOld;
+}
+
+// The box pumps messages, so what is shown is noted before.
+void ShowOnce(std::int32_t number, const std::string& error) {
+    state.FailureSeen = true;
+    if (std::exchange(state.ShownFailure, number) != number) {
+        platform::ShowMessageBox(error, Prompt::Style::Warning);
+    }
 }
 
 void ShowUnregisteredComponent(const std::string& error) {
@@ -52,7 +61,7 @@ void AppendLines(const std::string& error, const std::string& entry) {
 
 void WriteEntry(const std::string& error, std::string& text, std::int32_t code) {
     LogLine::IndentBefore(code, state.DebugIndent);
-    if (code == LogLine::FreeText) LogLine::FoldUmlauts(text);
+    if (code == LogLine::FreeText && platform::AnsiCodePage() == westernCodePage) LogLine::FoldUmlauts(text);
     const std::string entry = LogLine::EntryText(text, code);
     if (state.DebugLevel == registryTrace) {
         WriteTrace(entry);
@@ -67,7 +76,7 @@ void ReportWithError(std::string& text, std::int32_t code) {
     if (!state.DebugActive && !IsLoadFailure(number)) return detail::CountCall();
     const std::string error = number == 0 ? std::string() : LogLine::ErrorText(number, platform::Err().Description());
     const platform::ErrorScope pending;
-    if (IsLoadFailure(number)) platform::ShowMessageBox(error, Prompt::Style::Warning);
+    if (IsLoadFailure(number)) ShowOnce(number, error);
     if (!state.DebugActive) return detail::CountCall();
     if (number == platform::ComponentNotRegistered) ShowUnregisteredComponent(error);
     if (!state.Muted) WriteEntry(error, text, code);

@@ -7,11 +7,13 @@
 // Effects The log file (DebugMode other than 0) or the default value of one registry key (-1) is written and closed
 //         with every entry. Off, nothing is formatted, copied or read, except that every 256th call asks whether the
 //         log is to be switched on. Running out of memory and components that do not load (7, 372, 374) are shown in
-//         a message box even then.
+//         a message box even then, each once until
+//         a whole event has passed without it.
 #pragma once
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/Err.h"
 
@@ -24,6 +26,9 @@ struct State {
     std::int32_t DebugLevel = 0;      // the mode in force: -1 registry, any other a file; 16: with time stamps
     bool DebugStampsWanted = false;   // bit 16 of the mode before an unclean end took it away; not read
     std::int32_t DebugCallCount = 0;  // entries reported while the log was off
+    std::int32_t OpenProcedures = 0;  // that trace themselves
+    std::int32_t ShownFailure = 0;    // the number of the shortage that was shown, until it has gone
+    bool FailureSeen = false;         // since the outermost procedure began
     std::string DebugFile;            // whole path; empty until the first set-up
     std::string DebugIndent;          // one blank for each procedure that is open
     std::string DebugKey;             // the add-in's registry key, below HKEY_CURRENT_USER
@@ -50,6 +55,11 @@ void AskForMode() noexcept;
 
 [[nodiscard]] inline bool HasSomethingToReport() noexcept { return state.DebugActive || platform::Err(); }
 
+// A shortage has gone once a whole event passed without it.
+inline void EndOutermost() noexcept {
+    if (!std::exchange(state.FailureSeen, false)) state.ShownFailure = 0;
+}
+
 inline void CountCall() noexcept {
     state.DebugCallCount = static_cast<std::int32_t>(static_cast<std::uint32_t>(state.DebugCallCount) + 1u);
     if ((state.DebugCallCount & 255) == 255) AskForMode();
@@ -73,8 +83,14 @@ inline void WriteDebug(const char* text, std::int32_t code) noexcept {
 // Reports the entry of the procedure in whose first line it stands, and its exit.
 class Trace {
   public:
-    explicit Trace(const char* name) noexcept : name_(name) { WriteDebug(name_, 0); }
-    ~Trace() { WriteDebug(name_, 999); }
+    explicit Trace(const char* name) noexcept : name_(name) {
+        WriteDebug(name_, 0);
+        ++state.OpenProcedures;
+    }
+    ~Trace() {
+        WriteDebug(name_, 999);
+        if (--state.OpenProcedures == 0) detail::EndOutermost();
+    }
     Trace(const Trace&) = delete;
     Trace& operator=(const Trace&) = delete;
 

@@ -17,6 +17,10 @@ namespace Id {
 inline constexpr std::int32_t Plain = -1;  // nothing is remembered
 inline constexpr std::int32_t TextInput = -2;
 inline constexpr std::int32_t ListInput = -4;  // one of several texts, or another
+
+// Notices that the user can switch off.
+inline constexpr std::int32_t HelpInOtherLanguage = static_cast<std::int32_t>(0x90000010u);
+inline constexpr std::int32_t VirusScanner = static_cast<std::int32_t>(0xD0000040u);
 }  // namespace Id
 
 // A set of buttons, with a picture and more added by "|".
@@ -39,10 +43,6 @@ inline constexpr std::int32_t FourthButton = 0x80;
 inline constexpr std::int32_t SecondIsDefault = 0x100, ThirdIsDefault = 0x200;
 inline constexpr std::int32_t DefaultButtonBits = 0x300;
 inline constexpr std::int32_t NeverRemembered = 0x800000;
-
-// What two notices carry besides. It means nothing in a style; in an identifier it would name a place of the memory.
-inline constexpr std::int32_t Place3 = static_cast<std::int32_t>(0x90000000u);
-inline constexpr std::int32_t Place7 = static_cast<std::int32_t>(0xD0000000u);
 }  // namespace Style
 
 namespace Answer {

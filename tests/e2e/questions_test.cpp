@@ -204,3 +204,39 @@ TEST_CASE("settings that wait to be written are written, and read anew, whenever
     CHECK(menus < prepared);
     CHECK(prepared < ended);
 }
+
+namespace {
+
+// A start whose settings folder lies on a drive that is not there.
+std::vector<User::Box> StartWithoutDrive(const std::string& storageMode, const std::string& button) {
+    std::vector<User::Box> boxes;
+    {
+        Session session({.version = 11});
+        for (const char* name : {"AppData", "Local AppData"}) {
+            e2e::WriteValue("Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", name,
+                            "Q:\\Maria\\Application Data");
+        }
+        e2e::WriteValue("Software\\Quillmark\\Corvella\\Settings", "SaveIn", storageMode);
+        e2e::WriteValue("Control Panel\\International", "sLanguage", "DEU");
+        User user(button);
+        session->Start();
+        boxes = user.boxes;
+        CHECK(session.Popups(session.FirstWindow()).size() == 1);
+        CHECK(session.Entries(session.FirstWindow()).size() == 9);
+        CHECK(session.SendButton(session.OpenNew(standin::ItemClass::Contact)));
+    }
+    CHECK(e2e::UnloadLibrary());
+    return boxes;
+}
+
+}  // namespace
+
+TEST_CASE("without a drive for the settings the add-in asks for a folder, and Cancel leaves it at work") {
+    for (const char* storageMode : {"0", "2"}) {
+        CAPTURE(storageMode);
+        const std::vector<User::Box> boxes = StartWithoutDrive(storageMode, "Abbrechen");
+        REQUIRE(boxes.size() == 1);
+        CHECK(boxes[0].buttons == std::vector<std::string>{"OK", "Abbrechen"});
+        CHECK(Holds(boxes[0].text, "Unable to write the file  'Q:\\Maria\\Application Data\\Corvella\\corvella.ini'."));
+    }
+}

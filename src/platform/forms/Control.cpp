@@ -156,14 +156,16 @@ bool Control::RemoveTab(std::size_t position) {
     return SetTabs(std::move(tabs)) && there;
 }
 
-std::string Control::Text() const { return peer_ && Has(Property::Text) ? peer_->FetchText(*this) : text_; }
+bool Control::IsMade() const { return peer_ && peer_->IsMade(*this); }
+
+std::string Control::Text() const { return Has(Property::Text) && IsMade() ? peer_->FetchText(*this) : text_; }
 
 bool Control::Value() const {
-    return peer_ && Has(Property::Value) ? peer_->FetchNumber(*this, Property::Value) != 0 : value_;
+    return Has(Property::Value) && IsMade() ? peer_->FetchNumber(*this, Property::Value) != 0 : value_;
 }
 
 std::int32_t Control::ListIndex() const {
-    return peer_ && Has(Property::ListIndex) ? peer_->FetchNumber(*this, Property::ListIndex) : listIndex_;
+    return Has(Property::ListIndex) && IsMade() ? peer_->FetchNumber(*this, Property::ListIndex) : listIndex_;
 }
 
 void Control::TakeFocus() {

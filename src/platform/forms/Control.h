@@ -116,6 +116,8 @@ class ControlPeer {
   public:
     virtual void Show(const Control& control, Property changed) = 0;
     [[nodiscard]] virtual std::string FetchText(const Control& control) const = 0;
+    // False for a control whose window could not be made: it keeps what it was given.
+    [[nodiscard]] virtual bool IsMade(const Control&) const { return true; }
     [[nodiscard]] virtual std::int32_t FetchNumber(const Control& control, Property asked) const = 0;
     virtual void TakeFocus(const Control& control) = 0;
 
@@ -183,6 +185,7 @@ class Control {
     Handlers on;
 
   private:
+    [[nodiscard]] bool IsMade() const;
     friend class FormView;
     template <class Kept>
     bool Keep(Property property, Kept& kept, Kept value);

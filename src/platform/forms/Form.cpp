@@ -98,6 +98,7 @@ class Form::Windows final : public ControlPeer {
     void Pump();
 
     void Show(const Control& control, Property changed) override;
+    [[nodiscard]] bool IsMade(const Control& control) const override { return Of(control).Handle() != nullptr; }
     [[nodiscard]] std::string FetchText(const Control& control) const override { return Of(control).FetchText(); }
     [[nodiscard]] std::int32_t FetchNumber(const Control& control, Property asked) const override {
         return Of(control).FetchNumber(asked);

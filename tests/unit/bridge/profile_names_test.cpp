@@ -12,6 +12,14 @@ TEST_CASE("a profile is named by its file without the ending, which is not case-
     CHECK(ProfileOf(".ini").empty());
 }
 
+TEST_CASE("a file whose name ends in .ini twice is named whole, so that the profile is that file and no other") {
+    for (const char* file : {"x.ini.ini", "X.INI.ini", "x.ini.INI"}) {
+        CAPTURE(file);
+        CHECK(ProfileOf(file) == file);
+    }
+    CHECK(PathOf("C:\\s\\", ProfileOf("x.ini.ini")) == "C:\\s\\x.ini.ini");
+}
+
 TEST_CASE("the path of a profile ends in .ini, which is not added twice") {
     CHECK(PathOf("C:\\s\\", "corvella") == "C:\\s\\corvella.ini");
     CHECK(PathOf("C:\\s\\", "x.ini") == "C:\\s\\x.ini");

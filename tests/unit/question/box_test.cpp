@@ -119,6 +119,46 @@ TEST_CASE("each button returns its number") {
     }
 }
 
+TEST_CASE("a box whose buttons the settings hide or disable can still be answered") {
+    for (const char* restriction : {"Hide", "Disable"}) {
+        for (const std::int32_t buttons : {0, 1, 3, 4}) {
+            CAPTURE(restriction);
+            CAPTURE(buttons);
+            const House house;
+            IniFile::SetIniSettingDefault("FormQuestion", restriction, "ButtonOKYes;ButtonNo;ButtonCancel;ButtonAll",
+                                          true);
+            Question question;
+            question.buttons = buttons;
+            CHECK_FALSE(question.Ask({pressEnter}).empty());
+            CHECK(question.shown);
+            CHECK(question.finished);
+        }
+    }
+}
+TEST_CASE("with the first button hidden the others answer, and Enter presses one that is shown") {
+    const House house;
+    IniFile::SetIniSettingDefault("FormQuestion", "Hide", "ButtonOKYes", true);
+    Question question;
+    question.buttons = 4;
+    bool first = true;
+    CHECK(question.Ask({[&] { first = Visible("ButtonOKYes"); }, pressEnter}) == "7");
+    CHECK_FALSE(first);
+}
+TEST_CASE("the language file's text of a button holds its caption and its tool tip") {
+    const House house;
+    house.folder.Write("English.lng", "[FormQuestion]\r\nButtonOKYes2=&Sure|Does it at once\r\nButtonNo=&Never\r\n");
+    Question question;
+    question.buttons = 4;
+    std::string caption, toolTip;
+    CHECK(question.Ask({[&] {
+                            caption = Caption("ButtonOKYes");
+                            toolTip = ShownForm()->The("ButtonOKYes").ToolTip();
+                        },
+                        Click("ButtonOKYes")}) == "6");
+    CHECK(caption == "&Sure");
+    CHECK(toolTip == "Does it at once");
+}
+
 TEST_CASE("with Retry/Cancel, pressing the first button returns 4") {
     const House house;
     Question question;
@@ -952,6 +992,30 @@ TEST_CASE("the form is sized by its edge, left button only, and everything follo
     CHECK(small.width > 100);
     CHECK(small.height > 60);
     CHECK(small.left == before.left);
+}
+
+TEST_CASE("the edge that is dragged beyond the form's left edge makes it as narrow as it can be") {
+    const House house;
+    Question question;
+    question.prompt = "A prompt of some length that could be broken into lines of its own if it had to";
+    const auto drag = [](int x) {
+        PostMessageA(At("ImageEdge"), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        PostMessageA(At("ImageEdge"), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(5 + x, 5));
+        PostMessageA(At("ImageEdge"), WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+    };
+    Rect narrow, beyond;
+    std::int32_t width = 0;
+    question.Ask({[&] {
+                      width = ShownForm()->InsideSize().width;
+                      drag(-width + 1);
+                  },
+                  [&] {
+                      narrow = ShownForm()->Position();
+                      drag(-ShownForm()->InsideSize().width - 40);
+                  },
+                  [&] { beyond = ShownForm()->Position(); }, pressEnter});
+    CHECK(narrow.width < width);
+    CHECK(beyond == narrow);
 }
 
 TEST_CASE("after the edge is let go the mouse no longer sizes the form") {

@@ -296,9 +296,12 @@ TEST_CASE("a link begins with http, else with www, else around an at sign, and e
     CHECK(Linked("") == "none");
 }
 
-TEST_CASE("an address at the very beginning is widened while two characters remain before it") {
-    CHECK(Linked("anna@y.z") == "nna@y.z");
-    CHECK(Linked("a@y.z") == "@y.z");
+TEST_CASE("an address at the very beginning of the prompt keeps its first letter") {
+    CHECK(Linked("joe@x.com") == "joe@x.com");
+    CHECK(Linked("joe@x.com is his address") == "joe@x.com");
+    CHECK(OfferedLink("joe@x.com") == "mailto:joe@x.com");
+    CHECK(Linked("a@y.z") == "a@y.z");
+
     CHECK(Linked("@") == "@");
     CHECK(Linked(" anna@y.z") == "anna@y.z");
 }

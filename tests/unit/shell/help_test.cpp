@@ -267,7 +267,7 @@ TEST_CASE_FIXTURE(Fixture, "a user whose language has help elsewhere is told tha
         CallHelp("AddInOutl.htm");
         REQUIRE(user.messages.size() == 1);
         CHECK(user.messages[0] ==
-              "-1/138/" + std::to_string(static_cast<std::int32_t>(0x90000010u)) + "/%m/C:\\Corvella Add-In\\");
+              std::to_string(static_cast<std::int32_t>(0x90000010u)) + "/138/16/%m/C:\\Corvella Add-In\\");
     }
     user.messages.clear();
     Language::state.LangHelpFileChosen = folder.Path("cvpl.chm");

@@ -9,6 +9,7 @@
 #include "support/Debug.h"
 #include "support/Prompt.h"
 #include "testing/BoxAnswerer.h"
+#include "testing/ImportPatch.h"
 #include "testing/TempFolder.h"
 
 using Debug::state;
@@ -369,6 +370,27 @@ TEST_CASE_FIXTURE(Fixture, "out of memory and components that do not load are sh
     CHECK(state.DebugCallCount == 3);
 }
 
+TEST_CASE_FIXTURE(Fixture, "one shortage of memory is shown once, through all the procedures that it passes") {
+    const BoxAnswerer user(IDOK);
+    for (int event = 0; event < 3; ++event) {  // it lasts
+        Err().Clear();
+        const Trace outer("outer");
+        for (int i = 0; i < 5; ++i) {
+            const platform::ErrorScope scope;
+            const Trace inner("inner");
+            Err().Set(7, "Out of memory");
+            const Trace innermost("innermost");
+        }
+        Err().Set(7, "Out of memory");
+    }
+    CHECK(user.Seen().size() == 1);
+    Err().Clear();
+    { const Trace passed("passed"); }  // it is gone
+    Err().Set(7, "Out of memory");
+    { const Trace next("next"); }
+    CHECK(user.Seen().size() == 2);
+}
+
 TEST_CASE_FIXTURE(Fixture, "no other error is shown in a box") {
     const BoxAnswerer user(IDOK);
     for (const std::int32_t number : {5, 6, 8, 371, 373, 375}) {
@@ -391,4 +413,20 @@ TEST_CASE_FIXTURE(Fixture, "a component that is not registered is shown through 
     CHECK(asked == std::vector<std::string>{"-1|E#339:Component x.ocx|0|"});
     CHECK(Log() == "<MsgInputBox>_\r\n</MsgInputBox>\r\n339:Component x.ocx\r\n<x>_\r\n");
     CHECK(Err().Number() == 339);
+}
+
+namespace {
+
+UINT WINAPI Cyrillic() { return 1251; }
+
+}  // namespace
+
+TEST_CASE_FIXTURE(Fixture, "umlauts are folded only where those letters are umlauts") {
+    On(1);
+    WriteDebug(std::string_view("\xFC"), -1);
+    ImportPatch patch;
+    const ImportPatch::Import imports[] = {{"KERNEL32.dll", "GetACP", reinterpret_cast<void*>(&Cyrillic)}};
+    patch.Replace(GetModuleHandleA(nullptr), imports);
+    WriteDebug(std::string_view("\xFC"), -1);
+    CHECK(Log() == "ua\r\n\xFC\r\n");
 }
