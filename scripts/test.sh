@@ -10,7 +10,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export UBSAN_OPTIONS=print_stacktrace=1
 failed=0
 targets64=(CVOutlookAddIn installed_addin e2e_scenarios platform_form_test platform_registration_test)
-tests64='^(register_addin|library|addin_.*|e2e_scenarios|platform_form_test|platform_registration_test)$'
+tests64='^(register_addin|library|addin_registration|addin_created_by_script|e2e_scenarios|platform_form_test|platform_registration_test)$'
 leave_out=(--label-exclude whole)
 if [ "${1:-}" = --whole ]; then
     export CV_WHOLE=1

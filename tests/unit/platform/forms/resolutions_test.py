@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Plays the tests of a form's size and place on screens of several resolutions: resolutions_test.py platform_test.exe"""
+"""Plays the tests of a form's size and place on screens of several resolutions: resolutions_test.py platform_form_test.exe"""
 import pathlib
 import sys
 import tempfile
