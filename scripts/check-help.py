@@ -161,7 +161,7 @@ BREAKS = [
     ("texts", "help/English/Menu.htm", "<b>New SMS</b>", "<b>New Message</b>"),
     ("texts", "lang/Deutsch.lng", "ButtonSendToPhone=An Handy senden", "ButtonSendToPhone=Senden"),
     ("menu", "help/Deutsch/Menu.htm", "<b>Protokolldatei</b>", "Protokolldatei"),
-    ("menu", "src/addin/MenuEntries.cpp", '{"mAbout",', '{"mNew", "New"}, {"mAbout",'),
+    ("menu", "src/addin/cOlExplorerEntries.cpp", '{"mAbout",', '{"mNew", "New"}, {"mAbout",'),
     ("letters", "help/Deutsch/Menu.htm", "Öffnet Corvella.", "Öffnet Corvella: Ł."),
     ("listed", "lang/languages.txt", "Deutsch       1252", "Svenska       1252"),
     ("listed", "lang/languages.txt", "DEU    de", "DEU    en"),

@@ -249,7 +249,8 @@ def check_against_reference(language, reference, faults):
 
 def layout_lengths(root):
     """The constants of the options dialog's layout: name -> pixels."""
-    text = (root / "src/bridge/OptionsLayout.cpp").read_text(encoding="utf-8")
+    text = "".join((root / "src" / name).read_text(encoding="utf-8")
+                   for name in ("bridge/OptionsLayout.cpp", "platform/forms/Design.h"))
     return {name: int(value) for name, value in re.findall(r"constexpr std::int32_t (\w+) = (\d+);", text)}
 
 
@@ -277,7 +278,7 @@ def check_lengths(root, language, places, faults):
             report(key, 2 * design["margin"] + design["captionEnds"] + width(key))
     buttons = [width(STANDARD_BUTTONS[key], "Misc") if key in STANDARD_BUTTONS else width(key)
                for key, place in places if place == "Place::Button"]
-    button = max(design["buttonWidth"], max(buttons) + design["buttonPadding"])
+    button = max(design["buttonWidthAt96"], max(buttons) + design["buttonPadding"])
     report("a button", 2 * design["margin"] + len(buttons) * (button + design["buttonGap"]))
 
 
@@ -371,12 +372,12 @@ BREAKS = [
     ("missing", "lang/Nederlands.lng", "mLogFile=", "mLogFiles="),
     ("unused", "lang/English.lng", "TextRemain=", "CheckX="),
     ("missing", "lang/Cesky.lng", "TextRemain=", "CheckT="),
-    ("missing", "src/addin/MenuEntries.cpp", '{"mAbout", "&Info"', '{"mNew", "Ne&w", "New", 0, -1, false, 0}, {"mAbout", "&Info"'),
+    ("missing", "src/addin/cOlExplorerEntries.cpp", '{"mAbout", "&Info"', '{"mNew", "Ne&w", "New", 0, -1, false, 0}, {"mAbout", "&Info"'),
     ("missing", "src/bridge/OptionsControls.h", '{{"ButtonOK"', '{{"CheckNew", ControlKind::CheckBox, 0, "&New"}, Place::Option}, {{"ButtonOK"'),
     ("missing", "src/question/QuestionRules.cpp", '"ButtonNo3", {}, "ButtonCancel"', '"ButtonNo4", {}, "ButtonCancel"'),
     ("missing", "src/config/InifileCV.h", "missingProfileMessage = 139", "missingProfileMessage = 140"),
     ("unused", "lang/Nederlands.lng", "[Misc]\r\n", "[Misc]\r\nSpare=x\r\n"),
-    ("unused", "src/addin/MenuEntries.cpp", '"mLogFile"', '"mAbout"'),
+    ("unused", "src/addin/cOlExplorerEntries.cpp", '"mLogFile"', '"mAbout"'),
     ("empty", "lang/Espanol.lng", "Birthday=Cumpleaños", "Birthday="),
     ("access-keys", "lang/Deutsch.lng", "&Neue SMS", "N&eue SMS"),
     ("access-keys", "lang/Deutsch.lng", "&Neue SMS", "Neue SMS"),
@@ -398,7 +399,7 @@ BREAKS = [
     ("listed", "lang/languages.txt", "Nederlands    1252", "Hollands      1252"),
     ("listed", "lang/languages.txt", "  NL  ", "  XX  "),
     ("listed", "lang/languages.txt", " nl ", " ne "),
-    ("tables", "src/addin/MenuEntries.cpp", "MenuEntry entries[]", "MenuEntry rows[]"),
+    ("tables", "src/addin/cOlExplorerEntries.cpp", "MenuEntry entries[]", "MenuEntry rows[]"),
     ("tables", "src/bridge/OptionsControls.h", "inline constexpr Row rows[] = {", "inline constexpr Row rows[] = Made({"),
 ]
 

@@ -75,7 +75,7 @@ def constant(path, name):
 
 def menu_keys(root):
     """The language keys of the menu's entries, top to bottom."""
-    return [row[0] for row in rows(root / "src/addin/MenuEntries.cpp", "entries")]
+    return [row[0] for row in rows(root / "src/addin/cOlExplorerEntries.cpp", "entries")]
 
 
 def form_controls(root, form):

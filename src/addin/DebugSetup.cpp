@@ -13,6 +13,7 @@
 #include "support/Debug.h"
 #include "support/Files.h"
 #include "support/LogLine.h"
+#include "support/Product.h"
 #include "support/Prompt.h"
 #include "support/RegEdit.h"
 #include "support/RegistryKeys.h"
@@ -23,11 +24,8 @@ using platform::Root;
 namespace DebugSetup {
 namespace {
 
-constexpr const char* product = "Corvella";
 constexpr const char* virusScannerKey = "SOFTWARE\\KasperskyLab\\InstalledProducts\\Kaspersky Anti-Virus Personal";
 
-constexpr std::int32_t registryTrace = -1;
-constexpr std::int32_t withTimeStamps = 16;
 constexpr std::int32_t modesAfterUncleanEnd = 15;
 constexpr std::int32_t defaultMaxSize = 4000000;
 
@@ -38,7 +36,7 @@ constexpr const char* defaultUncleanQuestion =
     "Corvella was not closed properly the last time.\r\rTurn on debug mode? The log file is %f.%e";
 constexpr const char* defaultKeepQuestion = "Debug mode is on, which makes Outlook slower.\r\rTurn it off?";
 
-Surroundings plugged;
+Ports plugged;
 
 // What the registry and the settings say when the set-up begins.
 struct Start {
@@ -126,7 +124,7 @@ void SetUpAfterUncleanEnd(const Start& start, bool force) {
         return;
     }
     if (log.DebugLevel > 0) CheckKaspersky();
-    log.DebugStampsWanted = (start.mode & withTimeStamps) != 0;
+    log.DebugStampsWanted = (start.mode & LogLine::WithTimeStamps) != 0;
     const std::int32_t lowBits = start.mode & modesAfterUncleanEnd;
     log.DebugLevel = lowBits == 0 ? 1 : lowBits;
     log.DebugActive = true;
@@ -151,7 +149,7 @@ void ChooseMode(bool force) {
     const Silence silence;
     Start start = LookAround();
     log.DebugActive = start.mode != 0;
-    if (log.DebugFile.empty()) log.DebugFile = LogLine::FilePath(Files::AppFolder(), product);
+    if (log.DebugFile.empty()) log.DebugFile = LogLine::FilePath(Files::AppFolder(), Product::Name);
     if (HostWasRestarted()) start.active = 0;
     if (start.active != 0) {
         SetUpAfterUncleanEnd(start, force);
@@ -170,7 +168,7 @@ void BeginLog() {
     log.DebugActive = true;
     log.DebugFile = LogLine::WithoutQuotes(log.DebugFile);
     RemoveOldLog(log.DebugFile);
-    if (log.DebugLevel == registryTrace) return;
+    if (log.DebugLevel == LogLine::RegistryTrace) return;
     const std::optional<std::uint64_t> size = platform::FileSize(log.DebugFile);
     const bool tooLong = size && static_cast<std::int64_t>(*size) > MaxSize();
     if (tooLong) platform::RemoveFile(log.DebugFile);
@@ -223,8 +221,8 @@ void CheckKaspersky() {
 
 bool IsInIde() noexcept { return Debug::state.DebugInIde; }
 
-void PlugIntoDebug() noexcept { Debug::Plug({ReadMode, WriteTrace, SwitchOn}); }
+Debug::Ports PortsOfDebug() noexcept { return {ReadMode, WriteTrace, SwitchOn}; }
 
-Surroundings Plug(const Surroundings& surroundings) noexcept { return std::exchange(plugged, surroundings); }
+Ports Plug(const Ports& ports) noexcept { return std::exchange(plugged, ports); }
 
 }  // namespace DebugSetup

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <string>
 
+#include "support/Debug.h"
+
 namespace DebugSetup {
 
 // `force`: without a question, and anew where the log is set up already. `keyOnly`: only the log's registry key is set.
@@ -19,18 +21,18 @@ void CheckKaspersky();
 // True only when the program runs inside its development environment: never in the product.
 [[nodiscard]] bool IsInIde() noexcept;
 
-// Plugs the registry and InitDebug into the debug log (Debug.h).
-void PlugIntoDebug() noexcept;
+// What the debug log needs of this floor: the registry and InitDebug.
+[[nodiscard]] Debug::Ports PortsOfDebug() noexcept;
 
 // Where the set-up looks around. What is not plugged in (null): the settings are where
 // they are, the rest is the running host.
-struct Surroundings {
+struct Ports {
     void (*findSettings)() = nullptr;  // called when no settings file is known yet
     bool (*anotherInstanceRuns)() = nullptr;
     std::string (*hostCommandLine)() = nullptr;
 };
 
 // Returns what was plugged in before.
-Surroundings Plug(const Surroundings& surroundings) noexcept;
+Ports Plug(const Ports& ports) noexcept;
 
 }  // namespace DebugSetup

@@ -13,18 +13,20 @@
 #include "question/QuestionBox.h"
 #include "shell/WindowsMiscHelp.h"
 #include "shell/WindowsMiscLaunch.h"
+#include "support/Debug.h"
+#include "support/Prompt.h"
 
 namespace {
 
 // What a lower floor asks of one above it.
 void PlugPorts() {
     platform::TellLeadBytes(platform::IsLeadByte);
-    DebugSetup::PlugIntoDebug();
+    Debug::Plug(DebugSetup::PortsOfDebug());
     DebugSetup::Plug({.findSettings = InifileCV::GetIniFile});
-    WindowsMisc::PlugGetIniFile(InifileCV::GetIniFile);
-    InifileCV::PlugLanguage(Language::SetUp);
-    QuestionBox::PlugIn();
-    QuestionBox::links = {.execApp = WindowsMisc::ExecApp, .callHelp = WindowsMisc::CallHelp};
+    WindowsMisc::Plug({.findSettings = InifileCV::GetIniFile});
+    InifileCV::Plug({.setUpLanguage = Language::SetUp});
+    Prompt::Plug(&QuestionBox::PortOfPrompt());
+    QuestionBox::Plug({.execApp = WindowsMisc::ExecApp, .callHelp = WindowsMisc::CallHelp});
 }
 
 std::unique_ptr<platform::AddinInstance> MakeConnect() {

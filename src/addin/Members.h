@@ -12,6 +12,12 @@ inline constexpr Member Application{"Application", 0xF000};
 inline constexpr Member Parent{"Parent", 0xF001};
 inline constexpr Member Class{"Class", 0xF00A};
 
+// What Class says of an Explorer.
+inline constexpr std::int32_t explorerClass = 34;
+
+// How a button of a command bar is shown.
+inline constexpr std::int32_t iconOnly = 1, iconAndCaption = 3;
+
 namespace Outlook {  // Application
 inline constexpr Member Name{"Name", 0x3001};
 inline constexpr Member Version{"Version", 0x116};

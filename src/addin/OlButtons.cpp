@@ -17,8 +17,6 @@ namespace {
 
 constexpr std::int32_t buttonControl = 1;
 constexpr std::int32_t bothOleUsages = 3;
-constexpr std::int32_t iconAndCaption = 3;
-constexpr std::int32_t maskOffset = 100;
 
 // One placement value of a button; empty where the user set none.
 std::string ReadPlacement(std::int32_t number, const char* word) {
@@ -72,7 +70,7 @@ void PasteFaceOn(const Dispatch& button, std::int32_t number, platform::SystemCo
 void SetPictureAndMask(const Dispatch& button, std::int32_t number) {
     button.Put(Members::Button::Picture, OlButtons::BitmapToPicture(platform::LoadBitmapResource(number), {}));
     button.Put(Members::Button::Mask,
-               OlButtons::BitmapToPicture(platform::LoadBitmapResource(number + maskOffset), {}));
+               OlButtons::BitmapToPicture(platform::LoadBitmapResource(number + Names::MaskOffset), {}));
 }
 
 // Earlier versions take only what is pasted. The version is that of the owner's
@@ -119,7 +117,7 @@ Dispatch OlButtons::AddMenuItem(const Dispatch& controls, std::string_view, std:
     entry.Put(Members::Control::Parameter, parameter);
     entry.Put(Members::Control::Caption, caption);
     entry.Put(Members::Control::OLEUsage, bothOleUsages);
-    entry.Put(Members::Button::Style, iconAndCaption);
+    entry.Put(Members::Button::Style, Members::iconAndCaption);
     entry.Put(Members::Control::BeginGroup, beginGroup);
     entry.Put(Members::Control::OnAction, Names::OnAction(progId));
     if (faceId >= 0) entry.Put(Members::Button::FaceId, std::int32_t{faceId});

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "support/Product.h"
+
 namespace RibbonXml {
 namespace {
 
@@ -25,7 +27,6 @@ constexpr const char* contactsTab = "TabContacts";
 constexpr const char* contextMenus[] = {"ContextMenuContactItem", "ContextMenuMultipleItems"};
 
 constexpr const char* groupTag = "Group";
-constexpr const char* product = "Corvella";
 constexpr std::size_t longestText = 1024;  // of an attribute, in UTF-16 units
 constexpr char accessMark = '&';
 
@@ -145,7 +146,7 @@ std::string Menu(std::string_view place, const Commands& commands) {
 
 std::string Tab(std::string_view place, const std::string& controls) {
     return "<tab" + Attribute("idMso", place) + "><group" + Attribute("id", ControlId(place, groupTag)) +
-           Attribute("label", product) + ">\n" + controls + "</group></tab>\n";
+           Attribute("label", Product::Name) + ">\n" + controls + "</group></tab>\n";
 }
 
 std::string HomeTab(std::string_view place, const Commands& commands) {

@@ -19,20 +19,17 @@ using platform::Missing;
 namespace {
 
 constexpr const char* popupCaption = "C&orvella";
-constexpr std::int32_t explorerClass = 34;
 constexpr std::int32_t popupControl = 10;
 constexpr std::int32_t synchroniseNumber = 103;
 constexpr std::int32_t sendToPhoneNumber = 107;
 constexpr std::int32_t appendToBar = -1;
 constexpr std::int32_t sendToPhonePosition = 8;
-constexpr std::int32_t iconAndCaption = 3;
-constexpr std::int32_t iconOnly = 1;
 
 std::string WithoutMarks(std::string_view caption) { return platform::Replace(caption, "&", ""); }
 
 std::string OwnText(const char* key) { return Language::GetLanguageString(Names::LanguageSection, key); }
 
-bool IsExplorer(const Dispatch& object) { return object.Long(Members::Class) == explorerClass; }
+bool IsExplorer(const Dispatch& object) { return object.Long(Members::Class) == Members::explorerClass; }
 
 Dispatch ActiveExplorerOf(const Dispatch& application) { return application.Object(Members::Outlook::ActiveExplorer); }
 
@@ -154,9 +151,9 @@ void cOlExplorer::AddEntries(const Dispatch& popup) {
 }
 
 void cOlExplorer::AddSynchroniseButton(const Dispatch& explorer) {
-    const Dispatch button =
-        OlButtons::AddCommandBarButton(explorer, synchroniseNumber, progId_, OwnText("Buttonsync"),
-                                       std::string(Names::Identification) + ".Main", true, iconAndCaption, appendToBar);
+    const Dispatch button = OlButtons::AddCommandBarButton(explorer, synchroniseNumber, progId_, OwnText("Buttonsync"),
+                                                           std::string(Names::Identification) + ".Main", true,
+                                                           Members::iconAndCaption, appendToBar);
     Bind(synchronise_, button, &cOlExplorer::SyncItButton_Click);
 }
 
@@ -204,7 +201,7 @@ void cOlExplorer::objExplorer_FolderSwitch() {
 void cOlExplorer::AddSendToPhoneButton() {
     const Dispatch button =
         OlButtons::AddCommandBarButton(objExplorer_.Object(), sendToPhoneNumber, progId_, OwnText("ButtonSendToPhone"),
-                                       parameter_, false, iconOnly, sendToPhonePosition);
+                                       parameter_, false, Members::iconOnly, sendToPhonePosition);
     Bind(sendToPhone_, button, &cOlExplorer::SendToPhone_Click);
     if (!InUse()) sendToPhone_.Delete();  // closed meanwhile
 }

@@ -23,10 +23,8 @@ using RibbonXml::Kind;
 
 namespace {
 
-constexpr std::int32_t explorerClass = 34;
 constexpr std::int32_t inspectorClass = 35;
 constexpr std::int32_t selectionClass = 74;
-constexpr std::int32_t maskOffset = 100;
 
 struct FixedButton {
     const char* tag;  // also its key in the language file, but for the menu
@@ -80,7 +78,7 @@ Argument PictureOf(std::string_view tag, int side) {
     const std::int32_t number = PictureNumber(tag);
     if (number == 0) return Missing;
     const Dispatch picture = platform::PictureOf(RibbonPicture::Draw(
-        platform::ReadBitmapResource(number), platform::ReadBitmapResource(number + maskOffset), side));
+        platform::ReadBitmapResource(number), platform::ReadBitmapResource(number + Names::MaskOffset), side));
     return picture ? Argument(picture) : Argument(Missing);
 }
 
@@ -115,13 +113,13 @@ bool IsVisible(const Control& control) {
     const Context context(control);
     if (control.Is(RibbonXml::SaveAndSendTag)) return CanBeSaved(control, context);
     if (context.windowClass == selectionClass) return AreContacts(context.window);
-    return context.windowClass == explorerClass && cOlExplorer::ShowsContacts(context.window);
+    return context.windowClass == Members::explorerClass && cOlExplorer::ShowsContacts(context.window);
 }
 
 bool IsEnabled(const Control& control) {
     const Context context(control);
     const bool selection = context.windowClass == selectionClass;
-    if (!selection && context.windowClass != explorerClass) return false;
+    if (!selection && context.windowClass != Members::explorerClass) return false;
     const Dispatch selected = selection ? context.window : context.window.Object(Members::Window::Selection);
     return selected.Long(Members::Collection::Count) != 0;
 }
@@ -140,7 +138,7 @@ void Click(const Control& control) {
     if (control.Is(RibbonXml::SaveAndSendTag)) return SaveAndSend(control, context);
     const bool sends = control.Is(RibbonXml::SendToPhoneTag);
     if (sends && context.windowClass == selectionClass) return cOlExplorer::SendToPhone(context.window);
-    if (context.window && context.windowClass != explorerClass) return;
+    if (context.window && context.windowClass != Members::explorerClass) return;
     const auto explorer = std::make_shared<cOlExplorer>(control.handler->Ribbon());
     explorer->ClickedIn(context.window);
     if (sends) return explorer->SendToPhone_Click();

@@ -16,6 +16,7 @@
 #include "platform/com/Picture.h"
 #include "shell/WindowsMiscHelp.h"
 #include "support/Debug.h"
+#include "support/Product.h"
 #include "support/RegEdit.h"
 #include "support/RegistryKeys.h"
 
@@ -27,7 +28,6 @@ namespace {
 constexpr const char* helpPage = "AddInOutl.htm";
 constexpr std::int32_t helpKey = 112;  // F1
 constexpr std::string_view baseProfile = "corvella";
-constexpr const char* productName = "Corvella";
 constexpr const char* automatic = "Automatic";
 
 using OptionsControls::Row;
@@ -121,7 +121,7 @@ void FormOlAddInOptions::ListProfiles() {
     std::vector<std::string> list{Language::GetLanguageString("FormSMSPortSettings", "auto")};
     if (list[0].empty()) list[0] = automatic;
     for (std::string& profile : found) {
-        if (profile == baseProfile) profile = productName;
+        if (profile == baseProfile) profile = Product::Name;
         if (!profile.empty()) list.push_back(std::move(profile));
     }
     Control& profiles = The("ComboProfiles");

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/forms/Design.h"
+
 namespace OptionsLayout {
 namespace {
 
@@ -21,7 +23,6 @@ constexpr std::int32_t fieldWidth = 160;  // at least
 constexpr std::int32_t mark = 20;         // of an option, in front of its text
 constexpr std::int32_t optionPadding = 4;
 constexpr std::int32_t captionEnds = 24;  // of a group's frame, beside its caption
-constexpr std::int32_t buttonWidth = 75;  // at least
 constexpr std::int32_t buttonPadding = 24;
 constexpr std::int32_t buttonHeight = 10;  // more than its line
 constexpr std::int32_t buttonGap = 6;
@@ -71,7 +72,7 @@ class Arrangement {
         return width;
     }
     [[nodiscard]] std::int32_t ButtonWidth() const {
-        return std::max(Scaled(buttonWidth), Widest(Place::Button) + Scaled(buttonPadding));
+        return std::max(Scaled(platform::buttonWidthAt96), Widest(Place::Button) + Scaled(buttonPadding));
     }
     // Of all buttons in their row.
     [[nodiscard]] std::int32_t ButtonsWidth() const {

@@ -10,14 +10,13 @@
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/Files.h"
+#include "support/LogLine.h"
 
 using Debug::WriteDebug;
 using platform::FileStamp;
 
 namespace IniFile {
 namespace {
-
-constexpr std::int32_t freeText = -1;
 
 constexpr int mostStartOvers = 20;
 constexpr int looksForText = 6;          // at an empty or missing file, before it is written
@@ -223,7 +222,7 @@ CacheEntry* Cache::Load(const std::string& fileName, const FileStamp& stamp, For
     if (stamp.exists) {
         text = Contents(fileName, purpose, settled, readable);
     } else {
-        WriteDebug("File not found4:" + fileName, freeText);
+        WriteDebug("File not found4:" + fileName, LogLine::FreeText);
     }
     if (!readable) return nullptr;
     CacheEntry& entry = Place(fileName);

@@ -9,6 +9,8 @@
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/Files.h"
+#include "support/LogLine.h"
+#include "support/Product.h"
 #include "support/Prompt.h"
 #include "support/RegEdit.h"
 #include "support/RegistryKeys.h"
@@ -27,14 +29,11 @@ State state;
 
 namespace {
 
-constexpr std::string_view productFolder = "Corvella\\";
 constexpr std::string_view settingsFile = "corvella.ini";
 constexpr std::string_view configFile = "config.ini";
 constexpr std::string_view configFileBegin = "#Corvella config file";
 
-constexpr std::int32_t freeText = -1;
-
-LanguageSetUp languageSetUp = nullptr;
+Ports plugged;
 
 std::string In(const std::string& folder, std::string_view name) { return std::string(folder).append(name); }
 
@@ -107,7 +106,7 @@ void ReadIniFilesOnce() {
 
 std::string DefaultFolder(std::int32_t storageMode) {
     const bool inAppData = storageMode == 0 || storageMode == IniFile::inRegistry;
-    if (inAppData && !paths.AppData.empty()) return In(paths.AppData, productFolder);
+    if (inAppData && !paths.AppData.empty()) return In(paths.AppData, Product::Folder);
     return WithBackslash(paths.SystemFolder.empty() ? paths.AddInFolder : paths.SystemFolder);
 }
 
@@ -171,16 +170,16 @@ void GetIniFile() {
     const Debug::Trace trace("GetIniFile");
     const std::int32_t mode = ReadStorageMode();
     IniFile::location.StorageMode = mode;
-    WriteDebug(" SaveSettingIn:" + platform::Decimal(mode), freeText);
+    WriteDebug(" SaveSettingIn:" + platform::Decimal(mode), LogLine::FreeText);
     IniFile::location.CurrentFile = GetMainIniFile(mode);
     if (Contains(IniFile::location.CurrentFile, "\\Kestrelbox")) {
         IniFile::location.CurrentFile = In(GetIniFilename_(mode), settingsFile);
     }
     TakeOverConfigFile();
     state.ConfigFile = FindConfigFile();
-    WriteDebug(" : " + IniFile::location.CurrentFile, freeText);
+    WriteDebug(" : " + IniFile::location.CurrentFile, LogLine::FreeText);
     state.DefaultsFile = In(WithBackslash(paths.AddInFolder), "defaults.ini");
-    if (languageSetUp != nullptr) languageSetUp();
+    if (plugged.setUpLanguage != nullptr) plugged.setUpLanguage();
 }
 
 std::string GetMainIniFile(std::int32_t storageMode) {
@@ -212,6 +211,6 @@ std::string GetIniFilename_(std::int32_t storageMode) {
     return WithBackslash(state.IniFiles.empty() ? FolderThatHoldsSettings(storageMode) : state.IniFiles);
 }
 
-LanguageSetUp PlugLanguage(LanguageSetUp setUp) noexcept { return std::exchange(languageSetUp, setUp); }
+Ports Plug(const Ports& ports) noexcept { return std::exchange(plugged, ports); }
 
 }  // namespace InifileCV

@@ -39,8 +39,11 @@ std::string GetMainIniFile(std::int32_t storageMode);
 // The settings folder.
 [[nodiscard]] std::string GetIniFilename_(std::int32_t storageMode);
 
-// What GetIniFile runs at its end; returns what was plugged in before.
-using LanguageSetUp = void (*)();
-LanguageSetUp PlugLanguage(LanguageSetUp setUp) noexcept;
+struct Ports {
+    void (*setUpLanguage)() = nullptr;  // which GetIniFile runs at its end
+};
+
+// Returns what was plugged in before.
+Ports Plug(const Ports& ports) noexcept;
 
 }  // namespace InifileCV

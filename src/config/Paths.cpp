@@ -9,6 +9,7 @@
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/Files.h"
+#include "support/Product.h"
 #include "support/RegEdit.h"
 
 using platform::WithBackslash;
@@ -22,13 +23,12 @@ Paths paths;
 namespace {
 
 constexpr std::string_view shellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
-constexpr std::string_view productFolder = "Corvella\\";
 constexpr std::size_t shortestPath = 3;
 constexpr double vista = 6.0;
 
 enum SpecialFolder : std::int32_t { Windows = 0, System = 1, Temporary = 2 };  // the scripting object's numbers
 
-SettingsFinder getIniFile = nullptr;
+Ports plugged;
 
 std::string PathOfFolder(SpecialFolder folder) {
     return Files::FileSystem().Object("GetSpecialFolder", static_cast<std::int32_t>(folder)).Text("Path");
@@ -49,14 +49,14 @@ void FindUserFolders() {
         paths.UserName = unknownUser;
     } else {
         paths.AppData = WithBackslash(paths.AppData);
-        paths.RoamingDataFolder = paths.AppData + std::string(productFolder);
+        paths.RoamingDataFolder = paths.AppData + Product::Folder;
         paths.UserName = UserNameIn(paths.AppData);
     }
 }
 
 std::string ProductFolderIn(Root root, std::string_view name) {
     const std::string folder = GetRegString(root, shellFolders, name);
-    return folder.empty() ? paths.RoamingDataFolder : WithBackslash(folder).append(productFolder);
+    return folder.empty() ? paths.RoamingDataFolder : WithBackslash(folder).append(Product::Folder);
 }
 
 // Required in this sense, whatever the setting's name suggests.
@@ -76,10 +76,10 @@ void PathsInit() {
     FindUserFolders();
     paths.LocalDataFolder = ProductFolderIn(Root::CurrentUser, "Local AppData");
     paths.CommonDataFolder = ProductFolderIn(Root::LocalMachine, "Common AppData");
-    if (IniFile::location.CurrentFile.empty() && getIniFile != nullptr) getIniFile();
+    if (IniFile::location.CurrentFile.empty() && plugged.findSettings != nullptr) plugged.findSettings();
     paths.PictureFolder = PicturesLieWithTheUsersData() ? paths.LocalDataFolder : paths.AddInFolder;
 }
 
-SettingsFinder PlugGetIniFile(SettingsFinder finder) noexcept { return std::exchange(getIniFile, finder); }
+Ports Plug(const Ports& ports) noexcept { return std::exchange(plugged, ports); }
 
 }  // namespace WindowsMisc

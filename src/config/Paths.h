@@ -25,8 +25,11 @@ extern Paths paths;
 // Fills them, and runs GetIniFile if no current settings file is known yet.
 void PathsInit();
 
-// What PathsInit runs to find the settings files (InifileCV); returns what was plugged in before.
-using SettingsFinder = void (*)();
-SettingsFinder PlugGetIniFile(SettingsFinder finder) noexcept;
+struct Ports {
+    void (*findSettings)() = nullptr;  // which PathsInit runs to find the settings files (InifileCV)
+};
+
+// Returns what was plugged in before.
+Ports Plug(const Ports& ports) noexcept;
 
 }  // namespace WindowsMisc

@@ -40,7 +40,7 @@ void LangInit();
 // The same without the texts that LangInit adds; does nothing once it has run.
 void LoadLanguageFile();
 
-// Loads the language where that has not been done yet: for InifileCV::PlugLanguage.
+// Loads the language where that has not been done yet: for the port of InifileCV.
 void SetUp();
 
 // The code of the system's language, such as "DEU"; may be empty, and may end in a NUL.

@@ -7,7 +7,6 @@ namespace LanguageText {
 namespace {
 
 constexpr std::string_view extension = ".lng";
-constexpr std::size_t none = std::string_view::npos;
 
 struct SystemLanguage {
     std::string_view code;  // the whole code, or its first two letters
@@ -33,13 +32,13 @@ std::string Unescape(std::string_view value) {
 
 Texts Split(std::string_view value) {
     const std::size_t bar = value.find('|');
-    if (bar == none) return {value, std::nullopt};
+    if (bar == std::string_view::npos) return {value, std::nullopt};
     return {value.substr(0, bar), value.substr(bar + 1)};
 }
 
 std::optional<Element> AsElement(std::string_view key) {
     const std::size_t open = key.find('(');
-    if (open == none) return std::nullopt;
+    if (open == std::string_view::npos) return std::nullopt;
     return Element{key.substr(0, open), platform::ValLong(key.substr(open + 1))};
 }
 
@@ -57,10 +56,10 @@ std::vector<Line> SectionLines(std::string_view text, std::string_view section) 
     while (!rest.empty()) {
         const std::size_t lineEnd = rest.find('\r');
         const std::string_view line = rest.substr(0, lineEnd);
-        rest = lineEnd == none ? std::string_view() : rest.substr(lineEnd + 1);
+        rest = lineEnd == std::string_view::npos ? std::string_view() : rest.substr(lineEnd + 1);
         if (rest.starts_with('\n')) rest.remove_prefix(1);
         const std::size_t equals = line.find('=');
-        if (equals != none) lines.push_back({line.substr(0, equals), line.substr(equals + 1)});
+        if (equals != std::string_view::npos) lines.push_back({line.substr(0, equals), line.substr(equals + 1)});
     }
     return lines;
 }
@@ -71,7 +70,7 @@ std::string WithLineEnds(std::string_view text) {
     while (!text.empty()) {
         const std::size_t lineEnd = text.find_first_of("\r\n");
         normal.append(text.substr(0, lineEnd)).append(IniText::lineBreak);
-        if (lineEnd == none) break;
+        if (lineEnd == std::string_view::npos) break;
         text.remove_prefix(lineEnd + (text.substr(lineEnd).starts_with(IniText::lineBreak) ? 2 : 1));
     }
     return normal;
@@ -82,20 +81,22 @@ std::vector<std::string_view> Entries(std::string_view list) {
     while (!list.empty()) {
         const std::size_t end = list.find(';');
         if (end != 0) entries.push_back(list.substr(0, end));
-        list.remove_prefix(end == none ? list.size() : end + 1);
+        list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
     }
     return entries;
 }
 
 std::optional<TabMask> AsTabMask(std::string_view entry) {
     const std::size_t colon = entry.find(':');
-    if (colon == none) return std::nullopt;
+    if (colon == std::string_view::npos) return std::nullopt;
     return TabMask{entry.substr(0, colon), static_cast<std::uint32_t>(platform::ValLong(entry.substr(colon + 1)))};
 }
 
 std::optional<Element> AsRestrictedElement(std::string_view entry) {
     const std::size_t open = entry.find('(');
-    if (open == none || entry.find(')', open) == none || entry.find(':') != none) return std::nullopt;
+    if (open == std::string_view::npos || entry.find(')', open) == std::string_view::npos ||
+        entry.find(':') != std::string_view::npos)
+        return std::nullopt;
     return AsElement(entry);
 }
 
@@ -116,7 +117,7 @@ std::string FileName(std::string_view language) {
 std::string WithPlainFileName(std::string_view path) {
     std::string folded(path);
     const std::size_t backslash = path.rfind('\\');
-    for (std::size_t i = backslash == none ? 0 : backslash + 1; i < folded.size(); ++i) {
+    for (std::size_t i = backslash == std::string_view::npos ? 0 : backslash + 1; i < folded.size(); ++i) {
         for (const Fold& fold : folds) {
             if (folded[i] == fold.accented) folded[i] = fold.plain;
         }

@@ -2,12 +2,11 @@
 
 #include <windows.h>
 
+#include "platform/Sharing.h"
 #include "platform/SystemError.h"
 
 namespace platform {
 namespace {
-
-constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 class OpenSearch {
   public:

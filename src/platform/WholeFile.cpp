@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/Err.h"
+#include "platform/Sharing.h"
 #include "platform/SystemError.h"
 
 namespace platform {
@@ -13,7 +14,6 @@ namespace {
 
 constexpr std::size_t block = 65536;
 constexpr std::size_t sector = 512;  // what a disk writes whole or not at all
-constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 FileWatch watching = nullptr;
 

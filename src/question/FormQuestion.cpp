@@ -9,6 +9,7 @@
 #include "question/QuestionRules.h"
 #include "shell/WindowsMiscMetrics.h"
 #include "support/Debug.h"
+#include "support/Product.h"
 #include "support/Prompt.h"
 
 namespace QuestionBox {
@@ -25,6 +26,8 @@ using platform::Size;
 using QuestionLayout::Input;
 using QuestionLayout::Part;
 namespace Style = platform::ControlStyle;
+
+Ports plugged;
 
 constexpr std::int32_t f1Key = 112;
 constexpr std::int32_t bringToFrontAfter = 300;  // milliseconds
@@ -69,8 +72,6 @@ constexpr ControlSpec controls[] = {
     {"Timer1", ControlKind::Timer},
 };
 
-constexpr const char* ownCaption = "Corvella";
-
 struct ButtonPart {
     Part part;
     const char* control;
@@ -102,11 +103,12 @@ class FormMeasure final : public QuestionLayout::TextMeasure {
 
 }  // namespace
 
-Links links;
 bool formLoaded = false;
 
+Ports Plug(const Ports& ports) noexcept { return std::exchange(plugged, ports); }
+
 FormQuestion::FormQuestion() : Form("FormQuestion", controls, {.titleBar = false, .resizable = false}) {
-    SetCaption(ownCaption);
+    SetCaption(Product::Name);
     The("Check1").SetValue(true);
     The("LabelCaption").SetFont({.bold = true});
     The("Image2").SetPicture("*application");
@@ -261,12 +263,12 @@ void FormQuestion::ButtonAll_Click() {
 void FormQuestion::ButtonHelp_Click() {
     const Trace trace("FormQuestion.ButtonHelp_Click");
     ShowActiveLook();
-    if (links.callHelp) links.callHelp(HelpTopic.empty() ? generalHelp : HelpTopic, {}, 0);
+    if (plugged.callHelp) plugged.callHelp(HelpTopic.empty() ? generalHelp : HelpTopic, {}, 0);
 }
 
 void FormQuestion::LabelLink_Click() {
     const Trace trace("FormQuestion.LabelLink_Click");
-    if (links.execApp) links.execApp(The("LabelLink").Caption(), linkStyle);
+    if (plugged.execApp) plugged.execApp(The("LabelLink").Caption(), linkStyle);
 }
 
 // Escape and Alt+F4: Cancel; OK where that is the only answer; else a question is not to be evaded.

@@ -15,12 +15,14 @@
 
 namespace QuestionBox {
 
-// Opens a link, and a page of the help.
-struct Links {
+// What the form needs of others: what opens a link, and a page of the help. Null: nothing happens.
+struct Ports {
     void (*execApp)(const std::string& command, std::int32_t style) = nullptr;
     void (*callHelp)(const std::string& page, const std::string& htmlPage, std::int32_t flags) = nullptr;
 };
-extern Links links;
+
+// Returns what was plugged in before.
+Ports Plug(const Ports& ports) noexcept;
 
 // A question form is loaded.
 extern bool formLoaded;

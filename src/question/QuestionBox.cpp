@@ -17,6 +17,7 @@
 #include "platform/Text.h"
 #include "question/StandardInput.h"
 #include "support/Debug.h"
+#include "support/LogLine.h"
 #include "support/Prompt.h"
 
 namespace QuestionBox {
@@ -30,7 +31,6 @@ using QuestionRules::ButtonSet;
 using QuestionRules::Identity;
 
 constexpr char procedure[] = "MsgInputBox";
-constexpr std::int32_t entry = 0, freeText = -1, lastStep = 999;
 constexpr std::int32_t overflow = 6;  // an error's number
 constexpr std::string_view formSection = "FormQuestion", messageSection = "Messages", settingsSection = "Settings",
                            countSection = "Msg";
@@ -174,7 +174,7 @@ void SetDefaultButton(FormQuestion& form, const Call& call, bool takesFocus) {
 
 // While another box is shown, or where the form cannot be. The standard box's Yes is taken as OK.
 void AskOtherwise(Call& call, const Identity& question) {
-    WriteDebug(" box2", freeText);
+    WriteDebug(" box2", LogLine::FreeText);
     if (question.IsInput()) {
         call.Finish(StandardInput(call.prompt, call.title, call.defaultText, call.cancelled));
         return;
@@ -302,7 +302,7 @@ std::string MsgInputBox(std::int32_t questionId, std::string& prompt, std::int32
                         const std::string& defaultText, std::int32_t layoutOption, bool& cancelled,
                         const std::string& extraText, const std::string& caption1, const std::string& caption2,
                         const std::string& caption3, const std::string& extraOption) {
-    WriteDebug(procedure, entry);
+    WriteDebug(procedure, LogLine::Entry);
     Call call{questionId,  prompt,      buttons,
               title,       defaultText, layoutOption,
               cancelled,   extraText,   {caption1, caption2, caption3},
@@ -313,7 +313,7 @@ std::string MsgInputBox(std::int32_t questionId, std::string& prompt, std::int32
         platform::RunGuarded([&] { Ask(call); });
         if (!call.finished) WriteDebug(procedure, call.step);
     }
-    WriteDebug(procedure, lastStep);
+    WriteDebug(procedure, LogLine::Exit);
     return call.result;
 }
 
@@ -350,8 +350,6 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
 
 FormQuestion* ShownForm() { return current && current->Visible() ? current : nullptr; }
 
-void PlugIn() { Prompt::Plug(&port); }
-
-void PlugOut() { Prompt::Plug(nullptr); }
+Prompt::Port& PortOfPrompt() { return port; }
 
 }  // namespace QuestionBox

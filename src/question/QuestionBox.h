@@ -13,6 +13,7 @@
 
 #include "question/FormQuestion.h"
 #include "question/QuestionRules.h"
+#include "support/Prompt.h"
 
 namespace QuestionBox {
 
@@ -49,8 +50,7 @@ std::int32_t MsgBoxMessagePlain(std::int32_t number, std::int32_t buttons, const
 // The form that is shown, or null.
 [[nodiscard]] FormQuestion* ShownForm();
 
-// From now on the lower floors ask through this box (support/Prompt.h).
-void PlugIn();
-void PlugOut();
+// By which the lower floors ask through this box.
+[[nodiscard]] Prompt::Port& PortOfPrompt();
 
 }  // namespace QuestionBox

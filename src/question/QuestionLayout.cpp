@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "platform/Text.h"
+#include "platform/forms/Design.h"
 
 namespace QuestionLayout {
 namespace {
@@ -12,9 +13,9 @@ namespace {
 using Length = std::int32_t;
 
 // At 96 dots an inch.
-constexpr Length gapAt96 = 7, sectionGapAt96 = 10, pictureAt96 = 32, buttonWidthAt96 = 75, buttonSideAt96 = 10,
-                 buttonHeightAt96 = 23, buttonEdgeAt96 = 4, tickAt96 = 18, fieldEdgeAt96 = 4, captionImageAt96 = 16,
-                 textWidthAt96 = 380, inputWidthAt96 = 260, smallestWidthAt96 = 220, captionSideAt96 = 4;
+constexpr Length gapAt96 = 7, sectionGapAt96 = 10, pictureAt96 = 32, buttonSideAt96 = 10, buttonHeightAt96 = 23,
+                 buttonEdgeAt96 = 4, tickAt96 = 18, fieldEdgeAt96 = 4, captionImageAt96 = 16, textWidthAt96 = 380,
+                 inputWidthAt96 = 260, smallestWidthAt96 = 220, captionSideAt96 = 4;
 constexpr Length tightGapAt96 = 3, tightButtonEdgeAt96 = 2;
 constexpr Length linesOfList = 5, fewestPromptLines = 3;
 constexpr Length twipsAnInch = 1440;
@@ -49,7 +50,7 @@ class Arrangement {
     Length CaptionBarHeight(Length width);
     [[nodiscard]] Length InputHeight() const;
     Length CheckHeight(Length content);
-    [[nodiscard]] bool LookWellAlike(Length widest) const { return widest <= 2 * Scaled(buttonWidthAt96); }
+    [[nodiscard]] bool LookWellAlike(Length widest) const { return widest <= 2 * Scaled(platform::buttonWidthAt96); }
     [[nodiscard]] std::vector<Length> FullRows(const std::vector<Length>& widths, Length content) const;
     Length PlaceButtons(Layout& layout, Length content);  // from 0,0; returns their height
 
@@ -72,7 +73,7 @@ Size Arrangement::ButtonSize(Part part, Length content) {
                  edge = 2 * Scaled(spacing_.tight ? tightButtonEdgeAt96 : buttonEdgeAt96);
     Size text = measure_.Of(part, 0);
     if (text.width + side > content) text = {content - side, measure_.Of(part, content - side).height};
-    return {std::min(content, std::max(Scaled(buttonWidthAt96), text.width + side)),
+    return {std::min(content, std::max(Scaled(platform::buttonWidthAt96), text.width + side)),
             std::max(Limit(text.height) + edge, spacing_.tight ? 0 : Scaled(buttonHeightAt96))};
 }
 
@@ -80,7 +81,8 @@ Size Arrangement::ButtonSize(Part part, Length content) {
 Length Arrangement::ButtonsInOneRow() const {
     Length sum = 0, widest = 0;
     for (const Part part : request_.buttons) {
-        const Length width = std::max(Scaled(buttonWidthAt96), measure_.Of(part, 0).width + 2 * Scaled(buttonSideAt96));
+        const Length width =
+            std::max(Scaled(platform::buttonWidthAt96), measure_.Of(part, 0).width + 2 * Scaled(buttonSideAt96));
         sum += width;
         widest = std::max(widest, width);
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/forms/Design.h"
 #include "platform/forms/Form.h"
 
 namespace QuestionBox {
@@ -21,7 +22,7 @@ constexpr ControlSpec controls[] = {
 };
 
 // At 96 dots an inch.
-constexpr std::int32_t margin = 11, textWidth = 300, fieldHeight = 21, buttonWidth = 75, buttonHeight = 23;
+constexpr std::int32_t margin = 11, textWidth = 300, fieldHeight = 21, buttonHeight = 23;
 
 class InputForm : public platform::Form {
   public:
@@ -50,7 +51,7 @@ class InputForm : public platform::Form {
         const Rect prompt{side, side, width, promptHeight};
         const Rect field{side, prompt.Bottom() + side, width, Scaled(fieldHeight)};
         const std::int32_t top = field.Bottom() + side;
-        const Size button{Scaled(buttonWidth), Scaled(buttonHeight)};
+        const Size button{Scaled(platform::buttonWidthAt96), Scaled(buttonHeight)};
         const std::int32_t cancelLeft = side + width - button.width;
         The("LabelPrompt").SetPosition(prompt);
         The("TextAnswer").SetPosition(field);

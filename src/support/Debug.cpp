@@ -17,9 +17,7 @@ State state;
 
 namespace {
 
-constexpr std::int32_t registryTrace = -1;
 constexpr std::uint32_t westernCodePage = 1252;  // elsewhere the same bytes are other letters
-constexpr std::int32_t withTimeStamps = 16;
 
 Ports plugged;
 
@@ -52,7 +50,7 @@ void WriteTrace(const std::string& entry) {
 void AppendLines(const std::string& error, const std::string& entry) {
     std::string lines;
     if (!error.empty()) lines.append(state.DebugIndent).append(error).append("\r\n");
-    if ((state.DebugLevel & withTimeStamps) != 0) {
+    if ((state.DebugLevel & LogLine::WithTimeStamps) != 0) {
         lines += LogLine::TimeStamp(platform::SecondsSinceMidnight(), platform::DecimalSeparator());
     }
     lines.append(state.DebugIndent).append(entry).append("\r\n");
@@ -63,7 +61,7 @@ void WriteEntry(const std::string& error, std::string& text, std::int32_t code) 
     LogLine::IndentBefore(code, state.DebugIndent);
     if (code == LogLine::FreeText && platform::AnsiCodePage() == westernCodePage) LogLine::FoldUmlauts(text);
     const std::string entry = LogLine::EntryText(text, code);
-    if (state.DebugLevel == registryTrace) {
+    if (state.DebugLevel == LogLine::RegistryTrace) {
         WriteTrace(entry);
     } else {
         AppendLines(error, entry);

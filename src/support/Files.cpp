@@ -13,6 +13,7 @@
 #include "platform/WholeFile.h"
 #include "platform/com/Unicode.h"
 #include "support/Debug.h"
+#include "support/LogLine.h"
 #include "support/Prompt.h"
 
 using Debug::WriteDebug;
@@ -20,8 +21,6 @@ using platform::Dispatch;
 
 namespace Files {
 namespace {
-
-constexpr std::int32_t freeText = -1;
 
 constexpr int firstReader = 15;  // the numbers under which a file is tried to be opened for reading
 constexpr int lastReader = 30;
@@ -33,11 +32,9 @@ constexpr std::uint32_t pauseForWriters = 5;  // milliseconds, which Windows may
 constexpr int triesAfterRegistration = 20;
 constexpr std::uint32_t pauseAfterRegistration = 100;  // milliseconds
 
-PathSource applicationPath = nullptr;
-
 // Without a destructor that acts: the object is kept until the process ends, when COM is long gone.
 struct State {
-    System system;
+    Ports ports;
     Dispatch* fileSystem = nullptr;
     bool registrationTried = false;
     bool userTold = false;
@@ -48,8 +45,8 @@ State state;
 void Show(std::string text) { Prompt::Ask(Prompt::Id::Plain, text, Prompt::Style::Warning, {}); }
 
 bool CreateFileSystem() {
-    Dispatch created = state.system.createFileSystem ? state.system.createFileSystem()
-                                                     : platform::CreateObject("Scripting.FileSystemObject");
+    Dispatch created = state.ports.createFileSystem ? state.ports.createFileSystem()
+                                                    : platform::CreateObject("Scripting.FileSystemObject");
     if (!created) return false;
     delete state.fileSystem;
     state.fileSystem = new Dispatch(std::move(created));
@@ -65,7 +62,7 @@ bool CreateAfterRegistration() {
     if (system.empty()) return false;
     const std::string command = "\"" + system + "regsvr32.exe\" /s \"" + library + "\"";
     const bool started =
-        state.system.start ? state.system.start(command) : platform::StartProcess(command, platform::Show::Minimised);
+        state.ports.start ? state.ports.start(command) : platform::StartProcess(command, platform::Show::Minimised);
     if (!started) return false;
     for (int tries = 0; tries < triesAfterRegistration; ++tries) {
         if (CreateFileSystem()) return true;
@@ -115,17 +112,15 @@ bool WriteWithRetries(const std::string& path, const std::string& bytes, platfor
 }  // namespace
 
 std::string AppFolder() {
-    return AppFolderOf(applicationPath == nullptr ? platform::ModuleFolder() : applicationPath());
+    return AppFolderOf(state.ports.applicationPath ? state.ports.applicationPath() : platform::ModuleFolder());
 }
 
-PathSource PlugApplicationPath(PathSource source) noexcept { return std::exchange(applicationPath, source); }
-
-System PlugSystem(const System& system) {
+Ports Plug(const Ports& ports) {
     delete std::exchange(state.fileSystem, nullptr);
     state.registrationTried = false;
     state.userTold = false;
     state.windowsVersion = 0;
-    return std::exchange(state.system, system);
+    return std::exchange(state.ports, ports);
 }
 
 bool FileExists(const std::string& path) { return platform::PathExists(WithoutQuotesAround(path)); }
@@ -170,9 +165,9 @@ std::string GetFileContents(const std::string& path, std::int32_t flags, std::in
     if (FileExists(path)) {
         text =
             (flags & nobodyWriting) != 0 ? ReadBetweenWrites(path, (flags & notWaiting) == 0) : ReadWithRetries(path);
-        if (!text) WriteDebug("GetFileContents", freeText);
+        if (!text) WriteDebug("GetFileContents", LogLine::FreeText);
     } else {
-        WriteDebug("File not found:" + path, freeText);
+        WriteDebug("File not found:" + path, LogLine::FreeText);
     }
     const std::int32_t mark = text ? CheckByteOrderMark(*text) : unreadable;
     if (result != nullptr) *result = mark;
@@ -195,7 +190,7 @@ bool WriteFileConents(const std::string& path, const std::string& text, bool app
 
 bool EnsureFileSystemObject() {
     if (state.windowsVersion == 0) {
-        state.windowsVersion = state.system.windowsVersion ? state.system.windowsVersion() : platform::WindowsVersion();
+        state.windowsVersion = state.ports.windowsVersion ? state.ports.windowsVersion() : platform::WindowsVersion();
     }
     if (state.fileSystem != nullptr) return true;
     const platform::ErrorScope ownErrors;

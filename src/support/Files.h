@@ -61,18 +61,15 @@ bool EnsureFileSystemObject();
 // As EnsureFileSystemObject found it; 0 before. Major + minor / 10.
 [[nodiscard]] double WindowsVersion();
 
-// Where AppFolder takes the application's path from (null: the module that this code is linked into). Returns what
-// was plugged in before.
-using PathSource = std::string (*)();
-PathSource PlugApplicationPath(PathSource source) noexcept;
-
-// What EnsureFileSystemObject needs of the system; a null member stands for the real thing. Plugging begins anew,
-// without object and version. Returns what was plugged in before.
-struct System {
+// What this module needs of the system; null stands for the real thing.
+struct Ports {
+    std::string (*applicationPath)() = nullptr;  // of the module that this code is linked into
     platform::Dispatch (*createFileSystem)() = nullptr;
     bool (*start)(const std::string& commandLine) = nullptr;  // minimised
     double (*windowsVersion)() = nullptr;
 };
-System PlugSystem(const System& system);
+
+// Begins anew, without object and version. Returns what was plugged in before.
+Ports Plug(const Ports& ports);
 
 }  // namespace Files

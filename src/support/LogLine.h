@@ -12,6 +12,10 @@ namespace LogLine {
 
 enum Code : std::int32_t { Entry = 0, Exit = 999, FreeText = -1 };
 
+// The log's mode: any number but 0 and this one is a file, and a bit of it adds time stamps.
+inline constexpr std::int32_t RegistryTrace = -1;
+inline constexpr std::int32_t WithTimeStamps = 16;
+
 // The entry as it stands behind time stamp and indentation: "<name>_", "</name>", the text, or the text and the code.
 [[nodiscard]] std::string EntryText(std::string_view text, std::int32_t code);
 

@@ -282,7 +282,7 @@ double LoadLanguage() {
 // The same file is loaded by the add-in and here, in turns.
 void MeasureLanguage(Bench::Report& report) {
     const std::string settings = Folder() + "\\corvella.ini";
-    Files::PlugApplicationPath([] { return Folder() + "\\"; });
+    Files::Plug({.applicationPath = [] { return Folder() + "\\"; }});
     IniFile::location = {settings, settings, 0};
     std::vector<double> connections, loadings;
     for (int round = 0; round < rounds; ++round) {

@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     CreateDirectoryA(folder.c_str(), nullptr);
     const std::string file = folder + "English.lng";
     WriteLanguage(file);
-    Files::PlugApplicationPath([] { return folder; });
+    Files::Plug({.applicationPath = [] { return folder; }});
     IniFile::location = {folder + "corvella.ini", folder + "corvella.ini", 0};
 
     if (Language::GetLanguageString("FormQuestion", "Key11").empty()) return 2;  // nothing would be measured

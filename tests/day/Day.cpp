@@ -1,5 +1,7 @@
 #include "day/Day.h"
 
+#include "testing/MenuTable.h"
+
 namespace program::day {
 namespace {
 
@@ -37,9 +39,9 @@ std::vector<int> OwnControls(const Stage& stage, standin::Window window) {
 
 void Choose(const Stage& stage, standin::Window window, Entry entry) {
     const standin::ControlView menu = Menu(stage, window);
-    const bool there = menu.entries.size() > static_cast<std::size_t>(entry);
-    const bool chosen = there && stage.Choose(window, menu, menu.entries[static_cast<std::size_t>(entry)].instance);
-    if (!chosen) stage.Check("entry " + std::to_string(entry + 1) + " of the menu can be chosen", false);
+    const std::size_t place = MenuPlace(entry);
+    const bool chosen = place < menu.entries.size() && stage.Choose(window, menu, menu.entries[place].instance);
+    if (!chosen) stage.Check(std::string("entry ") + entry + " of the menu can be chosen", false);
 }
 
 CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,

@@ -17,8 +17,10 @@ using standin::ItemClass;
 
 inline constexpr int outlook2000 = 9, outlook2002 = 10, outlook2003 = 11;
 
-// The places of the entries in the add-in's menu.
-enum Entry { Editor, Synchronise, Contacts, Calendar, NewSms, Settings, Options, LogFile, Info, entryCount };
+// The entries of the add-in's menu, by their keys in the language files.
+using Entry = const char*;
+inline constexpr Entry Synchronise = "mSync", Contacts = "mSync0", Calendar = "mSync1", NewSms = "mNewSMS",
+                       Settings = "mSettings", Options = "mOptions", LogFile = "mLogFile", Info = "mAbout";
 
 [[nodiscard]] standin::Window FirstWindow(const Stage& stage);
 [[nodiscard]] standin::ControlView Menu(const Stage& stage, standin::Window window);  // the add-in's popup, or none

@@ -2,18 +2,10 @@
 #include <algorithm>
 
 #include "day/Day.h"
+#include "testing/MenuTable.h"
 
 namespace program::day {
 namespace {
-
-struct ExpectedEntry {
-    const char* key;  // of the language file
-    bool separated, picture;
-};
-constexpr ExpectedEntry expectedEntries[entryCount] = {
-    {"mEditor", false, true},   {"mSync", true, true},     {"mSync0", false, false},
-    {"mSync1", false, false},   {"mNewSMS", true, true},   {"mSettings", true, true},
-    {"mOptions", false, false}, {"mLogFile", true, false}, {"mAbout", true, false}};
 
 constexpr const char* texts = "OutlookAddIn";
 constexpr const char* synchronise = "103";
@@ -30,16 +22,17 @@ bool HasPicture(const Stage& stage, const standin::ControlView& control) {
 
 void CheckEntries(const Stage& stage, const standin::ControlView& menu) {
     bool captions = true, separators = true, pictures = true;
-    for (std::size_t i = 0; i < entryCount && i < menu.entries.size(); ++i) {
+    for (std::size_t i = 0; i < std::size(menuTable) && i < menu.entries.size(); ++i) {
         const standin::ControlView& entry = menu.entries[i];
-        const ExpectedEntry& expected = expectedEntries[i];
+        const MenuRow& expected = menuTable[i];
         stage.Say(std::string("         ") + (entry.beginGroup ? "---- " : "     ") +
                   (HasPicture(stage, entry) ? "[#] " : "    ") + entry.caption);
         captions = captions && !entry.caption.empty() && entry.caption == LanguageText(texts, expected.key);
-        separators = separators && entry.beginGroup == expected.separated;
-        pictures = pictures && HasPicture(stage, entry) == expected.picture;
+        separators = separators && entry.beginGroup == expected.beginsGroup;
+        pictures = pictures && HasPicture(stage, entry) == (expected.picture != 0);
     }
-    stage.Check("the captions are those of " + Language() + ".lng", captions && menu.entries.size() == entryCount);
+    stage.Check("the captions are those of " + Language() + ".lng",
+                captions && menu.entries.size() == std::size(menuTable));
     stage.Check("separators and pictures are where they belong", separators && pictures);
 }
 
@@ -89,7 +82,8 @@ void Bars(const Stage& stage) {
     if (!stage.Check("the menu bar has the popup \"C&orvella\"", menu.caption == "C&orvella")) return;
     const auto menuBar = stage.Outlook().Controls(window, "Menu Bar");
     stage.Check("before its last menu", menu.index == static_cast<int>(menuBar.size()) - 1);
-    stage.Check("with nine entries", menu.entries.size() == entryCount);
+    stage.Check("with " + std::to_string(std::size(menuTable)) + " entries",
+                menu.entries.size() == std::size(menuTable));
     CheckEntries(stage, menu);
     const standin::ControlView button = OwnButton(stage, window, synchronise);
     stage.Check("the toolbar has the synchronise button", static_cast<bool>(button));
@@ -158,8 +152,8 @@ void SecondExplorer(const Stage& stage) {
     stage.Pump(200);
     const bool serves = outlook.Version() >= outlook2002;
     if (serves) {
-        stage.Check("it has a popup of its own, with nine entries",
-                    Menu(stage, second).entries.size() == entryCount &&
+        stage.Check("it has a popup of its own, with all entries",
+                    Menu(stage, second).entries.size() == std::size(menuTable) &&
                         Menu(stage, second).instance != Menu(stage, first).instance);
         stage.Check("and a synchronise button of its own", static_cast<bool>(OwnButton(stage, second, synchronise)));
     } else {

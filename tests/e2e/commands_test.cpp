@@ -12,6 +12,7 @@
 #include "e2e/Session.h"
 #include "e2e/User.h"
 #include "testing/ImportPatch.h"
+#include "testing/MenuTable.h"
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
@@ -29,9 +30,17 @@ using standin::Window;
 
 namespace {
 
-constexpr std::size_t editor = 0, synchronise = 1, contacts = 2, calendar = 3, newSms = 4, settings = 5, options = 6,
-                      logFile = 7, info = 8;
-constexpr const char* arguments[] = {"", "syncdlg ol", "sync 0 ol", "sync 1 ol", "smsnew", "settings"};
+constexpr std::size_t editor = MenuPlace("mEditor"), synchronise = MenuPlace("mSync"), contacts = MenuPlace("mSync0"),
+                      calendar = MenuPlace("mSync1"), newSms = MenuPlace("mNewSMS"), settings = MenuPlace("mSettings"),
+                      options = MenuPlace("mOptions"), logFile = MenuPlace("mLogFile"), info = MenuPlace("mAbout");
+// What the commands that only start Corvella hand it.
+struct Start {
+    std::size_t entry;
+    const char* arguments;
+};
+constexpr Start starts[] = {
+    {editor, ""},       {synchronise, "syncdlg ol"}, {contacts, "sync 0 ol"}, {calendar, "sync 1 ol"},
+    {newSms, "smsnew"}, {settings, "settings"}};
 
 using Lines = std::vector<std::string>;
 
@@ -43,7 +52,7 @@ ControlView Button(Session& session, Window window, const char* tag) {
 
 ControlView EntryOf(Session& session, Window window, std::size_t number) {
     const std::vector<ControlView> entries = session.Entries(window);
-    REQUIRE(entries.size() == 9);
+    REQUIRE(entries.size() == std::size(menuTable));
     return entries[number];
 }
 
@@ -183,9 +192,9 @@ IN_EVERY_VERSION(
         session.host.Start();
         session.host.OpenExplorer();
         for (const Window window : WindowsWithMenu(session)) {
-            for (std::size_t number = 0; number < std::size(arguments); ++number) {
-                CHECK(session.host.Click(EntryOf(session, window, number)).sinks > 0);
-                CHECK(corvella.Starts(1) == Lines{corvella.Line(arguments[number])});
+            for (const Start& start : starts) {
+                CHECK(session.host.Click(EntryOf(session, window, start.entry)).sinks > 0);
+                CHECK(corvella.Starts(1) == Lines{corvella.Line(start.arguments)});
             }
             CHECK(session.host.Click(Button(session, window, "103")).sinks > 0);
             CHECK(corvella.Starts(1) == Lines{corvella.Line("syncdlg ol")});

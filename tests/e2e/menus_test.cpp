@@ -1,4 +1,4 @@
-// The menu of every Explorer window: its place, its nine entries, and what becomes of menus of earlier runs.
+// The menu of every Explorer window: its place, its entries, and what becomes of menus of earlier runs.
 #include <doctest.h>
 
 #include <algorithm>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "e2e/Session.h"
+#include "testing/MenuTable.h"
 #include "testing/TempFolder.h"
 #include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
@@ -16,26 +17,6 @@ using standin::FolderKind;
 using standin::Window;
 
 namespace {
-
-struct Entry {
-    const char* key;
-    const char* caption;  // in the English file
-    const char* otherwise;
-    int picture;  // 0 for none
-    int faceId;
-    bool beginsGroup;
-};
-constexpr Entry entries[] = {
-    {"mEditor", "Corvella &Editor", "Corvella &Editor", 104, 0, false},
-    {"mSync", "S&ynchronize", "S&ynchronize", 103, 0, true},
-    {"mSync0", "Synchronize &Contacts", "", 0, 0, false},
-    {"mSync1", "Synchronize Ca&lendar", "", 0, 0, false},
-    {"mNewSMS", "&New SMS", "&New SMS", 105, 0, true},
-    {"mSettings", "Se&ttings...", "Se&ttings", 106, 65, true},
-    {"mOptions", "Add-In &Options...", "", 0, 0, false},
-    {"mLogFile", "Lo&g File", "", 0, 0, true},
-    {"mAbout", "&About Corvella", "&Info", 0, 0, true},
-};
 
 // A user whose language file is this text. The library comes fresh into the process and leaves it again, because it
 // reads its language once.
@@ -151,13 +132,13 @@ std::size_t CountOf(const std::vector<ControlView>& controls, const char* captio
 
 }  // namespace
 
-IN_EVERY_VERSION("the nine entries have their captions, order, groups, faces and marks in every version") {
+IN_EVERY_VERSION("the entries have their captions, order, groups, faces and marks in every version") {
     Session session({.version = version});
     session.host.Start();
     const std::vector<ControlView> found = session.Entries(session.FirstWindow());
-    REQUIRE(found.size() == std::size(entries));
+    REQUIRE(found.size() == std::size(menuTable));
     for (std::size_t number = 0; number < found.size(); ++number) {
-        const Entry& entry = entries[number];
+        const MenuRow& entry = menuTable[number];
         CAPTURE(entry.key);
         CHECK(found[number].caption == entry.caption);
         CHECK(found[number].type == 1);
@@ -206,17 +187,17 @@ IN_EVERY_VERSION("each entry shows the picture of its own number, with its mask 
     Session session({.version = version});
     session.host.Start();
     const std::vector<ControlView> found = session.Entries(session.FirstWindow());
-    REQUIRE(found.size() == std::size(entries));
+    REQUIRE(found.size() == std::size(menuTable));
     for (std::size_t number = 0; number < found.size(); ++number) {
-        if (entries[number].picture == 0) continue;
-        CAPTURE(entries[number].key);
-        const standin::Pixels face = Resource(entries[number].picture);
+        if (menuTable[number].picture == 0) continue;
+        CAPTURE(menuTable[number].key);
+        const standin::Pixels face = Resource(menuTable[number].picture);
         if (version < 11) {
             CHECK(session.host.FaceOf(found[number].instance).colours == WithBackground(face, COLOR_SCROLLBAR).colours);
         } else {
             CHECK(session.host.FaceOf(found[number].instance).colours == face.colours);
             CHECK(session.host.MaskOf(found[number].instance).colours ==
-                  Resource(entries[number].picture + 100).colours);
+                  Resource(menuTable[number].picture + 100).colours);
         }
     }
 }
@@ -242,14 +223,20 @@ IN_EVERY_VERSION("the synchronise button shows the same picture as its entry, on
 }
 
 IN_EVERY_VERSION("a language file without the texts of four entries leaves these without caption, and has the others") {
-    const std::vector<std::string> captions = CaptionsWith(
-        "[OutlookAddIn]\r\nmEditor=Ed\r\nmSync=Sy\r\nmNewSMS=Ne\r\nmSettings=Se\r\nmAbout=Ab\r\n", version);
-    CHECK(captions == std::vector<std::string>{"Ed", "Sy", "", "", "Ne", "Se", "", "", "Ab"});
+    std::string text = "[OutlookAddIn]\r\n";
+    std::vector<std::string> expected;
+    for (const MenuRow& entry : menuTable) {
+        const bool named = entry.otherwise[0] != '\0';
+        if (named) text += std::string(entry.key) + "=Text of " + entry.key + "\r\n";
+        expected.push_back(named ? std::string("Text of ") + entry.key : "");
+    }
+    CHECK(std::count(expected.begin(), expected.end(), "") == 4);
+    CHECK(CaptionsWith(text, version) == expected);
 }
 
 IN_EVERY_VERSION("a language file without any text leaves each entry its own English caption, where it has one") {
     std::vector<std::string> expected;
-    for (const Entry& entry : entries) expected.emplace_back(entry.otherwise);
+    for (const MenuRow& entry : menuTable) expected.emplace_back(entry.otherwise);
     CHECK(CaptionsWith("[Info]\r\nLanguage=None\r\n", version) == expected);
 }
 
@@ -258,7 +245,7 @@ TEST_CASE("each of the four captions is left out alone, and the log file's never
         CAPTURE(missing);
         std::string text = "[OutlookAddIn]\r\n";
         std::vector<std::string> expected;
-        for (const Entry& entry : entries) {
+        for (const MenuRow& entry : menuTable) {
             const bool left = entry.key != std::string(missing);
             if (left) text += std::string(entry.key) + "=" + entry.key + "\r\n";
             expected.emplace_back(left ? entry.key : "");
@@ -299,7 +286,7 @@ IN_EVERY_VERSION("a popup that an earlier run left in the user's bars is deleted
         if (version == 9 && window != session.FirstWindow()) continue;  // it gets no menu, and keeps the old one
         REQUIRE(session.Popups(window).size() == 1);
         const std::vector<ControlView> found = session.Entries(window);
-        CHECK(found.size() == std::size(entries));
+        CHECK(found.size() == std::size(menuTable));
         CHECK(CountOf(found, "Old entry") == 0);
         CHECK(session.Popups(window).front().temporary);
     }
@@ -326,7 +313,7 @@ TEST_CASE("a popup that cannot be deleted and has no entries of ours gets them")
         LeavePopup(session, {parameter});
         session.host.FailMember("CommandBarPopup.Delete", standin::Fault::Fails(E_FAIL));
         session.LoadAddIn();
-        CHECK(session.Entries(session.FirstWindow()).size() == 1 + std::size(entries));
+        CHECK(session.Entries(session.FirstWindow()).size() == 1 + std::size(menuTable));
     }
 }
 
@@ -349,7 +336,7 @@ IN_EVERY_VERSION("loaded and unloaded three times in one session a window has on
     session.host.Start();
     const Window window = session.FirstWindow();
     for (int round = 0; round < 3; ++round) {
-        CHECK(session.Entries(window).size() == std::size(entries));
+        CHECK(session.Entries(window).size() == std::size(menuTable));
         CHECK(session.OwnControls(window, "103").size() == 1);
         REQUIRE(session.host.UnloadAddIn(e2e::progId));
         CHECK(session.Popups(window).empty());
@@ -403,7 +390,7 @@ TEST_CASE("Outlook 2000: the menu stands in the Explorer that was active, and ot
     const Window second = session.host.OpenExplorer();
     session.LoadAddIn();
     CHECK(session.Popups(first).empty());
-    CHECK(session.Entries(second).size() == std::size(entries));
+    CHECK(session.Entries(second).size() == std::size(menuTable));
     const Window third = session.host.OpenExplorer();
     session.host.Activate(first);
     session.host.Activate(third);

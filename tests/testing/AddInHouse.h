@@ -17,7 +17,7 @@ class AddInHouse {
   public:
     explicit AddInHouse(const std::string& language = "English") {
         path = folder.Path();
-        earlierPath_ = Files::PlugApplicationPath([] { return path; });
+        earlierPath_ = Files::Plug({.applicationPath = [] { return path; }});
         IniFile::location = {folder.Path("Corvella.ini"), folder.Path("Corvella.ini"), 0};
         IniFile::IniInit(false);
         Language::state = {};
@@ -32,7 +32,7 @@ class AddInHouse {
     ~AddInHouse() {
         IniFile::location = {};
         IniFile::IniInit(false);
-        Files::PlugApplicationPath(earlierPath_);
+        Files::Plug(earlierPath_);
         Language::state = {};
         Debug::state = {};
     }
@@ -46,5 +46,5 @@ class AddInHouse {
 
   private:
     inline static std::string path;
-    Files::PathSource earlierPath_ = nullptr;
+    Files::Ports earlierPath_;
 };

@@ -27,7 +27,7 @@ inline Lines From(const Lines& lines, const char* part) {
 
 struct MenuBuild {
     int walk = 0;          // over the controls that are there already
-    int entryWrites = 0;   // to the properties of the nine entries
+    int entryWrites = 0;   // to the properties of the entries
     int buttonWrites = 0;  // to those of the synchronise button
     int rest = 0;
 };

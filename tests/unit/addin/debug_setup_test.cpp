@@ -47,9 +47,9 @@ class Fixture : public Prompt::Port {
         addInFolder = folder.Path();
         anotherInstance = false;
         hostCommandLine = "outlook.exe";
-        Files::PlugApplicationPath(AddInFolder);
+        Files::Plug({.applicationPath = AddInFolder});
         DebugSetup::Plug({FindSettings, [] { return anotherInstance; }, [] { return hostCommandLine; }});
-        DebugSetup::PlugIntoDebug();
+        Debug::Plug(DebugSetup::PortsOfDebug());
         IniFile::IniInit(false);
         IniFile::location = {};
         Prompt::Plug(this);
@@ -61,7 +61,7 @@ class Fixture : public Prompt::Port {
         DebugSetup::Plug({});
         IniFile::location = {};
         Debug::Plug({});
-        Files::PlugApplicationPath(nullptr);
+        Files::Plug({});
         state = {};
     }
 

@@ -37,7 +37,7 @@ class Fixture : public Prompt::Port {
         Debug::state = {};
         addInFolder = folder.Path("add-in\\");
         CreateDirectoryA(addInFolder.c_str(), nullptr);
-        Files::PlugApplicationPath([] { return addInFolder; });
+        Files::Plug({.applicationPath = [] { return addInFolder; }});
         folder.Write(
             "add-in\\English.lng",
             "[OutlookAddIn]\r\nMsg1=Hand over your %i, all %i?\r\nA=appointments\r\nC=contacts\r\nT=tasks\r\n");
@@ -50,7 +50,7 @@ class Fixture : public Prompt::Port {
         FormOlAddInTimer::Unload();
         Prompt::Plug(nullptr);
         IniFile::location = {};
-        Files::PlugApplicationPath(nullptr);
+        Files::Plug({});
         Debug::state = {};
     }
 

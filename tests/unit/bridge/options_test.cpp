@@ -81,12 +81,12 @@ struct Fixture {
         InifileCV::state.IniFiles = profiles.Path();
         InifileCV::state.IniFilesRead = true;
         IniFile::location.CurrentFile = IniFile::location.BaseFile = settings.Path("settings.ini");
-        Files::PlugApplicationPath([] { return std::string(CV_LANGUAGE_FOLDER); });
+        Files::Plug({.applicationPath = [] { return std::string(CV_LANGUAGE_FOLDER); }});
         Speak("English");
     }
     ~Fixture() {
         Language::state = {};
-        Files::PlugApplicationPath(nullptr);
+        Files::Plug({});
         IniFile::location = {};
         IniFile::IniInit(false);
         InifileCV::state = {};
@@ -560,7 +560,7 @@ TEST_CASE_FIXTURE(Fixture, "whatever a language file holds, the dialog opens, is
     const TempFolder home;
     static std::string path;
     path = home.Path();
-    Files::PlugApplicationPath([] { return path; });
+    Files::Plug({.applicationPath = [] { return path; }});
     const std::string head = "x\r\n[FormOlAddInOptions]\r\n";
     std::string strangers = head;
     while (strangers.size() < 5'000'000) strangers += "Stranger(7)=" + std::string(1000, 'x') + "|y\r\n";

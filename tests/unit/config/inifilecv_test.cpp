@@ -52,11 +52,10 @@ class Machine : WithScriptingObject {
         for (const char* name : {"AddIn", "Windows temp", "Users", "Users\\Maria", "Users\\Maria\\Local"}) Make(name);
         Make("Roaming");
         addInFolder = folder.Path("AddIn");
-        Files::PlugApplicationPath(AddInFolder);
         windowsVersion = 6.0;
-        Files::PlugSystem({[] { return ScriptingObject(); }, nullptr, Version});
-        WindowsMisc::PlugGetIniFile(GetIniFile);
-        PlugLanguage(CountLanguageSetUp);
+        Files::Plug({AddInFolder, [] { return ScriptingObject(); }, nullptr, Version});
+        WindowsMisc::Plug({GetIniFile});
+        Plug({CountLanguageSetUp});
         languagesSetUp = 0;
         SetAppData(folder.Path("Roaming"));
         Start();
@@ -64,10 +63,9 @@ class Machine : WithScriptingObject {
     ~Machine() {
         Start();
         IniFile::IniInit(false);
-        PlugLanguage(nullptr);
-        WindowsMisc::PlugGetIniFile(nullptr);
-        Files::PlugSystem({});
-        Files::PlugApplicationPath(nullptr);
+        Plug({});
+        WindowsMisc::Plug({});
+        Files::Plug({});
     }
     Machine(const Machine&) = delete;
     Machine& operator=(const Machine&) = delete;

@@ -42,7 +42,7 @@ class House {
   public:
     House() {
         folder = folder_.Path();
-        earlierPath_ = Files::PlugApplicationPath([] { return folder; });
+        earlierPath_ = Files::Plug({.applicationPath = [] { return folder; }});
         IniFile::IniInit(false);
         earlierLocation_ = std::exchange(IniFile::location, {folder + "corvella.ini", folder + "corvella.ini", 0});
         earlierSettings_ = std::exchange(InifileCV::state, {});
@@ -55,7 +55,7 @@ class House {
         WindowsMisc::paths = earlierPaths_;
         InifileCV::state = earlierSettings_;
         IniFile::location = earlierLocation_;
-        Files::PlugApplicationPath(earlierPath_);
+        Files::Plug(earlierPath_);
         state = {};
     }
     void Write(const std::string& name, const std::string& text) const { folder_.Write(name, text); }
@@ -85,7 +85,7 @@ class House {
     const PrivateRegistry registry_;
     const TempFolder folder_;
     const BoxAnswerer boxes_{okAnswer};  // where a test leaves no file with a text
-    Files::PathSource earlierPath_ = nullptr;
+    Files::Ports earlierPath_;
     IniFile::Location earlierLocation_;
     InifileCV::State earlierSettings_;
     WindowsMisc::Paths earlierPaths_;
@@ -236,13 +236,13 @@ TEST_CASE("finding the settings files sets the language up, once") {
     house.WriteAllLanguages();
     house.System.Set("DEU");
     PrivateRegistry::PutText(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", "IniFiles", folder);
-    const InifileCV::LanguageSetUp earlier = InifileCV::PlugLanguage(Language::SetUp);
+    const InifileCV::Ports earlier = InifileCV::Plug({.setUpLanguage = Language::SetUp});
     InifileCV::GetIniFile();
     CHECK(state.LangDefault == "Deutsch");
     house.System.Set("FRA");
     InifileCV::GetIniFile();
     CHECK(state.LangDefault == "Deutsch");
-    InifileCV::PlugLanguage(earlier);
+    InifileCV::Plug(earlier);
 }
 
 TEST_CASE("a lookup and the settings that it has found load the language once between them") {
@@ -250,10 +250,10 @@ TEST_CASE("a lookup and the settings that it has found load the language once be
     house.WriteAllLanguages();
     PrivateRegistry::PutText(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", "IniFiles", folder);
     IniFile::location = {};
-    const InifileCV::LanguageSetUp earlier = InifileCV::PlugLanguage(Language::SetUp);
+    const InifileCV::Ports earlier = InifileCV::Plug({.setUpLanguage = Language::SetUp});
     const DebugLog log;
     CHECK(GetLanguageString("Misc", "Default") == "English");
-    InifileCV::PlugLanguage(earlier);
+    InifileCV::Plug(earlier);
     const std::string text = log.Text();
     const std::size_t first = text.find("<LoadLanguageFile>_");
     REQUIRE(first != std::string::npos);

@@ -80,7 +80,7 @@ std::wstring Letters(const std::string& text) {
 // The language as the add-in would load it from the folder of the sources.
 struct Chosen {
     explicit Chosen(const std::string& language) {
-        path_ = Files::PlugApplicationPath([] { return std::string(CV_LANGUAGE_FOLDER); });
+        path_ = Files::Plug({.applicationPath = [] { return std::string(CV_LANGUAGE_FOLDER); }});
         location_ = IniFile::location;
         char folder[MAX_PATH];
         GetTempPathA(MAX_PATH, folder);
@@ -91,13 +91,13 @@ struct Chosen {
     }
     ~Chosen() {
         DeleteFileA(IniFile::location.BaseFile.c_str());
-        Files::PlugApplicationPath(path_);
+        Files::Plug(path_);
         IniFile::location = location_;
         Language::state = {};
     }
 
   private:
-    Files::PathSource path_;
+    Files::Ports path_;
     IniFile::Location location_;
 };
 

@@ -37,12 +37,12 @@ class House : public AddInHouse {
         memory = {};
         opened.clear();
         helped.clear();
-        links.execApp = [](const std::string& command, std::int32_t style) {
-            opened.push_back(command + "," + platform::Decimal(style));
-        };
-        links.callHelp = [](const std::string& page, const std::string& htmlPage, std::int32_t flags) {
-            helped.push_back(page + "," + htmlPage + "," + platform::Decimal(flags));
-        };
+        Plug({.execApp = [](const std::string& command,
+                            std::int32_t style) { opened.push_back(command + "," + platform::Decimal(style)); },
+              .callHelp =
+                  [](const std::string& page, const std::string& htmlPage, std::int32_t flags) {
+                      helped.push_back(page + "," + htmlPage + "," + platform::Decimal(flags));
+                  }});
         host = CreateWindowExA(0, "STATIC", "Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 60, 60, 500, 400, nullptr,
                                nullptr, nullptr, nullptr);
         field = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 10, 10, 100, 20, host, nullptr, nullptr, nullptr);
@@ -51,7 +51,7 @@ class House : public AddInHouse {
     }
     ~House() {
         DestroyWindow(host);
-        links = {};
+        Plug({});
     }
     [[nodiscard]] static std::string Setting(const std::string& key) {
         return IniFile::GetIniSetting("Settings", key, "none");
@@ -1224,11 +1224,11 @@ TEST_CASE("an input that finds the form in use is asked for in a plain box") {
     static bool cancelled;
     prompt = "Inner";
     cancelled = true;
-    links.execApp = [](const std::string&, std::int32_t) {
+    Plug({.execApp = [](const std::string&, std::int32_t) {
         formLoaded = false;
         given = MsgInputBox(-2, prompt, 1, "Title", "old", 0, cancelled, "", "", "", "", "");
         formLoaded = true;
-    };
+    }});
     CHECK(outer.Ask({Click("LabelLink"), [] { FormDriver::Key(VK_RETURN); }, Click("ButtonOKYes")}) == "1");
     CHECK(given == "old");
     CHECK_FALSE(cancelled);
@@ -1311,7 +1311,7 @@ TEST_CASE("the extra option of a message is the page of its help") {
 
 TEST_CASE("what the lower floors ask comes through the box once it is plugged in") {
     const House house;
-    PlugIn();
+    Prompt::Plug(&PortOfPrompt());
     std::string prompt = "Text|&Go", text;
     {
         FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); },
@@ -1332,7 +1332,7 @@ TEST_CASE("what the lower floors ask comes through the box once it is plugged in
         CHECK(Prompt::Message(-1, 139, 0, "%f", "x") == 1);
     }
     CHECK(text.starts_with("The profile file x was not found."));
-    PlugOut();
+    Prompt::Plug(nullptr);
 }
 
 TEST_CASE("a box leaves no window, no drawing object and no error behind") {

@@ -102,7 +102,7 @@ struct Fixture {
         folder.Write("cven.chm", "");
         IniFile::location.CurrentFile = IniFile::location.BaseFile = folder.Path("settings.ini");
         IniFile::IniInit(false);
-        Files::PlugApplicationPath([] { return std::string("C:\\Corvella Add-In"); });
+        Files::Plug({.applicationPath = [] { return std::string("C:\\Corvella Add-In"); }});
         Language::state = {};
         Language::state.LangNewLine = "\r\n";
         Language::state.LangHelpFile = Language::state.LangHelpFileChosen = folder.Path("cven.chm");
@@ -112,7 +112,7 @@ struct Fixture {
         SetCurrentDirectoryA(formerDirectory);
         IniFile::location = {};
         IniFile::IniInit(false);
-        Files::PlugApplicationPath(nullptr);
+        Files::Plug({});
         Language::state = {};
     }
     void HelpStarts() { viewerProgram.emplace(programs, "hh.exe"); }

@@ -13,10 +13,12 @@ TEST_CASE("the add-in's folder is that of the module that the code is linked int
 
 TEST_CASE("another application path can be plugged in, and taken out again") {
     const std::string own = Files::AppFolder();
-    const bool hadOne = Files::PlugApplicationPath([] { return std::string("C:\\work\\j Projects\\x"); }) != nullptr;
+    const bool hadOne =
+        Files::Plug({.applicationPath = [] { return std::string("C:\\work\\j Projects\\x"); }}).applicationPath !=
+        nullptr;
     CHECK_FALSE(hadOne);
     CHECK(Files::AppFolder() == "C:\\work\\");
-    const bool hadThis = Files::PlugApplicationPath(nullptr) != nullptr;
+    const bool hadThis = Files::Plug({}).applicationPath != nullptr;
     CHECK(hadThis);
     CHECK(Files::AppFolder() == own);
 }

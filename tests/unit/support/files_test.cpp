@@ -369,15 +369,15 @@ bool Start(const std::string& command) {
 double Version() { return 5.1; }
 
 struct Plugged {
-    explicit Plugged(int success) : earlier(PlugSystem({Create, Start, Version})) {
+    explicit Plugged(int success) : earlier(Plug({nullptr, Create, Start, Version})) {
         creations = 0;
         succeedAt = success;
         commands.clear();
     }
-    ~Plugged() { PlugSystem(earlier); }
+    ~Plugged() { Plug(earlier); }
     Plugged(const Plugged&) = delete;
     Plugged& operator=(const Plugged&) = delete;
-    System earlier;
+    Ports earlier;
 };
 
 }  // namespace

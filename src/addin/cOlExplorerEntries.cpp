@@ -1,5 +1,5 @@
+// The rows of the menu. The table stands apart from MenuEntries.h, which knows nothing of the Explorer.
 #include "addin/MenuEntries.h"
-
 #include "addin/cOlExplorer.h"
 
 // scripts/tables.py reads these rows as text: literals only, in the order of the struct.
