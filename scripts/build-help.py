@@ -7,6 +7,9 @@
 A page's source is what stands inside its body, in UTF-8, with its title as heading. The head, the line of links to
 the other pages and the table of contents are made here, so that a page is named in one place only. What comes out is
 in the code page of the language (lang/languages.txt), in which the viewers of Windows 2000 read a table of contents.
+
+A page shows a picture as <img src="menu.png" alt="...">: it is docs/pictures/menu-<language>.png, which
+scripts/screenshots.sh makes.
 """
 import html
 import pathlib
@@ -22,6 +25,7 @@ import languages  # noqa: E402
 
 ROOT = SCRIPTS.parent
 SOURCE = ROOT / "help"
+PICTURES = ROOT / "docs" / "pictures"
 
 # In the order of the contents.
 PAGES = ["index", "Sending", "Menu", "AddInOutl", "Buttons", "Trouble"]
@@ -41,6 +45,15 @@ def window_title(language):
 
 def title_of(source):
     return re.search(r"<h1>(.*?)</h1>", source, re.S).group(1).strip()
+
+
+def pictures_in(source):
+    """The names of the pictures that a page shows, without their extension."""
+    return re.findall(r'<img src="([^"]+)\.png"', source)
+
+
+def picture_file(pictures, name, language):
+    return pictures / f"{name}-{language.name}.png"
 
 
 def navigation(titles, current):
@@ -72,9 +85,9 @@ def contents(titles):
             f"<ul>\n{entries}</ul>\n</body></html>\n")
 
 
-def project(language):
+def project(language, pictures):
     name, title = help_name(language), window_title(language)
-    files = "\n".join(f"{page}.htm" for page in PAGES)
+    files = "\n".join([f"{page}.htm" for page in PAGES] + [f"{picture}.png" for picture in pictures])
     return f"""[OPTIONS]
 Compatibility=1.1 or later
 Compiled file={name}.chm
@@ -110,11 +123,14 @@ def build(output, language):
     for page, source in sources.items():
         write(manual / f"{page}.htm", whole_page(source, titles, page, code_page), code_page)
     shutil.copy(SOURCE / "style.css", manual)
+    pictures = sorted({name for source in sources.values() for name in pictures_in(source)})
+    for picture in pictures:
+        shutil.copy(picture_file(PICTURES, picture, language), manual / f"{picture}.png")
 
     work = output / "work" / folder
     shutil.copytree(manual, work)
     write(work / "contents.hhc", contents(titles), code_page)
-    write(work / f"{name}.hhp", project(language), code_page)
+    write(work / f"{name}.hhp", project(language, pictures), code_page)
     done = subprocess.run(["chmcmd", f"{name}.hhp"], cwd=work, capture_output=True, text=True, errors="replace")
     compiled = work / f"{name}.chm"
     if done.returncode != 0 or not compiled.exists():

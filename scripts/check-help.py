@@ -14,6 +14,7 @@ The rules
     pages     every language has the same pages, each with one heading
     links     every link leads to a page
     tags      every tag that is opened is closed, in order
+    pictures  every picture has a text for those who cannot see it, and there is one for the language
     texts     what is bold is a text of the add-in in that language: menus, buttons, fields
     menu      Menu.htm names every entry of the menu
     options   AddInOutl.htm names every field and group of the options dialog
@@ -40,11 +41,15 @@ class Page(html.parser.HTMLParser):
     def __init__(self, source):
         super().__init__(convert_charrefs=True)
         self.open, self.links, self.bold, self.headings, self.faults = [], [], [], 0, []
+        self.untold = 0  # pictures without a text
         self.text = None
         self.feed(source)
         self.faults += [f"<{tag}> is not closed" for tag in self.open]
 
     def handle_starttag(self, tag, attributes):
+        if tag == "img":  # has no end
+            self.untold += not dict(attributes).get("alt")
+            return
         self.open.append(tag)
         if tag == "a":
             self.links += [value for name, value in attributes if name == "href"]
@@ -108,6 +113,11 @@ def check_language(root, language):
             yield "pages", f"{name} has {parsed.headings} headings"
         for fault in parsed.faults:
             yield "tags", f"{name}: {fault}"
+        if parsed.untold:
+            yield "pictures", f"{name} has {parsed.untold} pictures without a text"
+        for picture in builder.pictures_in(source):
+            if not builder.picture_file(root / "docs" / "pictures", picture, language).exists():
+                yield "pictures", f"{name} shows {picture}.png, of which docs/pictures has none for {folder}"
         for link in parsed.links:
             if link.removesuffix(".htm") not in builder.PAGES:
                 yield "links", f"{name} leads to {link}"
@@ -160,6 +170,8 @@ BREAKS = [
     ("tags", "help/English/Menu.htm", "</table>", ""),
     ("texts", "help/English/Menu.htm", "<b>New SMS</b>", "<b>New Message</b>"),
     ("texts", "lang/Deutsch.lng", "ButtonSendToPhone=An Handy senden", "ButtonSendToPhone=Senden"),
+    ("pictures", "help/English/AddInOutl.htm", 'src="options.png"', 'src="option.png"'),
+    ("pictures", "help/Deutsch/AddInOutl.htm", ' alt="', ' title="'),
     ("menu", "help/Deutsch/Menu.htm", "<b>Protokolldatei</b>", "Protokolldatei"),
     ("menu", "src/addin/cOlExplorerEntries.cpp", '{"mAbout",', '{"mNew", "New"}, {"mAbout",'),
     ("letters", "help/Deutsch/Menu.htm", "Öffnet Corvella.", "Öffnet Corvella: Ł."),
@@ -177,7 +189,7 @@ def self_test(root):
     for rule, name, old, new in BREAKS:
         with tempfile.TemporaryDirectory() as folder:
             copy = pathlib.Path(folder)
-            for part in ("help", "lang", "src/addin", "src/bridge"):
+            for part in ("help", "lang", "docs/pictures", "src/addin", "src/bridge"):
                 shutil.copytree(root / part, copy / part)
             encoding = "cp1252" if name.endswith(".lng") else "utf-8"
             data = (copy / name).read_bytes()

@@ -6,9 +6,19 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 convert=$(command -v convert-im6.q16 || command -v convert)
 scripts/contact-sheet.sh
-crop() { "$convert" "build/demo/2003/$1.png" -crop "$2" +repage -define png:exclude-chunks=date,time "docs/pictures/$1.png"; }
-crop menu 900x300+40+30
-crop contact 940x640+30+20
+crop() {  # crop folder-of-the-demo picture part name
+    "$convert" "build/demo/$1/$2.png" -crop "$3" +repage -define png:exclude-chunks=date,time "docs/pictures/$4.png"
+}
+crop 2003 menu 900x300+40+30 menu
+crop 2003 contact 940x640+30+20 contact
+# For the manual, in each language that has one.
+manuals=$(cd help && ls -d */ | tr -d /)
+for language in $manuals; do
+    played=2003-$language
+    [ "$language" != English ] || played=2003
+    crop "$played" menu 640x256+290+54 "menu-$language"
+    crop "$played" contact 640x300+30+20 "contact-$language"
+done
 python3 scripts/draw-bitmaps.py
 
 scripts/build.sh win32-release question_screens options_screens > build/screens.log ||
@@ -51,6 +61,9 @@ for bitmap in build/screens/*.bmp build/screens/small/*.bmp; do
     "$convert" "$bitmap" -define png:exclude-chunks=date,time "${bitmap%.bmp}.png"
     rm "$bitmap"
 done
-cp build/screens/options-{English,Deutsch}-96.png docs/pictures/
+for language in $manuals; do
+    cp "build/screens/options-$language-96.png" "docs/pictures/options-$language.png"
+    cp "build/screens/question-message-$language-96.png" "docs/pictures/question-$language.png"
+done
 cp build/screens/question-link-English-96.png docs/pictures/question.png
 ls -l docs/pictures
