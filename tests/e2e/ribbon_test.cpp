@@ -9,6 +9,7 @@
 #include "e2e/RecordedCorvella.h"
 #include "e2e/Session.h"
 #include "e2e/User.h"
+#include "testing/MenuTable.h"
 
 using e2e::RecordedCorvella;
 using e2e::RibbonIs;
@@ -351,7 +352,7 @@ TEST_CASE("a host that never asks for the ribbon gets the command bars") {
     InEachVersion(
         [](Session& session) {
             const Window window = session.FirstWindow();
-            CHECK(session.Entries(window).size() == 9);
+            CHECK(session.Entries(window).size() == std::size(menuTable));
             CHECK(session.OwnControls(window, "103").size() == 1);
             session.host.SwitchFolder(window, FolderKind::Contacts);
             CHECK(session.OwnControls(window, "107").size() == 1);
@@ -368,12 +369,12 @@ TEST_CASE("a host that refuses the ribbon gets the command bars, and never both"
             [](Session& session) {
                 const Window window = session.FirstWindow();
                 CHECK(session.host.RibbonErrors().size() == 1);
-                CHECK(session.Entries(window).size() == 9);
+                CHECK(session.Entries(window).size() == std::size(menuTable));
                 const std::vector<RibbonTabView> tabs = session.host.Ribbon(window);
                 REQUIRE(Tab(tabs, "TabMail"));
                 CHECK(Tab(tabs, "TabMail")->groups.empty());
                 const Window second = session.host.OpenExplorer(FolderKind::Contacts);
-                CHECK(session.Entries(second).size() == 9);
+                CHECK(session.Entries(second).size() == std::size(menuTable));
             },
             options);
     }
@@ -411,7 +412,7 @@ TEST_CASE("an add-in that the user ticks later has its ribbon at once, and none 
 TEST_CASE("Outlook 2007 asks for item windows and gets nothing: its command bars stay") {
     Session session({.version = 12}, RibbonIs::Asked);
     session.host.Start();
-    CHECK(session.Entries(session.FirstWindow()).size() == 9);
+    CHECK(session.Entries(session.FirstWindow()).size() == std::size(menuTable));
     const Window contact = session.OpenNew(ItemClass::Contact);
     CHECK(session.SendButton(contact));
     CHECK(session.host.RibbonsAsked() == Texts{"Microsoft.Outlook.Contact"});
