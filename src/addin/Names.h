@@ -23,10 +23,11 @@ inline constexpr const char* Identification = "CVOutlookAddIn.Main";
 
 }  // namespace Names
 
-// Source interfaces of Outlook and Office, and their events. Outlook's are those of 2000, which all versions keep.
+// Source interfaces of Outlook and Office, and their events. Outlook's are those of 2000, which all versions keep, but
+// for the application's: that one came with 2002, so that its absence tells Outlook 2000 (host quirk 7).
 namespace Events {
 
-inline constexpr platform::InterfaceId Application = platform::OfficeInterface(0x0006304E);
+inline constexpr platform::InterfaceId Application = platform::OfficeInterface(0x0006300E);  // ApplicationEvents_10
 inline constexpr std::int32_t Quit = 0xF007;
 
 inline constexpr platform::InterfaceId Explorers = platform::OfficeInterface(0x00063078);

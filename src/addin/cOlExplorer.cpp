@@ -184,13 +184,22 @@ void cOlExplorer::objExplorer_Activate() {
 void cOlExplorer::BuildMenusOnce() {
     if (HasRibbon()) return;
     const bool first = !std::exchange(menusBuilt_, true);  // building may pump messages and activate once more
-    if (first) SetMenus(objExplorer_.Object());
+    if (!first) return;
+    SetMenus(objExplorer_.Object());
+    // A window that opens with a contacts folder tells of neither folder nor selection.
+    ShowSendToPhoneButton();
+    objExplorer_SelectionChange();
 }
 
 void cOlExplorer::objExplorer_FolderSwitch() {
     const Debug::Trace trace("objExplorer_FolderSwitch");
     if (HasRibbon()) return TellRibbon();
     if (ribbon_->Offered()) BuildMenusOnce();
+    ShowSendToPhoneButton();
+}
+
+// While a contacts folder is shown, and only then.
+void cOlExplorer::ShowSendToPhoneButton() {
     if (ShowsContacts(objExplorer_.Object())) {
         if (!sendToPhone_) AddSendToPhoneButton();
     } else {

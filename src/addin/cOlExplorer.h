@@ -68,6 +68,7 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
     [[nodiscard]] platform::Dispatch AddPopup(const platform::Dispatch& menuBar, std::int16_t before) const;
     void AddEntries(const platform::Dispatch& popup);
     void AddSynchroniseButton(const platform::Dispatch& explorer);
+    void ShowSendToPhoneButton();
     void AddSendToPhoneButton();
     // Runs `command` at a click on `button`, if the clicked control carries the add-in's own mark.
     void Bind(EventButton& member, const platform::Dispatch& button, Command command);

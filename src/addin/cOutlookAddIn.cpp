@@ -72,7 +72,8 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
     if (windows_.empty()) ReleaseEverything();
 }
 
-// Outlook 2000, whose application's events cannot be sunk, gets its menus at once and no events of the Explorer.
+// Outlook 2000, whose application has not these events (host quirk 7), gets its menus at once and no events of the
+// Explorer.
 void cOutlookAddIn::OpenFirstExplorer() {
     const bool outlook2000 = !myolapp_.Object();
     const Dispatch explorer = FirstExplorer();

@@ -1,7 +1,7 @@
 // addin/cOutlookAddIn.h: the one object that follows Outlook's windows and keeps a wrapper for each.
 //
 // Shapes  Wrappers stand in slots counted from 0, which are reused after their windows close.
-// Errors  what the host refuses is skipped. An application whose events cannot be sunk is Outlook 2000.
+// Errors  what the host refuses is skipped. An application without the events of 2002 is Outlook 2000.
 // Owns    Outlook's application and collections with their events, the wrappers and the watches, until
 //         UnInitHandler with an empty application: at Quit, at disconnection, or when the last window closes.
 #pragma once
@@ -71,7 +71,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     [[nodiscard]] bool ServesAnyWindow() const;
     [[nodiscard]] bool WasLast(const WatchedWindow& window) const;
 
-    EventSource myolapp_;  // empty where the application's events cannot be sunk
+    EventSource myolapp_;  // empty in the Outlook 2000 mode
     EventSource colExpl_;
     EventSource colInsp_;
     platform::Dispatch application_;

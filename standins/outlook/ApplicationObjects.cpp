@@ -27,8 +27,8 @@ constexpr Member nameSpaceMembers[] = {
     Method<&NameSpaceObject::CallGetDefaultFolder>("GetDefaultFolder", 0x210B, "FolderType"),
     Method<&NameSpaceObject::CallGetItemFromId>("GetItemFromID", 0x2109, "EntryIDItem,EntryIDStore?"),
 };
-// In 2000 a client cannot sink the application's events, so its first set counts from 2002 on.
-constexpr EventSet applicationEvents[] = {{"ApplicationEvents", OfficeGuid(0x0006304E), 10, 0},
+// The first set is that of 2000, the default source there; the others came with 2002 and 2003 (type libraries).
+constexpr EventSet applicationEvents[] = {{"ApplicationEvents", OfficeGuid(0x0006304E), 9, 0},
                                           {"ApplicationEvents_10", OfficeGuid(0x0006300E), 10, 1},
                                           {"ApplicationEvents_11", OfficeGuid(0x0006302C), 11, 2}};
 constexpr EventSet nameSpaceEvents[] = {{"NameSpaceEvents", OfficeGuid(0x0006308C)}};
@@ -41,6 +41,7 @@ const TypeDescription& ApplicationObject::Type() const {
     return type;
 }
 
+// The build of 2000 is documented, those of the others are assumed.
 std::wstring ApplicationObject::GetVersion() {
     switch (Version()) {
         case 9: return L"9.0.0.2711";

@@ -148,6 +148,7 @@ constexpr Member buttonMembers[] = {
     Put<&ControlObject::PutStyle>("Style", 0x6005000A),
     ControlGet<&ControlModel::hyperlink>("HyperlinkType", 0x6005000C),
     ControlPut<&ControlModel::hyperlink>("HyperlinkType", 0x6005000C),
+    // Not in the type library of Office 2000; Office XP has them (host quirk 8).
     Get<&ControlObject::GetPicture>("Picture", 0x6005000E, "", 10),
     Put<&ControlObject::PutPicture>("Picture", 0x6005000E, 10),
     Get<&ControlObject::GetMask>("Mask", 0x60050010, "", 10),

@@ -178,6 +178,7 @@ std::span<const Entry> StandardOf(ItemClass itemClass) {
 }  // namespace
 
 std::vector<BarPointer> ExplorerBars(int version, const std::function<int()>& nextInstance) {
+    // That "Go" came with the navigation pane of 2003 is assumed.
     const std::span<const Menu> menus = version >= 11 ? std::span<const Menu>(explorerMenusWithGo) : explorerMenus;
     return {MenuBar(menus, nextInstance), Toolbar(L"Standard", true, explorerStandard, nextInstance),
             Toolbar(L"Advanced", false, explorerAdvanced, nextInstance)};

@@ -299,6 +299,7 @@ Cancelled ItemObject::AskClose() {
 
 Cancelled ItemObject::AskSend() { return Ask(*this, sendEvent); }
 
+// Knowledge Base 929593. In earlier versions some crashed; here they work (assumed).
 void ItemObject::RefuseInClose() const {
     if (inClose && Version() >= 12)
         RefuseWords(E_FAIL, L"The item's properties and methods cannot be used inside this event procedure.");

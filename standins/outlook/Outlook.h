@@ -25,17 +25,22 @@
 //   Unadvise, and Next of an enumerator. Each has a number, from 1 on (see Calls). AddRef, Release and other
 //   QueryInterface calls do not pass it.
 //
-// Versions (Options::version)
-//   9   Picture and Mask of buttons are unknown names; FindConnectionPoint knows no event set of the Application
-//       and none of the later sets (`..._10`, `..._11`)
-//   10  Picture, Mask, ApplicationEvents, ApplicationEvents_10, ExplorerEvents_10, InspectorEvents_10, ItemEvents_10
-//   11  ApplicationEvents_11; the menu bar of Explorers has "&Go" where 9 and 10 have "F&avorites"
-//   12  Close and Delete of an item fail inside the Close events of the item and of its Inspector; the end of the
-//       session does not wait for references
+// Versions (Options::version), and where each difference is known from (docs/host-quirks.md names the sources)
+//   9   the event sets of 2000 (type library of Outlook 9.0); Picture and Mask of buttons are unknown names (type library
+//       of Office 9.0); a sent mail's window raises no Close (the ClamWin add-in only)
+//   10  + ApplicationEvents_10, ExplorerEvents_10, InspectorEvents_10, ItemEvents_10, with MAPILogonComplete and
+//       BeforeDelete (type library of 2002 for the application's; the others inferred from later ones); Picture, Mask
+//       (Knowledge Base for Office XP)
+//   11  + ApplicationEvents_11 (type library of 2003); the menu bar of Explorers has "&Go" where 9 and 10 have
+//       "F&avorites" (assumed)
+//   12  Close and Delete of an item fail inside the Close events of the item and of its Inspector (Knowledge Base 929593;
+//       that they work in earlier versions, where some crashed, is assumed); the end of the session does not wait for
+//       references (Microsoft's blog)
 //   14  (2010) an add-in is not told of the end unless it asked for that. Command bars are there as before, but what
 //       add-ins put on them shows on the tab "Add-Ins" only (AddInsTab)
 //   15  (2013) as 14
 //   16  (2016 and everything later) as 14
+//   Application.Version begins with the number; the rest is documented for 2000 alone (Knowledge Base), assumed elsewhere.
 //
 // Order of events
 //   Start         the first Explorer is there (not with StartedBy::Automation), not yet shown and not announced by

@@ -38,7 +38,7 @@ Result Session::NameSpace() { return nameSpace_; }
 void Session::Start() {
     if (started_) return;
     gate->Action("start Outlook " + std::to_string(options.version));
-    if (options.startedBy == StartedBy::User) NewExplorer(store.Get(FolderKind::Inbox));
+    if (options.startedBy == StartedBy::User) NewExplorer(store.Get(options.startFolder));
     if (readRegistry) addIns->ReadRegistry();
     started_ = starting_ = true;
     addIns->LoadAtStart();
@@ -84,7 +84,7 @@ void Session::EndSession() {
     if (EndsFast()) {
         addIns->Shutdown(true);
         ending_ = Ending::AddInsNotTold;
-    } else if (options.version >= 12 || !held) {
+    } else if (options.version >= 12 || !held) {  // host quirk 2
         addIns->Shutdown(false);
         ending_ = Ending::AddInsTold;
     } else if (gate->Held().empty()) {
@@ -269,7 +269,7 @@ bool Session::Send(WindowObject& window) {
     auto* inspector = dynamic_cast<InspectorObject*>(&window);
     if (!inspector || inspector->item->AskSend() == Cancelled::Yes) return false;
     inspector->item->MarkSaved(FolderKind::SentMail);
-    inspector->sentInOld = options.version == 9;
+    inspector->sentInOld = options.version == 9;  // host quirk 14
     return Close(window, SaveMode::Save);
 }
 

@@ -78,6 +78,7 @@ struct Options {
     ClosingWindow closingWindow = ClosingWindow::StillCounted;
     ShutdownCalls shutdownCalls = ShutdownCalls::ByVersion;
     StartedBy startedBy = StartedBy::User;
+    FolderKind startFolder = FolderKind::Inbox;  // that the first window opens with
     CustomArray customArray = CustomArray::AsDocumented;
     ClickedControl clicked = ClickedControl::AnotherObject;
     Failures failures = Failures::AsThemselves;

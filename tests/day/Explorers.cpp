@@ -168,6 +168,14 @@ void SecondExplorer(const Stage& stage) {
         ExpectStart(stage, "its synchronise button", "syncdlg ol",
                     [&] { stage.Press(second, OwnButton(stage, second, synchronise).instance); });
     }
+    const standin::Window third = outlook.OpenExplorer(FolderKind::Contacts);
+    stage.Pump(200);
+    const bool hasButton = static_cast<bool>(OwnButton(stage, third, sendToPhone));
+    stage.Check(serves
+                    ? "a window that opens with the contacts folder has that button at once"
+                    : "Outlook 2000: a window that opens with the contacts folder has it only after a change of folder",
+                hasButton == serves);
+    outlook.CloseWindow(third);
     PostMessageA(stage.FrameOf(second), WM_CLOSE, 0, 0);
     stage.Pump(300);
     stage.Check("it closes", !outlook.Exists(second));

@@ -98,9 +98,10 @@ Answer Call(const Object& object, const char* name, const std::vector<Variant>& 
 
 // {xxxxxxxx-0000-0000-C000-000000000046}
 GUID Id(unsigned long first);
-inline constexpr unsigned long applicationEvents = 0x6304E, applicationEvents11 = 0x6302C, explorersEvents = 0x63078,
-                               explorerEvents = 0x6304F, explorerEvents10 = 0x6300F, inspectorsEvents = 0x63079,
-                               inspectorEvents = 0x6307D, itemEvents = 0x6303A, buttonEvents = 0xC0351;
+inline constexpr unsigned long applicationEvents = 0x6304E, applicationEvents10 = 0x6300E,
+                               applicationEvents11 = 0x6302C, explorersEvents = 0x63078, explorerEvents = 0x6304F,
+                               explorerEvents10 = 0x6300F, inspectorsEvents = 0x63079, inspectorEvents = 0x6307D,
+                               itemEvents = 0x6303A, buttonEvents = 0xC0351;
 
 // A sink on the stack, advised until it is cut or ends.
 class Sink : public IDispatch {

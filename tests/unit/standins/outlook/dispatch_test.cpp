@@ -200,7 +200,7 @@ TEST_CASE("For Each goes over bars and controls") {
 TEST_CASE("connection points exist for the sets of the version only") {
     struct Case {
         int version;
-        HRESULT application, application11, explorer10;
+        HRESULT application10, application11, explorer10;
     };
     const HRESULT no = static_cast<HRESULT>(0x80040200);  // CONNECT_E_NOCONNECTION
     for (const Case& expected :
@@ -208,13 +208,25 @@ TEST_CASE("connection points exist for the sets of the version only") {
         CAPTURE(expected.version);
         const Host host({.version = expected.version});
         Com<IConnectionPoint> point;
-        CHECK(FindPoint(host.application, applicationEvents, point) == expected.application);
+        CHECK(FindPoint(host.application, applicationEvents, point) == S_OK);
+        CHECK(FindPoint(host.application, applicationEvents10, point) == expected.application10);
         CHECK(FindPoint(host.application, applicationEvents11, point) == expected.application11);
         CHECK(FindPoint(host.Explorer(), explorerEvents10, point) == expected.explorer10);
         CHECK(FindPoint(host.Explorer(), explorerEvents, point) == S_OK);
         CHECK(FindPoint(Get(host.application, "Explorers").AsObject(), explorersEvents, point) == S_OK);
         CHECK(FindPoint(Get(host.application, "Inspectors").AsObject(), inspectorsEvents, point) == S_OK);
         CHECK(FindPoint(host.Button("x"), buttonEvents, point) == S_OK);
+    }
+}
+
+TEST_CASE("a client of any version hears the application's end through the first event set") {
+    for (const int version : {9, 10, 11, 12}) {
+        CAPTURE(version);
+        Host host({.version = version});
+        int told = 0;
+        Sink sink(host.application, applicationEvents, [&](DISPID id, DISPPARAMS&) { told += id == 0xF007 ? 1 : 0; });
+        host.outlook.Quit();
+        CHECK(told == 1);
     }
 }
 
