@@ -1,10 +1,11 @@
 // The stations in item windows: saved and sent with the add-in's button.
 #include "day/Day.h"
+#include "outlook/program/RibbonTabs.h"
 
 namespace program::day {
 namespace {
 
-// The add-in's button in an item window, where it stands and looks as it should in this version.
+// The add-in's button in an item window, where it stands and looks as it should in this version; to be seen.
 standin::ControlView CheckButton(const Stage& stage, standin::Window window) {
     const char* tag = stage.Outlook().Version() >= outlook2003 ? "102" : "101";
     const standin::ControlView button = OwnButton(stage, window, tag);
@@ -13,6 +14,8 @@ standin::ControlView CheckButton(const Stage& stage, standin::Window window) {
               ", OnAction " + button.onAction);
     stage.Check("second, with the caption of the language",
                 button.index == 2 && button.caption == LanguageText("OutlookAddIn", "ButtonUpdate"));
+    if (stage.Outlook().Version() >= outlook2007)
+        stage.Check("the ribbon has the tab \"Add-Ins\", which opens", stage.OpenTab(window, addInsTab));
     return button;
 }
 

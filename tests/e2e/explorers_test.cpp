@@ -35,7 +35,7 @@ TEST_CASE("Outlook 2000: the menu is there at start, and activation rebuilds not
     CHECK(after.front().instance == before.front().instance);
 }
 
-TEST_CASE("Outlook 2000 is known by the application events that it has not, and its windows are followed all the same") {
+TEST_CASE("Outlook 2000 is known by the application events it lacks, and its windows are followed all the same") {
     Session session({.version = 9});
     session.host.Record(standin::Detail::Everything);
     session.host.Start();

@@ -85,23 +85,82 @@ HFONT FixedFont() {
     return font;
 }
 
-Look Look::Of(int version) {
+namespace {
+
+Look InSystemColours(bool flat) {
     const COLORREF face = GetSysColor(COLOR_BTNFACE), highlight = GetSysColor(COLOR_HIGHLIGHT),
                    window = GetSysColor(COLOR_WINDOW);
     Look look;
-    look.flat = version >= 10;
-    look.bar = face;
-    look.hover = look.flat ? Mix(highlight, window, 30) : face;
-    look.pressed = look.flat ? Mix(highlight, window, 50) : face;
+    look.flat = flat;
+    look.face = look.band = look.bar = look.barLow = look.gutter = look.caption = face;
+    look.edge = look.menuEdge = GetSysColor(COLOR_BTNSHADOW);
+    look.ink = look.captionInk = GetSysColor(COLOR_BTNTEXT);
+    look.hover = look.hoverLow = flat ? Mix(highlight, window, 30) : face;
+    look.pressed = flat ? Mix(highlight, window, 50) : face;
     look.hoverEdge = highlight;
-    look.menu = look.flat ? Mix(face, window, 15) : face;
-    look.menuEdge = GetSysColor(COLOR_BTNSHADOW);
+    look.menu = flat ? Mix(face, window, 15) : face;
+    look.banner = look.bannerLow = GetSysColor(COLOR_BTNSHADOW);
+    look.bannerInk = GetSysColor(COLOR_BTNHIGHLIGHT);
     return look;
+}
+
+Look Of2003() {
+    Look look = InSystemColours(true);
+    look.face = RGB(196, 218, 250);
+    look.band = RGB(158, 190, 245);
+    look.bar = RGB(221, 236, 254);
+    look.barLow = RGB(129, 169, 226);
+    look.edge = RGB(106, 140, 203);
+    look.hover = RGB(255, 244, 204);
+    look.hoverLow = RGB(255, 208, 145);
+    look.hoverEdge = RGB(0, 0, 128);
+    look.pressed = RGB(254, 145, 78);
+    look.menu = RGB(246, 246, 246);
+    look.menuEdge = RGB(0, 45, 150);
+    look.gutter = RGB(186, 211, 248);
+    look.banner = RGB(89, 135, 214);
+    look.bannerLow = RGB(3, 56, 147);
+    look.bannerInk = RGB(255, 255, 255);
+    return look;
+}
+
+Look Of2007() {
+    Look look = Of2003();
+    look.face = look.band = RGB(191, 219, 255);
+    look.bar = RGB(233, 241, 252);
+    look.barLow = RGB(199, 216, 237);
+    look.edge = RGB(141, 178, 227);
+    look.ink = RGB(21, 66, 139);
+    look.hover = RGB(255, 252, 222);
+    look.hoverLow = RGB(255, 217, 117);
+    look.hoverEdge = RGB(221, 181, 100);
+    look.menu = RGB(250, 250, 250);
+    look.menuEdge = RGB(134, 134, 134);
+    look.gutter = RGB(233, 238, 238);
+    look.caption = RGB(193, 216, 241);
+    look.captionInk = RGB(62, 106, 170);
+    look.banner = RGB(227, 239, 255);
+    look.bannerLow = RGB(175, 210, 255);
+    look.bannerInk = RGB(21, 66, 139);
+    return look;
+}
+
+}  // namespace
+
+Look Look::Of(int version) {
+    if (version >= 12) return Of2007();
+    return version == 11 ? Of2003() : InSystemColours(version >= 10);
 }
 
 void Fill(HDC dc, const RECT& place, COLORREF colour) {
     SetBkColor(dc, colour);
     ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &place, "", 0, nullptr);
+}
+
+void FillDown(HDC dc, const RECT& place, COLORREF top, COLORREF bottom) {
+    const int height = place.bottom - place.top;
+    for (int y = 0; y < height; ++y)
+        Fill(dc, {place.left, place.top + y, place.right, place.top + y + 1}, Mix(bottom, top, 100 * y / height));
 }
 
 void Frame(HDC dc, const RECT& place, COLORREF colour) {

@@ -13,14 +13,24 @@ namespace program {
 [[nodiscard]] HFONT BannerFont();  // Tahoma 12, bold
 [[nodiscard]] HFONT FixedFont();
 
-// Looks of the versions: until 2000 edges in relief, from 2002 on flat fields in a tint of the selection's colour.
+// Looks of the versions, to be told apart at a glance: 2000 grey with edges in relief; 2002 grey and flat, with fields in a
+// tint of the selection's colour; 2003 and 2007 in two blues with orange fields. Where there are two colours of a field
+// the first is the upper one.
 struct Look {
     bool flat = false;
-    COLORREF bar = 0, hover = 0, hoverEdge = 0, pressed = 0, menu = 0, menuEdge = 0;
+    COLORREF face = 0;                                // of frames, behind everything
+    COLORREF band = 0, bar = 0, barLow = 0;           // menu bars; toolbars and the ribbon
+    COLORREF edge = 0, ink = 0;                       // lines and text on them
+    COLORREF hover = 0, hoverLow = 0, hoverEdge = 0;  // what is under the mouse
+    COLORREF pressed = 0;
+    COLORREF menu = 0, menuEdge = 0, gutter = 0;        // open menus, and their strip for pictures
+    COLORREF caption = 0, captionInk = 0;               // the ribbon's groups
+    COLORREF banner = 0, bannerLow = 0, bannerInk = 0;  // the line above a folder's list
     static Look Of(int version);
 };
 
 void Fill(HDC dc, const RECT& place, COLORREF colour);
+void FillDown(HDC dc, const RECT& place, COLORREF top, COLORREF bottom);  // from one colour to the other
 void Frame(HDC dc, const RECT& place, COLORREF colour);
 void Line(HDC dc, int x1, int y1, int x2, int y2, COLORREF colour);
 

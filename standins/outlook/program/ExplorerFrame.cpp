@@ -84,7 +84,7 @@ HIMAGELIST Pictures(std::span<const int> ids) {
 }  // namespace
 
 ExplorerFrame::ExplorerFrame(Desk& desk, standin::Window window, const RECT& place)
-    : HostFrame(desk, window, "Microsoft Outlook", place) {
+    : HostFrame(desk, window, Top::Bars, place) {
     folders_ = MakeChild(Handle(), WC_TREEVIEWA, "",
                          TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | WS_TABSTOP,
                          WS_EX_CLIENTEDGE, 1);
@@ -123,7 +123,7 @@ void ExplorerFrame::MakeFolders() {
 
 void ExplorerFrame::ShowContents() {
     const standin::WindowView view = desk_.Host().View(TheWindow());
-    SetWindowTextA(Handle(), view.caption.c_str());
+    SetTitle(view.caption);
     if (!columnsMade_ || view.folder != shown_) ShowFolder(view.folder);
     ShowItems();
 }
@@ -249,10 +249,11 @@ void ExplorerFrame::LayOut(RECT inside) {
 void ExplorerFrame::Paint() {
     PAINTSTRUCT paint;
     const HDC dc = BeginPaint(Handle(), &paint);
-    Fill(dc, banner_, GetSysColor(COLOR_BTNSHADOW));
+    const Look look = Look::Of(desk_.Host().Version());
+    FillDown(dc, banner_, look.banner, look.bannerLow);
     SelectObject(dc, BannerFont());
-    Write(dc, bannerText_, {banner_.left + 8, banner_.top, banner_.right - 30, banner_.bottom},
-          GetSysColor(COLOR_BTNHIGHLIGHT), DT_LEFT);
+    Write(dc, bannerText_, {banner_.left + 8, banner_.top, banner_.right - 30, banner_.bottom}, look.bannerInk,
+          DT_LEFT);
     const FolderRow* row = RowFor(shown_);
     if (row) DrawBuiltInIcon(dc, banner_.right - 24, banner_.top + 5, row->icon);
     EndPaint(Handle(), &paint);

@@ -1,21 +1,43 @@
 #include "outlook/program/HostFrame.h"
 
+#include <optional>
+
+#include "outlook/program/Versions.h"
+
 namespace program {
 
-HostFrame::HostFrame(Desk& desk, standin::Window window, const char* title, const RECT& place)
-    : desk_(desk), window_(window) {
-    Create(title, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, nullptr, place);
+HostFrame::HostFrame(Desk& desk, standin::Window window, Top top, const RECT& place)
+    : desk_(desk), window_(window), face_(CreateSolidBrush(Look::Of(desk.Host().Version()).face)) {
+    Create("", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0, nullptr, place);
+    const auto press = [this](const standin::ControlView& control) { OnPress(control); };
+    if (top == Top::Ribbon) {
+        ribbon_ = std::make_unique<Ribbon>(Handle(), desk.Host());
+        ribbon_->onPress = press;
+        return;
+    }
     menu_ = std::make_unique<Strip>(Handle(), desk.Host(), Strip::Kind::Menu);
     toolbar_ = std::make_unique<Strip>(Handle(), desk.Host(), Strip::Kind::Toolbar);
-    for (Strip* strip : {menu_.get(), toolbar_.get()}) {
-        strip->onPress = [this](const standin::ControlView& control) { OnPress(control); };
+    strips_ = {menu_.get(), toolbar_.get()};
+    for (Strip* strip : strips_) {
+        strip->onPress = press;
         strip->onHover = [this](const standin::ControlView& control) { ShowHint(control.tooltip); };
     }
 }
 
+HostFrame::~HostFrame() { DeleteObject(face_); }
+
+void HostFrame::SetTitle(const std::string& caption) {
+    SetWindowTextA(Handle(), (caption + " (" + VersionName(desk_.Host().Version()) + ")").c_str());
+}
+
 void HostFrame::ShowBars() {
+    const std::vector<standin::BarView> bars = desk_.Host().Bars(window_);
+    if (ribbon_) {
+        const standin::Item item = desk_.Host().View(window_).item;
+        return ribbon_->Show(RibbonTabsOf(bars, desk_.Host().ClassOf(item)));
+    }
     std::vector<standin::ControlView> menu, toolbar;
-    for (const standin::BarView& bar : desk_.Host().Bars(window_)) {
+    for (const standin::BarView& bar : bars) {
         if (bar.name == "Menu Bar") menu = bar.controls;
         if (bar.name == "Standard") toolbar = bar.controls;
     }
@@ -24,13 +46,14 @@ void HostFrame::ShowBars() {
 }
 
 void HostFrame::Arrange() {
-    if (!menu_ || !toolbar_) return;
     RECT inside = Client();
-    for (const Strip* strip : {menu_.get(), toolbar_.get()}) {
-        MoveWindow(strip->Handle(), 0, inside.top, inside.right, strip->Height(), TRUE);
-        inside.top += strip->Height();
-    }
-    LayOut(inside);
+    const auto place = [&inside](HWND pane, int height) {
+        MoveWindow(pane, 0, inside.top, inside.right, height, TRUE);
+        inside.top += height;
+    };
+    if (ribbon_) place(ribbon_->Handle(), ribbon_->Height());
+    for (const Strip* strip : strips_) place(strip->Handle(), strip->Height());
+    if (ribbon_ || !strips_.empty()) LayOut(inside);
 }
 
 void HostFrame::OnPress(const standin::ControlView& control) {
@@ -44,23 +67,24 @@ bool HostFrame::OpenMenu(const standin::ControlView& popup) {
     CloseMenu();
     const standin::ControlView current = desk_.Host().Control(popup.instance);
     if (!current) return false;
-    for (Strip* strip : {menu_.get(), toolbar_.get()}) {
-        for (const standin::ControlView& control :
-             desk_.Host().Controls(window_, strip == menu_.get() ? "Menu Bar" : "Standard")) {
-            if (control.instance != current.instance) continue;
-            strip->MarkOpen(current.instance);
-            openMenu_ = current.instance;
-            popup_ = std::make_unique<Popup>(
-                Handle(), desk_.Host(), current.entries, strip->Below(current.instance),
-                [this](int instance) { OnChosen(instance); }, [this](POINT point) { OnOutside(point); });
-            return true;
-        }
+    std::optional<POINT> corner;
+    if (ribbon_ && ribbon_->PlaceOf(current.instance)) corner = ribbon_->Below(current.instance);
+    for (Strip* strip : strips_) {
+        if (!strip->Has(current.instance)) continue;
+        strip->MarkOpen(current.instance);
+        corner = strip->Below(current.instance);
     }
-    return false;
+    if (!corner) return false;
+    openMenu_ = current.instance;
+    popup_ = std::make_unique<Popup>(
+        Handle(), desk_.Host(), current.entries, *corner, [this](int instance) { OnChosen(instance); },
+        [this](POINT point) { OnOutside(point); });
+    return true;
 }
 
 // With a menu of the menu bar open, the mouse opens the others by passing over them.
 void HostFrame::OnOutside(POINT point) {
+    if (!menu_) return;
     const standin::ControlView* control = menu_->At(point);
     const bool another = control && control->type == 10 && control->instance != openMenu_;
     const bool ofMenuBar = menu_->Has(openMenu_);
@@ -73,8 +97,7 @@ void HostFrame::CloseMenu() {
     ShowWindow(popup_->Handle(), SW_HIDE);
     leaving_.push_back(std::move(popup_));
     PostMessageA(Handle(), Desk::forgetMenu, 0, 0);
-    menu_->MarkOpen(0);
-    toolbar_->MarkOpen(0);
+    for (Strip* strip : strips_) strip->MarkOpen(0);
     ShowHint("");
 }
 
@@ -86,28 +109,40 @@ void HostFrame::OnChosen(int instance) {
     desk_.Click(window_, instance);
 }
 
+namespace {
+
+HostFrame::Spot MiddleOf(HWND window, const RECT& place) {
+    return {window, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}};
+}
+
+}  // namespace
+
 HostFrame::Spot HostFrame::SpotOf(int instance) const {
-    const auto middle = [](HWND window, const RECT& place) {
-        return Spot{window, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}};
-    };
     if (popup_)
-        if (const auto place = popup_->PlaceOf(instance)) return middle(popup_->Handle(), *place);
-    for (const Strip* strip : {menu_.get(), toolbar_.get()})
-        if (const auto place = strip->PlaceOf(instance)) return middle(strip->Handle(), *place);
+        if (const auto place = popup_->PlaceOf(instance)) return MiddleOf(popup_->Handle(), *place);
+    if (ribbon_)
+        if (const auto place = ribbon_->PlaceOf(instance)) return MiddleOf(ribbon_->Handle(), *place);
+    for (const Strip* strip : strips_)
+        if (const auto place = strip->PlaceOf(instance)) return MiddleOf(strip->Handle(), *place);
     return {};
 }
 
+HostFrame::Spot HostFrame::SpotOfTab(const std::string& tab) const {
+    const auto place = ribbon_ ? ribbon_->PlaceOfTab(tab) : std::nullopt;
+    return place ? MiddleOf(ribbon_->Handle(), *place) : Spot{};
+}
+
 bool HostFrame::OnAccessKey(char letter) {
-    for (const Strip* strip : {menu_.get(), toolbar_.get()}) {
-        const standin::ControlView* control = strip->WithAccessKey(letter);
-        if (!control || !control->enabled) continue;
-        OnPress(standin::ControlView(*control));
-        return true;
-    }
-    return false;
+    const standin::ControlView* control = ribbon_ ? ribbon_->WithAccessKey(letter) : nullptr;
+    for (const Strip* strip : strips_)
+        if (!control || !control->enabled) control = strip->WithAccessKey(letter);
+    if (!control || !control->enabled) return false;
+    OnPress(standin::ControlView(*control));
+    return true;
 }
 
 bool HostFrame::OnBarKey(WPARAM key) {
+    if (ribbon_) return OnRibbonKey(key);
     if (key == VK_F10 && !popup_) {
         const standin::ControlView* first = menu_->Beside(0);
         return first && OpenMenu(standin::ControlView(*first));
@@ -143,6 +178,25 @@ bool HostFrame::OnToolbarKey(WPARAM key) {
     return true;
 }
 
+bool HostFrame::OnRibbonKey(WPARAM key) {
+    if (popup_ && key == VK_ESCAPE) {
+        CloseMenu();
+        return true;
+    }
+    if (popup_) {
+        popup_->OnKey(key);
+        return true;
+    }
+    if (key == VK_F10 && ribbon_->Height() != 0) {
+        onRibbon_ = true;
+        ribbon_->TakeKeys();
+        return true;
+    }
+    if (!onRibbon_) return false;
+    onRibbon_ = ribbon_->OnKey(key);
+    return true;
+}
+
 void HostFrame::OnActivate(WPARAM first) {
     if (LOWORD(first) != WA_INACTIVE) return desk_.UserActivated(window_);
     if (IsChild(Handle(), GetFocus())) focus_ = GetFocus();
@@ -154,9 +208,12 @@ LRESULT HostFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
         case WM_SIZE: Arrange(); return 0;
         case WM_ERASEBKGND: {
             const RECT all = Client();
-            Fill(reinterpret_cast<HDC>(first), all, GetSysColor(COLOR_BTNFACE));
+            FillRect(reinterpret_cast<HDC>(first), &all, face_);
             return 1;
         }
+        case WM_CTLCOLORSTATIC:
+            SetBkMode(reinterpret_cast<HDC>(first), TRANSPARENT);
+            return reinterpret_cast<LRESULT>(face_);
         case WM_ACTIVATE: OnActivate(first); break;
         case WM_COMMAND: OnCommand(LOWORD(first), HIWORD(first)); return 0;
         case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(second));

@@ -1,4 +1,4 @@
-// program/HostFrame.h: what the frames of Explorers and Inspectors have in common: the two strips, open menus,
+// program/HostFrame.h: what the frames of Explorers and Inspectors have in common: the two strips or the ribbon, open menus,
 // activation, and the way from a click to the host.
 #pragma once
 #include <memory>
@@ -6,19 +6,23 @@
 
 #include "outlook/program/Desk.h"
 #include "outlook/program/Popup.h"
+#include "outlook/program/Ribbon.h"
 #include "outlook/program/Strip.h"
 
 namespace program {
 
 class HostFrame : public Pane {
   public:
-    HostFrame(Desk& desk, standin::Window window, const char* title, const RECT& place);
+    enum class Top { Bars, Ribbon };  // menu bar and toolbar, or a ribbon instead of both
+    HostFrame(Desk& desk, standin::Window window, Top top, const RECT& place);
+    ~HostFrame() override;
 
     [[nodiscard]] standin::Window TheWindow() const { return window_; }
     void ShowBars();                  // again, from the model
     virtual void ShowContents() = 0;  // likewise
     virtual void CommitEdits() {}     // what was typed goes to the item
     virtual bool AskClose() { return true; }
+    [[nodiscard]] bool HasRibbon() const { return ribbon_ != nullptr; }
     // Opens the menu of a popup control; false when it is none of this window's.
     bool OpenMenu(const standin::ControlView& popup);
     void CloseMenu();
@@ -35,6 +39,7 @@ class HostFrame : public Pane {
         POINT point{};
     };
     [[nodiscard]] Spot SpotOf(int instance) const;
+    [[nodiscard]] Spot SpotOfTab(const std::string& tab) const;  // likewise a tab of the ribbon
 
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
@@ -44,6 +49,7 @@ class HostFrame : public Pane {
     virtual void ShowHint(const std::string&) {}
     [[nodiscard]] virtual HWND FirstField() const = 0;  // where the keyboard goes at first
     void Arrange();
+    void SetTitle(const std::string& caption);  // and the version
 
     Desk& desk_;
 
@@ -52,15 +58,19 @@ class HostFrame : public Pane {
     void OnChosen(int instance);
     void OnOutside(POINT point);
     bool OnToolbarKey(WPARAM key);
+    bool OnRibbonKey(WPARAM key);
     void OnActivate(WPARAM first);
 
     standin::Window window_;
-    std::unique_ptr<Strip> menu_, toolbar_;
+    std::unique_ptr<Strip> menu_, toolbar_;  // both, or the ribbon
+    std::vector<Strip*> strips_;
+    std::unique_ptr<Ribbon> ribbon_;
+    HBRUSH face_;
     std::unique_ptr<Popup> popup_;
     std::vector<std::unique_ptr<Popup>> leaving_;  // closed, but perhaps in the middle of a message
     int openMenu_ = 0;
-    bool onToolbar_ = false;  // the keyboard is on the toolbar
-    HWND focus_ = nullptr;    // where the keyboard was when the frame was left
+    bool onToolbar_ = false, onRibbon_ = false;  // the keyboard is there
+    HWND focus_ = nullptr;                       // where the keyboard was when the frame was left
 };
 
 }  // namespace program

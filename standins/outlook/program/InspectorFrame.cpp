@@ -11,6 +11,7 @@ namespace {
 
 using standin::ItemClass;
 
+constexpr int firstWithRibbon = 12;  // host quirk 16
 constexpr int bodyId = 100, firstEditId = 101, margin = 10, labelWidth = 78, rowHeight = 20, rowGap = 6;
 
 struct FieldRow {
@@ -58,7 +59,8 @@ std::string TextOf(HWND window) {
 }  // namespace
 
 InspectorFrame::InspectorFrame(Desk& desk, standin::Window window, const RECT& place)
-    : HostFrame(desk, window, "", place), item_(desk.Host().View(window).item) {
+    : HostFrame(desk, window, desk.Host().Version() >= firstWithRibbon ? Top::Ribbon : Top::Bars, place),
+      item_(desk.Host().View(window).item) {
     int id = firstEditId;
     for (const FieldRow& row : RowsOf(desk.Host().ClassOf(item_))) {
         const HWND label = MakeChild(Handle(), "STATIC", row.label, SS_LEFT, 0, 0);
@@ -78,7 +80,7 @@ InspectorFrame::InspectorFrame(Desk& desk, standin::Window window, const RECT& p
 void InspectorFrame::ShowContents() {
     const standin::Outlook& host = desk_.Host();
     showing_ = true;
-    SetWindowTextA(Handle(), host.View(TheWindow()).caption.c_str());
+    SetTitle(host.View(TheWindow()).caption);
     for (const Entry& entry : entries_) {
         const std::string value = Shown(host.Field(item_, entry.field));
         if (GetFocus() != entry.edit && TextOf(entry.edit) != value) SetWindowTextA(entry.edit, value.c_str());
@@ -143,14 +145,6 @@ void InspectorFrame::LayOut(RECT inside) {
     }
     if (second) y += rowHeight + rowGap;
     MoveWindow(body_, margin, y + 2, inside.right - 2 * margin, inside.bottom - y - 2 - margin, TRUE);
-}
-
-LRESULT InspectorFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
-    if (message == WM_CTLCOLORSTATIC) {
-        SetBkMode(reinterpret_cast<HDC>(first), TRANSPARENT);
-        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
-    }
-    return HostFrame::OnMessage(message, first, second);
 }
 
 }  // namespace program

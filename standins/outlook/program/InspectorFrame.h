@@ -17,7 +17,6 @@ class InspectorFrame : public HostFrame {
     void LayOut(RECT inside) override;
     void OnCommand(int id, int code) override;
     [[nodiscard]] HWND FirstField() const override { return entries_.front().edit; }
-    LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
 
   private:
     struct Entry {

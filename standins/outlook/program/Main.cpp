@@ -9,19 +9,13 @@
 #include <vector>
 
 #include "outlook/program/ClassServer.h"
+#include "outlook/program/Versions.h"
 
 namespace program {
 namespace {
 
 using standin::FolderKind;
 using Scenarios = std::span<const Scenario>;
-
-struct KnownVersion {
-    const char* name;
-    int number;
-};
-constexpr KnownVersion versions[] = {{"2000", 9},  {"2002", 10}, {"2003", 11}, {"2007", 12},
-                                     {"2010", 14}, {"2013", 15}, {"2016", 16}};
 
 struct Arguments {
     int version = 11;

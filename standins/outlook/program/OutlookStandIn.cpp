@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "outlook/program/Main.h"
+#include "outlook/program/RibbonTabs.h"
 
 namespace program {
 namespace {
@@ -26,6 +27,11 @@ void Tour(const Stage& stage) {
     outlook.OpenInspector(outlook.ItemsIn(FolderKind::Tasks).front());
     outlook.OpenInspector(outlook.ItemsIn(FolderKind::Calendar).front());
     stage.Picture("inspectors");
+    for (const standin::Window window : outlook.Windows()) {
+        if (!stage.OpenTab(window, addInsTab)) continue;
+        stage.Picture("ribbon");
+        break;
+    }
     stage.ShowAddIns();
     stage.Picture("add-ins");
 }

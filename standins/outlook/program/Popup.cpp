@@ -50,7 +50,7 @@ void Popup::Paint() {
     RECT all = Client();
     Fill(canvas.Get(), all, look_.menu);
     if (look_.flat) {
-        Fill(canvas.Get(), {edge, edge, gutter, all.bottom - edge}, look_.bar);
+        Fill(canvas.Get(), {edge, edge, gutter, all.bottom - edge}, look_.gutter);
         Frame(canvas.Get(), all, look_.menuEdge);
     } else {
         DrawEdge(canvas.Get(), &all, EDGE_RAISED, BF_RECT);
@@ -68,7 +68,7 @@ void Popup::PaintRow(HDC dc, const Row& row, bool hot) const {
     }
     COLORREF text = GetSysColor(control.enabled ? COLOR_MENUTEXT : COLOR_GRAYTEXT);
     if (hot && control.enabled && look_.flat) {
-        Fill(dc, place, look_.hover);
+        FillDown(dc, place, look_.hover, look_.hoverLow);
         Frame(dc, place, look_.hoverEdge);
     } else if (hot && control.enabled) {
         const bool icon = HasIcon(control);

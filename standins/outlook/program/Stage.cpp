@@ -83,7 +83,15 @@ HWND Stage::FrameOf(standin::Window window) const {
 
 bool Stage::Press(standin::Window window, int instance) const {
     const HostFrame* frame = program_.FrameOf(window);
-    const HostFrame::Spot spot = frame ? frame->SpotOf(instance) : HostFrame::Spot{};
+    return frame && PressAt(frame->SpotOf(instance));
+}
+
+bool Stage::OpenTab(standin::Window window, const std::string& tab) const {
+    const HostFrame* frame = program_.FrameOf(window);
+    return frame && PressAt(frame->SpotOfTab(tab));
+}
+
+bool Stage::PressAt(const HostFrame::Spot& spot) const {
     if (!spot.window) return false;
     PostMessageA(spot.window, WM_MOUSEMOVE, 0, PointOf(spot));
     PostMessageA(spot.window, WM_LBUTTONDOWN, MK_LBUTTON, PointOf(spot));

@@ -32,6 +32,8 @@ class Stage {
     void Type(standin::Window inspector, const std::string& field, const std::string& text) const;
     // The mouse presses a control of a bar, or of the open menu; false when it is not to be seen.
     bool Press(standin::Window window, int instance) const;
+    // The mouse opens a tab of the ribbon; false when it is not to be seen.
+    bool OpenTab(standin::Window window, const std::string& tab) const;
     bool Hover(standin::Window window, int instance) const;  // the mouse comes to it
     // The mouse opens the menu of a popup and chooses an entry of it; false when either is not to be seen.
     bool Choose(standin::Window window, const standin::ControlView& popup, int entry) const;
@@ -41,6 +43,8 @@ class Stage {
     void ShowAddIns() const { program_.ShowAddIns(); }
 
   private:
+    bool PressAt(const HostFrame::Spot& spot) const;
+
     Program& program_;
     mutable int wrong_ = 0;
 };

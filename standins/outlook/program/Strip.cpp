@@ -60,16 +60,18 @@ void Strip::LayOut() {
 void Strip::Paint() {
     const Canvas canvas(Handle());
     const RECT all = Client();
-    Fill(canvas.Get(), all, look_.bar);
+    if (kind_ == Kind::Menu)
+        Fill(canvas.Get(), all, look_.band);
+    else
+        FillDown(canvas.Get(), all, look_.bar, look_.barLow);
     PaintGrip(canvas.Get());
     for (std::size_t i = 0; i < cells_.size(); ++i) PaintCell(canvas.Get(), cells_[i], static_cast<int>(i) == hot_);
-    if (kind_ == Kind::Toolbar)
-        Line(canvas.Get(), 0, all.bottom - 1, all.right, all.bottom - 1, GetSysColor(COLOR_BTNSHADOW));
+    if (kind_ == Kind::Toolbar) Line(canvas.Get(), 0, all.bottom - 1, all.right, all.bottom - 1, look_.edge);
 }
 
 void Strip::PaintGrip(HDC dc) const {
     if (look_.flat) {
-        for (int y = 6; y < Height() - 6; y += 3) Line(dc, 3, y, 6, y, GetSysColor(COLOR_BTNSHADOW));
+        for (int y = 6; y < Height() - 6; y += 3) Line(dc, 3, y, 6, y, look_.edge);
         return;
     }
     RECT grip{3, 3, 6, Height() - 4};
@@ -80,13 +82,15 @@ void Strip::PaintCell(HDC dc, const Cell& cell, bool hot) const {
     RECT place = cell.place;
     if (cell.separated) {
         const int x = place.left - separatorWidth / 2 - 1;
-        Line(dc, x, place.top + 2, x, place.bottom - 2, GetSysColor(COLOR_BTNSHADOW));
+        Line(dc, x, place.top + 2, x, place.bottom - 2, look_.edge);
         if (!look_.flat) Line(dc, x + 1, place.top + 2, x + 1, place.bottom - 2, GetSysColor(COLOR_BTNHIGHLIGHT));
     }
     const bool enabled = cell.control.enabled, open = open_ != 0 && open_ == cell.control.instance;
     if ((hot && enabled) || open || cell.control.state == -1) {
         if (look_.flat) {
-            Fill(dc, place, open ? look_.menu : pressed_ && hot ? look_.pressed : look_.hover);
+            const bool pressed = pressed_ && hot;
+            const COLORREF top = open ? look_.menu : pressed ? look_.pressed : look_.hover;
+            FillDown(dc, place, top, open || pressed ? top : look_.hoverLow);
             Frame(dc, place, open ? look_.menuEdge : look_.hoverEdge);
         } else {
             DrawEdge(dc, &place, open || pressed_ ? BDR_SUNKENOUTER : BDR_RAISEDINNER, BF_RECT);
@@ -98,7 +102,7 @@ void Strip::PaintCell(HDC dc, const Cell& cell, bool hot) const {
         x += iconSize + padding;
     }
     SelectObject(dc, PlainFont());
-    const COLORREF ink = GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
+    const COLORREF ink = enabled ? look_.ink : GetSysColor(COLOR_GRAYTEXT);
     const RECT textPlace{x, cell.place.top, cell.place.right, cell.place.bottom};
     if (cell.text) Write(dc, cell.control.caption, textPlace, ink, DT_LEFT);
     if (kind_ == Kind::Toolbar && IsPopup(cell.control)) {

@@ -10,7 +10,8 @@ using program::ReadStarts;
 
 TEST_CASE("a start that a program noted is read with its command line, show state and note") {
     const TempFolder folder;
-    folder.Write("record.txt", "show=2\tlist=;1;2\tnote=2 things\tcommand=\"C:\\\\a.exe\" go\r\nshow=-1\tcommand=b\r\n");
+    folder.Write("record.txt",
+                 "show=2\tlist=;1;2\tnote=2 things\tcommand=\"C:\\\\a.exe\" go\r\nshow=-1\tcommand=b\r\n");
     const std::vector<NotedStart> starts = ReadStarts(folder.Path("record.txt"));
     REQUIRE(starts.size() == 2);
     CHECK(starts[0].commandLine == "\"C:\\a.exe\" go");
