@@ -9,7 +9,7 @@ BITS ?= 32
 SECONDS ?= 60
 SHARE ?= 1/1
 N ?= 40
-.PHONY: help tools dll demo run test test-all bench fuzz weather mutants check format screenshots clean
+.PHONY: help tools dll setup demo run test test-all bench fuzz weather mutants check format screenshots clean
 
 help:             ## this list
 	@grep -hE '^[a-z-]+: .*##|^[a-z-]+:  +##' $(MAKEFILE_LIST) | sed -E 's/: *[a-z-]* *##/\t/' | expand -t 14
@@ -21,6 +21,9 @@ dll: tools        ## build what a user installs into dist/: the DLL beside its l
 	@scripts/build.sh win32-release CVOutlookAddIn cv_help
 	@scripts/build.sh win64-release CVOutlookAddIn
 	@scripts/dist.sh
+
+setup: tools      ## the setup and a zip of the same files, into dist/
+	@scripts/setup.sh
 
 demo: tools       ## a working day with the add-in: make demo [OUTLOOK=2000|2002|2003|2007|2010|2013|2016] [BITS=64] [LANGUAGE=Deutsch]
 	@scripts/demo.sh $(OUTLOOK) $(LANGUAGE) $(BITS)

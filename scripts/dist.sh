@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
-# Puts what a user installs into dist/: the release DLL beside its language files, help and manual, and the same with the
-# DLL for 64 bits in dist/x64.
+# Puts what a user installs into a folder: scripts/dist.sh [FOLDER] (dist when none is named). It holds the release DLL beside its language files, help and manual, and the same with the
+# DLL for 64 bits in x64.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-rm -rf dist
-mkdir -p dist/x64
-for folder in dist dist/x64; do
+dist=${1:-dist}
+rm -rf "$dist"
+mkdir -p "$dist/x64"
+for folder in "$dist" "$dist/x64"; do
     cp lang/*.lng build/win32-release/help/*.chm "$folder"
     cp -R build/win32-release/help/Manual "$folder"
 done
-cp build/win32-release/src/addin/CVOutlookAddIn.dll dist/
-cp build/win64-release/src/addin/CVOutlookAddIn.dll dist/x64/
-ls -l dist dist/x64
+cp build/win32-release/src/addin/CVOutlookAddIn.dll "$dist/"
+cp build/win64-release/src/addin/CVOutlookAddIn.dll "$dist/x64/"
+ls -l "$dist" "$dist/x64"

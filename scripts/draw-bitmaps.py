@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Draws the pictures of the add-in's buttons: faces 101 to 107, masks 202 to 207, all 16x16.
 
-Writes src/resources/*.bmp, and docs/pictures/buttons.png for people. scripts/check-bitmaps.py tells whether the
+Writes src/resources/*.bmp, the pictures of the setup, and docs/pictures/buttons.png for people. scripts/check-bitmaps.py tells whether the
 bitmaps are still what this script draws.
 
 Faces have 16 colours: the host's menu colour is put in by replacing light grey in the colour table, which works
@@ -184,6 +184,47 @@ def mask(number):
     return bitmap([(0, 0, 0), (255, 255, 255)], 1, [[int(c == ".") for c in row] for row in rows_of(number)])
 
 
+def icon():
+    """The first face as an icon file: 16, 32 and 48 pixels wide, 32 bits a pixel, transparent where the face is."""
+    images, entries = [], []
+    for scale in (1, 2, 3):
+        size = SIZE * scale
+        pixels, transparent = b"", b""
+        for y in reversed(range(size)):
+            line = [rows_of(101)[y // scale][x // scale] for x in range(size)]
+            for letter in line:
+                red, green, blue = PALETTE[letter]
+                pixels += bytes((0, 0, 0, 0) if letter == "." else (blue, green, red, 255))
+            bits = int("".join("1" if letter == "." else "0" for letter in line), 2).to_bytes(size // 8, "big")
+            transparent += bits + bytes(-len(bits) % 4)
+        images.append(struct.pack("<IiiHHIIiiII", 40, size, size * 2, 1, 32, 0, len(pixels), 0, 0, 0, 0) + pixels + transparent)
+        entries.append(size)
+    offset = 6 + 16 * len(images)
+    header = struct.pack("<HHH", 0, 1, len(images))
+    for size, image in zip(entries, images):
+        header += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(image), offset)
+        offset += len(image)
+    return header + b"".join(images)
+
+
+def wizard():
+    """The picture beside the setup's last page: the first face, six times as large, on blue. 24 bits a pixel."""
+    width, height, scale = 164, 314, 6
+    left, top = (width - SIZE * scale) // 2, 48
+    rows, lines = rows_of(101), b""
+    for y in reversed(range(height)):
+        shade = y / height
+        ground = bytes(int(value * (1 - shade / 2)) for value in reversed(PALETTE["b"]))
+        line = b""
+        for x in range(width):
+            column, row = (x - left) // scale, (y - top) // scale
+            letter = rows[row][column] if 0 <= column < SIZE and 0 <= row < SIZE else "."
+            line += ground if letter == "." else bytes(reversed(PALETTE[letter]))
+        lines += line + bytes(-len(line) % 4)
+    return (struct.pack("<2sIHHI", b"BM", 54 + len(lines), 0, 0, 54) +
+            struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(lines), 2835, 2835, 0, 0) + lines)
+
+
 def png(width, height, pixels):
     def chunk(kind, data):
         return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
@@ -224,7 +265,9 @@ def bitmaps():
 
 
 def main():
-    for name, data in (bitmaps() | {"docs/pictures/buttons.png": contact_sheet()}).items():
+    others = {"docs/pictures/buttons.png": contact_sheet(), "setup/Corvella.ico": icon(),
+              "setup/Wizard.bmp": wizard()}
+    for name, data in (bitmaps() | others).items():
         path = ROOT / name
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(data)

@@ -5,7 +5,7 @@ set -euo pipefail
 
 commands=(cmake ninja g++ clang++ clang-format clang-tidy wine i686-w64-mingw32-g++-win32
           i686-w64-mingw32-widl i686-w64-mingw32-objdump x86_64-w64-mingw32-g++-win32
-          x86_64-w64-mingw32-widl x86_64-w64-mingw32-objdump Xvfb xdotool xdpyinfo import flock python3 chmcmd chmls)
+          x86_64-w64-mingw32-widl x86_64-w64-mingw32-objdump Xvfb xdotool xdpyinfo import flock python3 chmcmd chmls makensis)
 files=(/usr/include/doctest/doctest.h /usr/include/expat.h /usr/lib/i386-linux-gnu/wine/i386-windows/kernel32.dll
        /usr/lib/x86_64-linux-gnu/wine/x86_64-windows/kernel32.dll
        /usr/lib/llvm-14/lib/clang/14.0.6/lib/linux/libclang_rt.asan-x86_64.a
@@ -13,7 +13,7 @@ files=(/usr/include/doctest/doctest.h /usr/include/expat.h /usr/lib/i386-linux-g
 tools=(make cmake ninja-build g++ clang clang-format clang-tidy libclang-rt-14-dev doctest-dev libexpat1-dev python3
        g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 mingw-w64-tools
        binutils-mingw-w64-i686 binutils-mingw-w64-x86-64
-       xvfb xauth xdotool x11-utils imagemagick fonts-wine fp-utils-3.2.2)
+       xvfb xauth xdotool x11-utils imagemagick fonts-wine fp-utils-3.2.2 nsis)
 wine=(wine wine64 wine32:i386)
 
 missing() {

@@ -34,7 +34,7 @@ constexpr Member addInsMembers[] = {
 
 class Key {
   public:
-    Key(const std::string& path, REGSAM access) { RegOpenKeyExA(HKEY_CURRENT_USER, path.c_str(), 0, access, &key_); }
+    Key(HKEY root, const std::string& path, REGSAM access) { RegOpenKeyExA(root, path.c_str(), 0, access, &key_); }
     ~Key() {
         if (key_) RegCloseKey(key_);
     }
@@ -114,12 +114,14 @@ void AddInList::Use(const std::string& progId, IUnknown* source, int loadBehavio
 }
 
 void AddInList::ReadRegistry() {
-    for (const std::string& progId : Key(addInsKey, KEY_READ).SubKeys())
-        if (!Find(progId)) ReadOne(progId);
+    // The user's own entry hides the machine's of the same name.
+    for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE})
+        for (const std::string& progId : Key(root, addInsKey, KEY_READ).SubKeys())
+            if (!Find(progId)) ReadOne(root, progId);
 }
 
-void AddInList::ReadOne(const std::string& progId) {
-    const Key key(PathOf(progId), KEY_READ);
+void AddInList::ReadOne(HKEY root, const std::string& progId) {
+    const Key key(root, PathOf(progId), KEY_READ);
     auto addIn = std::make_shared<AddIn>();
     addIn->progId = progId;
     addIn->friendlyName = key.Text("FriendlyName");
@@ -266,7 +268,7 @@ void AddInList::ReleaseAll() {
 
 void AddInList::SetLoadBehavior(AddIn& addIn, int value) {
     addIn.loadBehavior = value;
-    if (addIn.registered) Key(PathOf(addIn.progId), KEY_SET_VALUE).SetNumber("LoadBehavior", value);
+    if (addIn.registered) Key(HKEY_CURRENT_USER, PathOf(addIn.progId), KEY_SET_VALUE).SetNumber("LoadBehavior", value);
 }
 
 AddIn* AddInList::Find(const std::string& progId) const {

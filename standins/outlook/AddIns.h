@@ -1,6 +1,7 @@
 // outlook/AddIns.h: the list of COM add-ins: finding, loading, telling and unloading them; COMAddIns and COMAddIn.
 //
-// Effects  Reads and writes LoadBehavior under HKCU\Software\Microsoft\Office\Outlook\Addins.
+// Effects  Reads the add-ins under Software\Microsoft\Office\Outlook\Addins of the user, and of the machine where the
+//          user has none of that name; writes LoadBehavior under the user's key alone.
 #pragma once
 #include "outlook/Extensibility.h"
 #include "outlook/Object.h"
@@ -46,7 +47,7 @@ class AddInList {
     Result ObjectOf(AddIn& addIn);
 
   private:
-    void ReadOne(const std::string& progId);
+    void ReadOne(HKEY root, const std::string& progId);
     void TellUpdate();
     void SetLoadBehavior(AddIn& addIn, int value);
     [[nodiscard]] Theirs<Extensibility> Create(const AddIn& addIn) const;

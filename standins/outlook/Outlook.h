@@ -102,7 +102,8 @@ class Outlook {
     void UseAddIn(const std::string& progId, IUnknown* object, int loadBehavior = 3);
     // Leaves the registry unread at Start.
     void IgnoreRegistry();
-    // Loads the add-ins under HKCU\Software\Microsoft\Office\Outlook\Addins with LoadBehavior 3 or 16 (and UseAddIn's).
+    // Loads the add-ins under Software\Microsoft\Office\Outlook\Addins with LoadBehavior 3 or 16 (and UseAddIn's): the
+    // user's, and the machine's that the user's do not hide.
     // A failing OnConnection releases the add-in and writes LoadBehavior 2.
     void Start();
     // The user ticks or unticks it in the dialog: OnConnection(AfterStartup) / OnDisconnection(UserClosed), then

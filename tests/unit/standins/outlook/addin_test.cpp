@@ -209,6 +209,27 @@ TEST_CASE("a registered add-in that cannot be created is switched off") {
     CHECK(outlook.Complaints().size() == 1);
 }
 
+TEST_CASE("an add-in of the machine is loaded, unless the user's entry of the same name says otherwise") {
+    const PrivateRegistry registry;
+    const std::string path = "Software\\Microsoft\\Office\\Outlook\\Addins\\No.Such.Class";
+    const auto write = [&](HKEY root, DWORD value) {
+        HKEY key = nullptr;
+        RegCreateKeyA(root, path.c_str(), &key);
+        RegSetValueExA(key, "LoadBehavior", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), sizeof value);
+        RegCloseKey(key);
+    };
+    write(HKEY_LOCAL_MACHINE, 3);
+    {
+        standin::Outlook outlook;
+        outlook.Start();
+        CHECK(outlook.Complaints().size() == 1);  // tried, and not there
+    }
+    write(HKEY_CURRENT_USER, 0);
+    standin::Outlook outlook;
+    outlook.Start();
+    CHECK(outlook.Complaints().empty());
+}
+
 TEST_CASE("the user unticks and ticks an add-in") {
     AddIn addIn, other;
     Host host;
