@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Puts what a user installs into a folder: scripts/dist.sh [FOLDER] (dist when none is named). It holds the release DLL beside its language files, help and manual, and the same with the
-# DLL for 64 bits in x64.
+# Puts what a user installs into a folder: scripts/dist.sh [FOLDER] (dist when none is named): the release DLL beside its
+# language files, help and manual, and in x64 the same with the DLL for 64 bits.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 dist=${1:-dist}
