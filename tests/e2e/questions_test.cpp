@@ -219,7 +219,7 @@ std::vector<User::Box> StartWithoutDrive(const std::string& storageMode, const s
         e2e::WriteValue("Software\\Quillmark\\Corvella\\Settings", "SaveIn", storageMode);
         e2e::WriteValue("Control Panel\\International", "sLanguage", "DEU");
         User user(button);
-        session->Start();
+        session.host.Start();
         boxes = user.boxes;
         CHECK(session.Popups(session.FirstWindow()).size() == 1);
         CHECK(session.Entries(session.FirstWindow()).size() == 9);
