@@ -4,8 +4,8 @@
     scripts/mutants.py [N] [--seed S] [--only PATH-PART] [--list] [--unit]
 
 N changes are drawn at random from all that are possible under src/. Each is built and tested in build/mutants/tree: text
-that is pure natively first, then the unit tests that link the file, those with the fewest other files first, then the
-programs of tests/e2e. The first failure, or a test that takes far longer than usual, kills the change; a change that does
+that is pure natively first, then the unit tests that link the file, those of its folder first, then the programs of
+tests/e2e. The first failure, or a test that takes far longer than usual, kills the change; a change that does
 not compile does not count. --unit leaves tests/e2e out. The survivors stand in build/mutants/survivors.txt, and each of
 them wants a test, or a reason why nobody could tell the difference. Ends with 1 when fewer than nine in ten were killed."""
 import argparse
@@ -24,7 +24,6 @@ TREE = HOME / "tree"
 WINDOWS, NATIVE = "win32-release", "native-release"
 E2E = ["e2e_scenarios", "e2e_menus", "e2e_questions"]
 TARGET = 90  # percent
-NAME = re.compile(r"[A-Za-z_]\w*")
 
 # (what is replaced, by what); in code only, never in comments, strings or preprocessor lines.
 SWAPS = [
@@ -48,7 +47,7 @@ SWAPS = [
     (re.compile(r"\bif \((?!constexpr)(?=[^;]*\) )"), "if (!("),
 ]
 # A statement that stands alone: a call or an assignment, not a declaration or a jump.
-STATEMENT = re.compile(r"^\s+(?!return\b|break\b|continue\b|using\b|case\b|default\b|const\b|static\b|else\b|throw\b|delete\b)"
+STATEMENT = re.compile(r"^\s+(?!return\b|break\b|continue\b|using\b|case\b|default\b|const\b|static\b|else\b|throw\b)"
                        r"(?:[A-Za-z_][\w.:\->()\[\]]*(?:\(.*\)| [+\-|&]?= .*)|[+]{2}\w+|delete .*);\s*(?://.*)?$")
 QUOTED = re.compile(r"\"(?:[^\"\\]|\\.)*\"|'(?:[^'\\]|\\.)+'")
 
@@ -173,7 +172,11 @@ class Tests:
             for path in linked:
                 for each in headers.get(path, {path}):
                     of[pathlib.Path(each).resolve()].add(name)
-        return {path: sorted(tests, key=lambda test: (sizes[test], test)) for path, tests in of.items()}
+
+        def distance(path, test):
+            return not test.startswith(path.parent.name), sizes[test], test
+
+        return {path: sorted(tests, key=lambda test: distance(path, test)) for path, tests in of.items()}
 
     def plan(self, path, with_e2e):
         """The tests of a changed file, in the order in which they are tried."""
@@ -212,6 +215,7 @@ def main():
     parser.add_argument("--only", default="", help="only files whose path holds this")
     parser.add_argument("--list", action="store_true", help="print the changes drawn, and do none")
     parser.add_argument("--unit", action="store_true", help="without tests/e2e")
+    parser.add_argument("--minutes", type=float, help="no change is begun later than that")
     arguments = parser.parse_args()
     seed = arguments.seed if arguments.seed is not None else random.SystemRandom().randrange(10**6)
     HOME.mkdir(parents=True, exist_ok=True)
@@ -225,9 +229,11 @@ def main():
             print(f"{path.relative_to(TREE)}:{number + 1}: {what}")
         return 0
     tests = Tests()
+    begin = time.monotonic()
     killed, survivors, unfit = 0, [], 0
     for path, number, changed, what in drawn:
-        if killed + len(survivors) == arguments.count:
+        late = arguments.minutes and time.monotonic() - begin > 60 * arguments.minutes
+        if late or killed + len(survivors) == arguments.count:
             break
         name = f"{path.relative_to(TREE)}:{number + 1}: {what}"
         text = path.read_text("utf-8")

@@ -9,6 +9,7 @@
 #include "bridge/OlVersion.h"
 #include "config/IniFile.h"
 #include "language/Language.h"
+#include "platform/Guard.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
@@ -219,7 +220,11 @@ void cOlExplorer::objExplorer_Close() {
     const Debug::Trace trace("objExplorer_Close");
     const Dispatch explorer = std::exchange(window_, {});
     const bool untouched = ribbon_->Offered() && !menusBuilt_;
-    if (!untouched) RemoveControls(explorer);
+    if (!untouched) platform::Attempt([&] { RemoveControls(explorer); });
+    // Also where memory ran out on the way: what is held keeps the host in memory.
+    for (EventButton& entry : entries_) entry.Release();
+    sendToPhone_.Release();
+    synchronise_.Release();
     objExplorer_.Release();
 }
 

@@ -8,6 +8,7 @@
 #include "addin/Slots.h"
 #include "bridge/OlVersion.h"
 #include "platform/Err.h"
+#include "platform/Guard.h"
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/Files.h"
@@ -241,9 +242,11 @@ std::string cOutlookAddIn::GetApplPath() const { return platform::WithBackslash(
 void cOutlookAddIn::WindowClosed(const std::shared_ptr<WatchedWindow>& window) {
     std::erase(windows_, window);
     if (ServesAnyWindow()) return;
-    if (WasLast(*window)) return ReleaseEverything();
+    bool last = windows_.empty();  // where memory runs out over the question
+    platform::Attempt([&] { last = WasLast(*window); });
+    if (last) return ReleaseEverything();
     // Another window is open. Where none is watched, its coming was not heard, but its end must be.
-    if (windows_.empty()) WatchUnknownWindows();
+    if (windows_.empty()) platform::Attempt([&] { WatchUnknownWindows(); });
     if (windows_.empty()) ReleaseEverything();
 }
 

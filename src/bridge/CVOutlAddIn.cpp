@@ -70,7 +70,8 @@ void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {
         if (const auto interval = ChangedItems::IntervalOf(Value("Delay"))) timer.SetInterval(*interval);
         if (timer.Interval() == 0) timer.SetInterval(shortestDelay);
     }
-    timer.Enable();
+    // A form that never fires would keep the library loaded; the next hand-off makes another one.
+    if (!timer.Enable()) FormOlAddInTimer::Unload();
 }
 
 std::string MainAppFolder() {

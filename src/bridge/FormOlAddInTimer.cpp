@@ -55,9 +55,9 @@ void FormOlAddInTimer::TimerUpdate_Timer() {
     if (!armedMeanwhile) Unload();
 }
 
-void FormOlAddInTimer::TimerControl::Enable() noexcept {
+bool FormOlAddInTimer::TimerControl::Enable() noexcept {
     enabled_ = true;
-    Restart();
+    return Restart();
 }
 
 void FormOlAddInTimer::TimerControl::Disable() noexcept {
@@ -72,7 +72,7 @@ bool FormOlAddInTimer::TimerControl::SetInterval(std::int32_t milliseconds) noex
     return true;
 }
 
-void FormOlAddInTimer::TimerControl::Restart() noexcept {
+bool FormOlAddInTimer::TimerControl::Restart() noexcept {
     timer_.Stop();
-    if (enabled_ && interval_ > 0) timer_.Start(static_cast<std::uint32_t>(interval_));
+    return !enabled_ || interval_ <= 0 || timer_.Start(static_cast<std::uint32_t>(interval_));
 }

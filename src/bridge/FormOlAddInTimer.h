@@ -15,8 +15,9 @@ class FormOlAddInTimer {
       public:
         explicit TimerControl(platform::Timer::Event event) : timer_(std::move(event)) {}
 
-        // Enabling begins the countdown anew, and so does another interval while it runs.
-        void Enable() noexcept;
+        // Enabling begins the countdown anew, and so does another interval while it runs. False where Windows has no
+        // timer left for a countdown.
+        bool Enable() noexcept;
         void Disable() noexcept;
         [[nodiscard]] bool Enabled() const noexcept { return enabled_; }
         [[nodiscard]] std::int32_t Interval() const noexcept { return interval_; }
@@ -24,7 +25,7 @@ class FormOlAddInTimer {
         bool SetInterval(std::int32_t milliseconds) noexcept;
 
       private:
-        void Restart() noexcept;
+        bool Restart() noexcept;
 
         platform::Timer timer_;
         std::int32_t interval_ = 0;

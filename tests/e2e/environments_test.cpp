@@ -343,6 +343,27 @@ struct Environment {
 
 const Environment environments[] = {
     {"everything is as it should be", [](World&) {}},
+    {"AppData lies on a missing drive",
+     [](World& world) {
+         e2e::WriteValue(shellFolders, "AppData", "Q:\\Nobody\\Application Data");
+         world.mostBoxes = 1;
+     }},
+    {"AppData cannot be written",
+     [](World& world) {
+         e2e::WriteValue(shellFolders, "AppData", "Z:\\proc");
+         world.mostBoxes = 1;
+     }},
+    {"AppData is a file",
+     [](World& world) {
+         e2e::WriteValue(shellFolders, "AppData", world.AddIn() + "English.lng");
+         world.mostBoxes = 1;
+     }},
+    {"the settings hide every button of the boxes",
+     [](World& world) {
+         Put(world.SettingsFile(), std::string(settings) +
+                                       "[FormQuestion]\r\nHide=ButtonOKYes;ButtonNo;ButtonCancel;ButtonAll\r\n"
+                                       "[FormOlAddInOptions]\r\nHide=ButtonOK;ButtonCancel\r\n");
+     }},
     {"AppData is not told",
      [](World& world) {
          PrivateRegistry::Put(HKEY_CURRENT_USER, shellFolders, "AppData", REG_BINARY, std::string());

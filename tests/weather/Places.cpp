@@ -247,6 +247,9 @@ void AddClipboard(std::vector<Place>& places) {
     FAILS("USER32", CountClipboardFormats, 0, ERROR_ACCESS_DENIED);
     FAILS("USER32", EmptyClipboard, FALSE, ERROR_CLIPBOARD_NOT_OPEN);
     FAILS("USER32", EnumClipboardFormats, 0, ERROR_CLIPBOARD_NOT_OPEN);
+    FAILS("USER32", GetClipboardFormatNameA, 0, ERROR_INVALID_PARAMETER);
+    FAILS("USER32", GetClipboardSequenceNumber, 0, noError);
+    FAILS("USER32", RegisterClipboardFormatA, 0, ERROR_NOT_ENOUGH_MEMORY);
     FAILS("USER32", GetClipboardData, nullptr, ERROR_CLIPBOARD_NOT_OPEN);
     FAILS("USER32", OpenClipboard, FALSE, ERROR_ACCESS_DENIED);
     FAILS("USER32", SetClipboardData, nullptr, ERROR_CLIPBOARD_NOT_OPEN);

@@ -9,6 +9,7 @@ const Point* planned = nullptr;
 const Place* target = nullptr;
 bool counting = false;
 int failed = 0;
+void (*watcher)() = nullptr;
 
 // Every import of a module: its library, its name and the place of its address. Those without a name are left out.
 template <class See>
@@ -70,6 +71,8 @@ void Begin(const Point* point) {
     counting = true;
 }
 
+void Watch(void (*told)()) { watcher = told; }
+
 void End() { counting = false; }
 
 int Failed() { return failed; }
@@ -79,7 +82,7 @@ bool IsToFail(Place& place) noexcept {
     ++place.calls;
     if (target != &place) return false;
     const bool fails = planned->way == Way::Once ? place.calls == planned->number : place.calls >= planned->number;
-    if (fails) ++failed;
+    if (fails && ++failed == 1 && watcher) watcher();
     return fails;
 }
 

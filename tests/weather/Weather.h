@@ -48,6 +48,8 @@ void Over(HMODULE library);
 
 // Counts from 0 and makes that call fail; none: only counts.
 void Begin(const Point* point);
+// Is told of the first call that fails, from inside it; null: nobody.
+void Watch(void (*told)());
 void End();
 // How often a call was made to fail since Begin.
 [[nodiscard]] int Failed();

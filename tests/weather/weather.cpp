@@ -4,6 +4,8 @@
 //     weather.exe play FILE FIRST           the plays that FILE lists, "version|play|function|number|once or on" a line,
 //                                           from line FIRST on (from 0)
 //
+//     weather.exe trail FILE FIRST          the same, and where in the library the first failing call came from
+//
 // Prints "at N" before each play and "bad N: what" for each fault found in it. It ends where a play crashes or hangs;
 // who started it goes on with the next line. The library is loaded afresh for every play.
 #include <windows.h>
@@ -141,7 +143,7 @@ class Stage {
         const auto canUnload =
             reinterpret_cast<CanUnload>(reinterpret_cast<void*>(GetProcAddress(library, "DllCanUnloadNow")));
         if (canUnload() != S_OK) Bad("the library is still in use");
-        for (const std::string& loss : house.Losses(version_ > 11 + 99)) Bad(loss);
+        for (const std::string& loss : house.Losses(version_ >= 11 || !point)) Bad(loss);
         if (House::Slept() > longestSleep) Bad("it waits for " + std::to_string(House::Slept()) + " ms");
         abort_.reset();
         house.Leave();
@@ -450,7 +452,10 @@ int Main(int argc, char** argv) {
     for (const std::string& import : unlisted) Say("unlisted " + import);
     Watchdog::Start();
     if (what == "count") return Count(std::atoi(file.c_str()));
-    if (what == "play" && argc > 3) return PlayPlan(file.c_str(), std::atoi(argv[3]));
+    if (what == "trail") {
+        Watch([] { Say("failing call, trail" + Trail(static_cast<const DWORD*>(__builtin_frame_address(0)))); });
+    }
+    if ((what == "play" || what == "trail") && argc > 3) return PlayPlan(file.c_str(), std::atoi(argv[3]));
     return 2;
 }
 

@@ -15,6 +15,7 @@
 #include "support/Prompt.h"
 #include "support/RegEdit.h"
 #include "testing/BoxAnswerer.h"
+#include "testing/ImportPatch.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
@@ -88,6 +89,11 @@ class Fixture : public Prompt::Port {
 };
 
 using Lines = std::vector<std::string>;
+
+UINT_PTR WINAPI NoTimer(HWND, UINT_PTR, UINT, TIMERPROC) {
+    SetLastError(ERROR_NO_SYSTEM_RESOURCES);
+    return 0;
+}
 
 }  // namespace
 
@@ -257,6 +263,22 @@ TEST_CASE_FIXTURE(Fixture, "an enabled timer without an interval does not fire")
     Put("ChangedC", ";0C");
     Timer().Enable();
     PumpFor(100);
+    CHECK(FormOlAddInTimer::IsLoaded());
+    CHECK(Timer().Enabled());
+}
+
+TEST_CASE_FIXTURE(Fixture,
+                  "where Windows has no timer left the item is listed and the form goes, for the next one to load") {
+    {
+        ImportPatch patch;
+        const ImportPatch::Import timers[] = {{"USER32.dll", "SetTimer", reinterpret_cast<void*>(&NoTimer)}};
+        REQUIRE(patch.Replace(GetModuleHandleA(nullptr), timers) == 1);
+        AddChangedItem("0C", 'C', true, true);
+        CHECK(Value("ChangedC") == ";0C");
+        CHECK_FALSE(FormOlAddInTimer::IsLoaded());
+        CHECK_FALSE(platform::IsKeptLoaded());
+    }
+    AddChangedItem("0D", 'C', true, true);
     CHECK(FormOlAddInTimer::IsLoaded());
     CHECK(Timer().Enabled());
 }
