@@ -21,6 +21,8 @@ class Desk {
 
     // What a user does in a window of the host.
     virtual void Click(standin::Window window, int instance) = 0;
+    virtual void ClickRibbon(standin::Window window, const std::string& id) = 0;
+    virtual void ClickContextMenu(standin::Window explorer, const std::string& id) = 0;
     virtual void UserActivated(standin::Window window) = 0;
     virtual void UserLeft(standin::Window window) = 0;
     virtual void CloseByUser(standin::Window window) = 0;

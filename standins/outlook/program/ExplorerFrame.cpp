@@ -222,6 +222,12 @@ LRESULT ExplorerFrame::OnNotify(const NMHDR& notice) {
     if (notice.hwndFrom != items_) return 0;
     // A list tells of each row by itself: the selection is read once they are all told.
     if (notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) PostMessageA(Handle(), Desk::readSelection, 0, 0);
+    if (notice.code == static_cast<UINT>(NM_RCLICK)) {
+        TakeSelection();
+        POINT corner{};
+        GetCursorPos(&corner);
+        OpenContextMenu(corner);
+    }
     if (notice.code == static_cast<UINT>(NM_DBLCLK)) {
         const int row = reinterpret_cast<const NMITEMACTIVATE&>(notice).iItem;
         if (row >= 0 && row < static_cast<int>(rows_.size()))

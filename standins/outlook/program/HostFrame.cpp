@@ -36,6 +36,7 @@ void HostFrame::ShowBars() {
         const standin::Item item = desk_.Host().View(window_).item;
         return ribbon_->Show(RibbonTabsOf(bars, desk_.Host().ClassOf(item)));
     }
+    ShowBand(bars);
     std::vector<standin::ControlView> menu, toolbar;
     for (const standin::BarView& bar : bars) {
         if (bar.name == "Menu Bar") menu = bar.controls;
@@ -45,6 +46,49 @@ void HostFrame::ShowBars() {
     toolbar_->Show(std::move(toolbar));
 }
 
+// The host's own buttons, as far as a group has room for them, and what add-ins have on the command bars. A host that
+// asks nobody for a ribbon draws command bars, as it did before.
+void HostFrame::ShowBand(const std::vector<standin::BarView>& bars) {
+    constexpr std::size_t most = 9;
+    if (desk_.Host().Version() < 14 || desk_.Host().RibbonsAsked().empty()) return;
+    std::vector<standin::RibbonTabView> tabs = desk_.Host().Ribbon(window_);
+    if (tabs.empty()) return;
+    std::vector<standin::ControlView> own, added;
+    for (const standin::BarView& bar : bars) {
+        for (const standin::ControlView& control : bar.controls) {
+            if (!control.builtIn) added.push_back(control);
+            if (control.builtIn && bar.name == "Standard" && own.size() < most) own.push_back(control);
+        }
+    }
+    if (!band_) {
+        band_ = std::make_unique<RibbonBand>(Handle(), desk_.Host());
+        band_->onRibbon = [this](const std::string& id) { OnRibbon(id); };
+        band_->onBar = [this](const standin::ControlView& control) { OnPress(control); };
+        band_->onHover = [this](const std::string& text) { ShowHint(text); };
+        for (const Strip* strip : strips_) ShowWindow(strip->Handle(), SW_HIDE);
+        strips_.clear();
+    }
+    band_->Show(std::move(tabs), std::move(own), std::move(added));
+}
+
+void HostFrame::OnRibbon(const std::string& id) {
+    CommitEdits();
+    desk_.ClickRibbon(window_, id);
+}
+
+void HostFrame::OpenContextMenu(POINT corner) {
+    std::vector<standin::RibbonControlView> entries = desk_.Host().ContextMenu(window_);
+    std::erase_if(entries, [](const standin::RibbonControlView& entry) { return !entry.visible; });
+    if (entries.empty()) return;
+    contextMenu_ =
+        std::make_unique<RibbonMenu>(Handle(), std::move(entries), corner, false, [this](const std::string& id) {
+            const std::string chosen = id;
+            ShowWindow(contextMenu_->Handle(), SW_HIDE);
+            ReleaseCapture();
+            if (!chosen.empty()) desk_.ClickContextMenu(window_, chosen);
+        });
+}
+
 void HostFrame::Arrange() {
     RECT inside = Client();
     const auto place = [&inside](HWND pane, int height) {
@@ -52,8 +96,9 @@ void HostFrame::Arrange() {
         inside.top += height;
     };
     if (ribbon_) place(ribbon_->Handle(), ribbon_->Height());
+    if (band_) place(band_->Handle(), RibbonBand::Height());
     for (const Strip* strip : strips_) place(strip->Handle(), strip->Height());
-    if (ribbon_ || !strips_.empty()) LayOut(inside);
+    if (ribbon_ || band_ || !strips_.empty()) LayOut(inside);
 }
 
 void HostFrame::OnPress(const standin::ControlView& control) {
@@ -69,6 +114,7 @@ bool HostFrame::OpenMenu(const standin::ControlView& popup) {
     if (!current) return false;
     std::optional<POINT> corner;
     if (ribbon_ && ribbon_->PlaceOf(current.instance)) corner = ribbon_->Below(current.instance);
+    if (band_ && band_->PlaceOf(current.instance)) corner = band_->Below(current.instance);
     for (Strip* strip : strips_) {
         if (!strip->Has(current.instance)) continue;
         strip->MarkOpen(current.instance);
@@ -93,6 +139,7 @@ void HostFrame::OnOutside(POINT point) {
 
 // The menu may be the one that is asking: it is kept until the next message.
 void HostFrame::CloseMenu() {
+    if (band_) band_->CloseMenu();
     if (!popup_) return;
     ShowWindow(popup_->Handle(), SW_HIDE);
     leaving_.push_back(std::move(popup_));
@@ -122,8 +169,19 @@ HostFrame::Spot HostFrame::SpotOf(int instance) const {
         if (const auto place = popup_->PlaceOf(instance)) return MiddleOf(popup_->Handle(), *place);
     if (ribbon_)
         if (const auto place = ribbon_->PlaceOf(instance)) return MiddleOf(ribbon_->Handle(), *place);
+    if (band_)
+        if (const auto place = band_->PlaceOf(instance)) return MiddleOf(band_->Handle(), *place);
     for (const Strip* strip : strips_)
         if (const auto place = strip->PlaceOf(instance)) return MiddleOf(strip->Handle(), *place);
+    return {};
+}
+
+HostFrame::Spot HostFrame::SpotOf(const std::string& ribbonId) const {
+    const RibbonMenu* menu = band_ ? band_->Menu() : nullptr;
+    if (menu)
+        if (const auto place = menu->PlaceOf(ribbonId)) return MiddleOf(menu->Handle(), *place);
+    if (band_)
+        if (const auto place = band_->PlaceOf(ribbonId)) return MiddleOf(band_->Handle(), *place);
     return {};
 }
 
@@ -143,6 +201,10 @@ bool HostFrame::OnAccessKey(char letter) {
 
 bool HostFrame::OnBarKey(WPARAM key) {
     if (ribbon_) return OnRibbonKey(key);
+    if (band_ && !popup_) {
+        if (key == VK_F10) return band_->ToggleKeyTips(), true;
+        return band_->OnKey(key);
+    }
     if (key == VK_F10 && !popup_) {
         const standin::ControlView* first = menu_->Beside(0);
         return first && OpenMenu(standin::ControlView(*first));
@@ -215,6 +277,10 @@ LRESULT HostFrame::OnMessage(UINT message, WPARAM first, LPARAM second) {
             SetBkMode(reinterpret_cast<HDC>(first), TRANSPARENT);
             return reinterpret_cast<LRESULT>(face_);
         case WM_ACTIVATE: OnActivate(first); break;
+        case WM_SYSCOMMAND:
+            if (!band_ || (first & 0xFFF0) != SC_KEYMENU || second != 0) break;
+            band_->ToggleKeyTips();
+            return 0;
         case WM_COMMAND: OnCommand(LOWORD(first), HIWORD(first)); return 0;
         case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(second));
 

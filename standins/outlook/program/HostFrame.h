@@ -7,6 +7,7 @@
 #include "outlook/program/Desk.h"
 #include "outlook/program/Popup.h"
 #include "outlook/program/Ribbon.h"
+#include "outlook/program/RibbonBand.h"
 #include "outlook/program/Strip.h"
 
 namespace program {
@@ -28,7 +29,7 @@ class HostFrame : public Pane {
     void CloseMenu();
     // Opens the menu with that access key; false when there is none.
     bool OnAccessKey(char letter);
-    [[nodiscard]] bool HasMenu() const { return popup_ != nullptr; }
+    [[nodiscard]] bool HasMenu() const { return popup_ != nullptr || (band_ && band_->HasMenu()); }
     // The keyboard in menus and bars: F10 opens the first menu, arrows move, Tab goes from the menus to the toolbar,
     // Enter and access keys choose, Escape leaves. False for a key that is not for them.
     bool OnBarKey(WPARAM key);
@@ -39,6 +40,9 @@ class HostFrame : public Pane {
         POINT point{};
     };
     [[nodiscard]] Spot SpotOf(int instance) const;
+    [[nodiscard]] Spot SpotOf(const std::string& ribbonId) const;  // a control of the ribbon, or of its open menu
+    // The menu of a right click on what is selected; nothing where it is empty.
+    void OpenContextMenu(POINT corner);
     [[nodiscard]] Spot SpotOfTab(const std::string& tab) const;  // likewise a tab of the ribbon
 
   protected:
@@ -56,6 +60,8 @@ class HostFrame : public Pane {
   private:
     void OnPress(const standin::ControlView& control);
     void OnChosen(int instance);
+    void OnRibbon(const std::string& id);
+    void ShowBand(const std::vector<standin::BarView>& bars);
     void OnOutside(POINT point);
     bool OnToolbarKey(WPARAM key);
     bool OnRibbonKey(WPARAM key);
@@ -65,6 +71,8 @@ class HostFrame : public Pane {
     std::unique_ptr<Strip> menu_, toolbar_;  // both, or the ribbon
     std::vector<Strip*> strips_;
     std::unique_ptr<Ribbon> ribbon_;
+    std::unique_ptr<RibbonBand> band_;  // the ribbon of versions that ask add-ins for theirs
+    std::unique_ptr<RibbonMenu> contextMenu_;
     HBRUSH face_;
     std::unique_ptr<Popup> popup_;
     std::vector<std::unique_ptr<Popup>> leaving_;  // closed, but perhaps in the middle of a message

@@ -171,8 +171,15 @@ void Program::BarsChanged(standin::Window window) {
     Later();
 }
 
+void Program::RibbonChanged() {
+    for (const auto& [number, frame] : frames_) barsChanged_[number] = true;
+    Later();
+}
+
+// Another folder has another home tab.
 void Program::ContentsChanged() {
     contentsChanged_ = true;
+    if (outlook_.Version() >= 14) return RibbonChanged();
     Later();
 }
 

@@ -30,6 +30,10 @@ class Program : public Pane, public Desk, public standin::Watcher {
     void Update();  // what has changed is drawn now, not with the next message
 
     void Click(standin::Window window, int instance) override;
+    void ClickRibbon(standin::Window window, const std::string& id) override { outlook_.ClickRibbon(window, id); }
+    void ClickContextMenu(standin::Window explorer, const std::string& id) override {
+        outlook_.ClickContextMenu(explorer, id);
+    }
     void UserActivated(standin::Window window) override;
     void UserLeft(standin::Window window) override;
     void CloseByUser(standin::Window window) override;
@@ -38,6 +42,7 @@ class Program : public Pane, public Desk, public standin::Watcher {
     void WindowClosed(standin::Window window) override;
     void WindowActivated(standin::Window window) override;
     void BarsChanged(standin::Window window) override;
+    void RibbonChanged() override;
     void ContentsChanged() override;
     void LineWritten() override;
 
