@@ -1,7 +1,7 @@
 // addin/RibbonUi.h: what the host has taken of our ribbon, and the way to have parts of it asked for again.
 //
 // The host asks for each ribbon's XML once a session and, where it takes it, tells so by a callback of its own (host
-// quirk 16). Until then, and where it never does, a window gets command bars instead.
+// quirk 17). Until then, and where it never does, a window gets command bars instead.
 //
 // Owns    the host's ribbon objects, until Release().
 #pragma once

@@ -78,14 +78,14 @@ void ForEachCharacter(std::string_view text, Visit visit) {
     }
 }
 
-std::string Escaped(std::string_view bytes) {
+std::string_view Escaped(std::string_view bytes) {
     switch (bytes.front()) {
         case '&': return "&amp;";
         case '<': return "&lt;";
         case '>': return "&gt;";
         case '"': return "&quot;";
         case '\'': return "&apos;";
-        default: return std::string(bytes);
+        default: return bytes;
     }
 }
 
@@ -96,81 +96,143 @@ bool CanBeTyped(std::uint32_t code) {
 
 // --- elements
 
-std::string Attribute(std::string_view name, std::string_view value) {
-    return " " + std::string(name) + "=\"" + std::string(value) + "\"";
-}
+// Writes elements into one text, in which values stand as they are given.
+class Writer {
+  public:
+    void Begin(std::string_view element) {
+        text_ += '<';
+        text_ += element;
+    }
+    void Attribute(std::string_view name, std::string_view value) {
+        text_ += ' ';
+        text_ += name;
+        text_ += "=\"";
+        text_ += value;
+        text_ += '"';
+    }
+    void End() { text_ += "/>\n"; }     // of an element without content
+    void Content() { text_ += ">\n"; }  // follows
+    void Close(std::string_view element) {
+        text_ += "</";
+        text_ += element;
+        Content();
+    }
+    [[nodiscard]] const std::string& Text() const { return text_; }
+
+  private:
+    std::string text_;
+};
 
 enum class Size { Small, Large };
-enum class Place { Group, Menu, ContextMenu };
 
 // Those that are there for contacts alone, or for the items that the phone takes.
 bool DependsOnWindow(const Command& command) { return command.tag == SendToPhoneTag || command.tag == SaveAndSendTag; }
 
 // The attributes of a button or menu, as far as both have them.
-std::string Face(std::string_view place, const Command& command, Size size, const std::string& keyTip) {
-    const std::string label = Label(command);
-    std::string text =
-        Attribute("id", ControlId(place, command.tag)) + Attribute("tag", command.tag) + Attribute("label", label);
-    if (!keyTip.empty()) text += Attribute("keytip", keyTip);
-    if (command.picture != 0) text += Attribute("getImage", size == Size::Large ? LargeImage : SmallImage);
-    if (DependsOnWindow(command)) text += Attribute("getVisible", Visible);
-    if (command.tag == SendToPhoneTag) text += Attribute("getEnabled", Enabled);
-    return text;
+void WriteFace(Writer& xml, std::string_view place, const Command& command, Size size, const std::string& keyTip) {
+    xml.Attribute("id", ControlId(place, command.tag));
+    xml.Attribute("tag", command.tag);
+    xml.Attribute("label", Label(command));
+    if (!keyTip.empty()) xml.Attribute("keytip", keyTip);
+    if (command.picture != 0) xml.Attribute("getImage", size == Size::Large ? LargeImage : SmallImage);
+    if (DependsOnWindow(command)) xml.Attribute("getVisible", Visible);
+    if (command.tag == SendToPhoneTag) xml.Attribute("getEnabled", Enabled);
 }
 
-// A control of a group: with its size, and its label as screen tip.
-std::string GroupFace(std::string_view place, const Command& command, Size size) {
-    return Face(place, command, size, KeyTip(command.text)) +
-           Attribute("size", size == Size::Large ? "large" : "normal") + Attribute("screentip", Label(command));
+// Of a control of a group: with its size, and its label as screen tip.
+void WriteGroupFace(Writer& xml, std::string_view place, const Command& command, Size size) {
+    WriteFace(xml, place, command, size, KeyTip(command.text));
+    xml.Attribute("size", size == Size::Large ? "large" : "normal");
+    xml.Attribute("screentip", Label(command));
 }
 
-std::string Button(const std::string& face) { return "<button" + face + Attribute("onAction", Action) + "/>\n"; }
+void EndButton(Writer& xml) {
+    xml.Attribute("onAction", Action);
+    xml.End();
+}
 
-std::string Separator(std::string_view place, const Command& command) {
-    return "<menuSeparator" + Attribute("id", ControlId(place, command.tag) + "_line") + "/>\n";
+void WriteGroupButton(Writer& xml, std::string_view place, const Command& command, Size size) {
+    xml.Begin("button");
+    WriteGroupFace(xml, place, command, size);
+    EndButton(xml);
+}
+
+void WriteMenuButton(Writer& xml, std::string_view place, const Command& command, const std::string& keyTip) {
+    xml.Begin("button");
+    WriteFace(xml, place, command, Size::Small, keyTip);
+    EndButton(xml);
+}
+
+void WriteSeparator(Writer& xml, std::string_view place, const Command& command) {
+    xml.Begin("menuSeparator");
+    xml.Attribute("id", ControlId(place, command.tag) + "_line");
+    xml.End();
 }
 
 // The menu with its entries. Of two entries with the same access key the upper one has it.
-std::string Menu(std::string_view place, const Commands& commands) {
-    std::string text = "<menu" + GroupFace(place, commands.menu, Size::Large) + Attribute("itemSize", "normal") + ">\n";
-    std::vector<std::string> taken;
+void WriteMenu(Writer& xml, std::string_view place, const Commands& commands) {
+    xml.Begin("menu");
+    WriteGroupFace(xml, place, commands.menu, Size::Large);
+    xml.Attribute("itemSize", "normal");
+    xml.Content();
+    std::string taken = "|";
     for (const Command& entry : commands.entries) {
         std::string keyTip = KeyTip(entry.text);
-        if (std::find(taken.begin(), taken.end(), keyTip) != taken.end()) keyTip.clear();
-        taken.push_back(keyTip);
-        if (entry.beginsGroup) text += Separator(place, entry);
-        text += Button(Face(place, entry, Size::Small, keyTip));
+        if (taken.find("|" + keyTip + "|") != std::string::npos) keyTip.clear();
+        if (!keyTip.empty()) taken += keyTip + "|";
+        if (entry.beginsGroup) WriteSeparator(xml, place, entry);
+        WriteMenuButton(xml, place, entry, keyTip);
     }
-    return text + "</menu>\n";
+    xml.Close("menu");
 }
 
-std::string Tab(std::string_view place, const std::string& controls) {
-    return "<tab" + Attribute("idMso", place) + "><group" + Attribute("id", ControlId(place, groupTag)) +
-           Attribute("label", Product::Name) + ">\n" + controls + "</group></tab>\n";
+void BeginTab(Writer& xml, std::string_view place) {
+    xml.Begin("tab");
+    xml.Attribute("idMso", place);
+    xml.Content();
+    xml.Begin("group");
+    xml.Attribute("id", ControlId(place, groupTag));
+    xml.Attribute("label", Product::Name);
+    xml.Content();
 }
 
-std::string HomeTab(std::string_view place, const Commands& commands) {
-    std::string controls = Menu(place, commands) + Button(GroupFace(place, commands.synchronise, Size::Small));
-    if (place == contactsTab) controls += Button(GroupFace(place, commands.sendToPhone, Size::Small));
-    return Tab(place, controls);
+void CloseTab(Writer& xml) {
+    xml.Close("group");
+    xml.Close("tab");
 }
 
-std::string ContextMenu(std::string_view place, const Commands& commands) {
-    return "<contextMenu" + Attribute("idMso", place) + ">\n" +
-           Button(Face(place, commands.sendToPhone, Size::Small, {})) + "</contextMenu>\n";
+void WriteHomeTab(Writer& xml, std::string_view place, const Commands& commands) {
+    BeginTab(xml, place);
+    WriteMenu(xml, place, commands);
+    WriteGroupButton(xml, place, commands.synchronise, Size::Small);
+    if (place == contactsTab) WriteGroupButton(xml, place, commands.sendToPhone, Size::Small);
+    CloseTab(xml);
 }
 
-std::string ExplorerBody(const Commands& commands) {
-    std::string text = "<ribbon><tabs>\n";
-    for (const char* tab : homeTabs) text += HomeTab(tab, commands);
-    text += "</tabs></ribbon>\n<contextMenus>\n";
-    for (const char* menu : contextMenus) text += ContextMenu(menu, commands);
-    return text + "</contextMenus>\n";
+void WriteItemTab(Writer& xml, std::string_view place, const Commands& commands) {
+    BeginTab(xml, place);
+    WriteGroupButton(xml, place, commands.saveAndSend, Size::Large);
+    CloseTab(xml);
 }
 
-std::string ItemBody(std::string_view tab, const Commands& commands) {
-    return "<ribbon><tabs>\n" + Tab(tab, Button(GroupFace(tab, commands.saveAndSend, Size::Large))) +
-           "</tabs></ribbon>\n";
+void WriteContextMenu(Writer& xml, std::string_view place, const Commands& commands) {
+    xml.Begin("contextMenu");
+    xml.Attribute("idMso", place);
+    xml.Content();
+    WriteMenuButton(xml, place, commands.sendToPhone, {});
+    xml.Close("contextMenu");
+}
+
+void WriteTabs(Writer& xml, Kind kind, const Commands& commands) {
+    if (kind != Kind::Explorer) return WriteItemTab(xml, NameOf(kind).tab, commands);
+    for (const char* tab : homeTabs) WriteHomeTab(xml, tab, commands);
+}
+
+void WriteContextMenus(Writer& xml, const Commands& commands) {
+    xml.Begin("contextMenus");
+    xml.Content();
+    for (const char* menu : contextMenus) WriteContextMenu(xml, menu, commands);
+    xml.Close("contextMenus");
 }
 
 }  // namespace
@@ -185,13 +247,27 @@ std::optional<Kind> KindOf(std::string_view ribbonId) {
 const char* LoadCallback(Kind kind) { return NameOf(kind).load; }
 
 std::string Xml(Kind kind, const Commands& commands) {
-    const std::string body = kind == Kind::Explorer ? ExplorerBody(commands) : ItemBody(NameOf(kind).tab, commands);
-    return "<customUI" + Attribute("xmlns", "http://schemas.microsoft.com/office/2009/07/customui") +
-           Attribute("onLoad", LoadCallback(kind)) + ">\n" + body + "</customUI>\n";
+    Writer xml;
+    xml.Begin("customUI");
+    xml.Attribute("xmlns", "http://schemas.microsoft.com/office/2009/07/customui");
+    xml.Attribute("onLoad", LoadCallback(kind));
+    xml.Content();
+    for (const char* element : {"ribbon", "tabs"}) {
+        xml.Begin(element);
+        xml.Content();
+    }
+    WriteTabs(xml, kind, commands);
+    for (const char* element : {"tabs", "ribbon"}) xml.Close(element);
+    if (kind == Kind::Explorer) WriteContextMenus(xml, commands);
+    xml.Close("customUI");
+    return xml.Text();
 }
 
 std::string ControlId(std::string_view place, std::string_view tag) {
-    return std::string(place) + "_" + std::string(tag);
+    std::string id(place);
+    id += '_';
+    id += tag;
+    return id;
 }
 
 std::string SendToPhoneId() { return ControlId(contactsTab, SendToPhoneTag); }

@@ -5,7 +5,7 @@
 //         control's id is the place's name and the tag, parted by '_': "TabContacts_ButtonSendToPhone".
 // Errors  Every text has a reading: what no XML may hold is left out (control characters, broken UTF-8), and a label
 //         is cut at the length that the host allows. A text with nothing left to read is the command's tag, because
-//         one empty label makes the host refuse the whole XML (host quirk 17).
+//         one empty label makes the host refuse the whole XML (host quirk 18).
 #pragma once
 #include <cstdint>
 #include <optional>

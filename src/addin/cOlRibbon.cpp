@@ -156,26 +156,19 @@ bool IsTaken(const RibbonUi& ribbon, std::string_view tag) {
 
 struct Callback {
     const char* name;
-    Argument neutral;
+    bool tellsFlag;  // false is its neutral result, else nothing
     Argument (*run)(const Control& control);
 };
 
-const std::array<Callback, 5>& Callbacks() {
-    static const std::array<Callback, 5> callbacks{{
-        {RibbonXml::Action, Missing, [](const Control& control) { return Click(control), Argument(Missing); }},
-        {RibbonXml::Enabled, false, [](const Control& control) { return Argument(IsEnabled(control)); }},
-        {RibbonXml::Visible, false, [](const Control& control) { return Argument(IsVisible(control)); }},
-        {RibbonXml::SmallImage, Missing,
-         [](const Control& control) {
-             return PictureOf(control.tag, RibbonPicture::SmallSide(platform::DotsPerInch()));
-         }},
-        {RibbonXml::LargeImage, Missing,
-         [](const Control& control) {
-             return PictureOf(control.tag, RibbonPicture::LargeSide(platform::DotsPerInch()));
-         }},
-    }};
-    return callbacks;
-}
+constexpr std::array<Callback, 5> callbacks{{
+    {RibbonXml::Action, false, [](const Control& control) { return Click(control), Argument(Missing); }},
+    {RibbonXml::Enabled, true, [](const Control& control) { return Argument(IsEnabled(control)); }},
+    {RibbonXml::Visible, true, [](const Control& control) { return Argument(IsVisible(control)); }},
+    {RibbonXml::SmallImage, false,
+     [](const Control& control) { return PictureOf(control.tag, RibbonPicture::SmallSide(platform::DotsPerInch())); }},
+    {RibbonXml::LargeImage, false,
+     [](const Control& control) { return PictureOf(control.tag, RibbonPicture::LargeSide(platform::DotsPerInch())); }},
+}};
 
 // The callbacks by which the host tells that it has taken a ribbon are numbered from 0 on, in the order of the kinds;
 // the others follow.
@@ -198,7 +191,7 @@ std::int32_t cOlRibbon::FindCallback(std::string_view name) const {
         if (platform::SameIgnoringCase(RibbonXml::LoadCallback(static_cast<Kind>(kind)), name)) return kind;
     }
     std::int32_t number = loads;
-    for (const Callback& callback : Callbacks()) {
+    for (const Callback& callback : callbacks) {
         if (platform::SameIgnoringCase(callback.name, name)) return number;
         ++number;
     }
@@ -212,9 +205,10 @@ Argument cOlRibbon::RunCallback(std::int32_t number, const EventArguments& argum
         return Missing;
     }
     const auto place = static_cast<std::size_t>(number - loads);
-    if (place >= Callbacks().size()) return Missing;
-    const Callback& callback = Callbacks()[place];
+    if (place >= callbacks.size()) return Missing;
+    const Callback& callback = callbacks[place];
     const Control control{arguments.Object(0).Text(Members::RibbonControl::Tag), arguments.Object(0), handler};
-    if (!handler || !IsTaken(*handler->Ribbon(), control.tag)) return callback.neutral;
+    if (!handler || !IsTaken(*handler->Ribbon(), control.tag))
+        return callback.tellsFlag ? Argument(false) : Argument(Missing);
     return callback.run(control);
 }

@@ -5,7 +5,7 @@
 //
 // Errors  Where nothing is connected, the host has not taken that ribbon, there is no control, or its Context is
 //         nothing that the command knows, a callback does nothing and returns false or no picture. Commands that need
-//         no window run without a Context too (host quirk 18).
+//         no window run without a Context too (host quirk 19).
 // Owns    nothing; the handler is the add-in's.
 #pragma once
 #include <memory>

@@ -33,7 +33,7 @@ class StandIn:
 
     def __init__(self, prefix, program, version):
         self.output = tempfile.TemporaryFile()
-        self.process = prefix.start(program, "/version", version, "/report", output=self.output)
+        self.process = prefix.start(program, "/version", version, "/noribbon", "/report", output=self.output)
 
     def report(self):
         return lines_of(self.output)

@@ -2,7 +2,7 @@
 // platform/: needs the OLE headers.
 //
 // The host asks the add-in's object for IRibbonExtensibility and what it gets for IDispatch; callbacks go to the
-// latter, by name (host quirk 16). So it is an object of its own, which keeps the add-in's alive.
+// latter, by name (host quirk 17). So it is an object of its own, which keeps the add-in's alive.
 //
 // Errors  Every call is guarded (Guard.h). GetCustomUI always succeeds; without XML it returns no string. A callback
 //         that is unknown, or not called as a method, is refused as COM says; any other one succeeds.

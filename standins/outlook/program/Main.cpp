@@ -22,6 +22,7 @@ struct Arguments {
     const Scenario* scenario = nullptr;
     std::string record;
     bool report = false;
+    bool ribbon = true;  // the host asks add-ins for it, in the versions that have one
     bool registerServer = false, unregisterServer = false;
 };
 
@@ -60,6 +61,8 @@ std::optional<Arguments> ReadArguments(Scenarios scenarios) {
         const std::string value = i + 1 < words.size() ? words[i + 1] : "";
         if (words[i] == "/report") {
             arguments.report = true;
+        } else if (words[i] == "/noribbon") {
+            arguments.ribbon = false;
         } else if (words[i] == "/regserver") {
             arguments.registerServer = true;
         } else if (words[i] == "/unregserver") {
@@ -172,7 +175,9 @@ int Main(std::span<const Scenario> scenarios) {
     if (arguments->registerServer) return RegisterServer() ? 0 : 1;
     if (arguments->unregisterServer) return UnregisterServer() ? 0 : 1;
     InitCommonControls();
-    Program program({.version = arguments->version}, arguments->record);
+    standin::Options options{.version = arguments->version};
+    if (!arguments->ribbon) options.ribbon.asked = standin::RibbonAsked::Never;
+    Program program(options, arguments->record);
     FillMailbox(program.Host());
     program.Start();
     if (arguments->scenario) return Play(program, *arguments->scenario);

@@ -63,8 +63,7 @@ void RibbonMenu::Paint() {
         DrawAlpha(dc, (gutter - image.width) / 2, middle - image.height / 2, image, enabled);
         Write(dc, ForDrawing(row.control.label), {gutter + 4, row.place.top, row.place.right, row.place.bottom},
               enabled ? RGB(0, 0, 0) : RGB(150, 150, 150), DT_LEFT);
-        if (keyTips_ && !row.control.keytip.empty())
-            DrawKeyTip(dc, {gutter / 2, row.place.bottom - 4}, row.control.keytip);
+        if (keyTips_ && !row.control.keytip.empty()) DrawKeyTip(dc, {row.place.right - 14, middle}, row.control.keytip);
     }
 }
 
