@@ -3,6 +3,17 @@
 #include <windows.h>
 
 namespace platform {
+namespace {
+
+std::string FolderFrom(UINT(WINAPI* tell)(LPSTR, UINT)) {
+    char folder[MAX_PATH];
+    const UINT length = tell(folder, sizeof folder);
+    if (length == 0 || length >= sizeof folder) return {};
+    std::string path(folder, length);
+    return path.ends_with('\\') ? path : path.append("\\");
+}
+
+}  // namespace
 
 std::string EnvironmentVariable(const std::string& name) {
     std::string value;
@@ -22,11 +33,8 @@ double WindowsVersion() noexcept {
     return version.dwMajorVersion + version.dwMinorVersion / 10.0;
 }
 
-std::string SystemFolder() {
-    char folder[MAX_PATH];
-    const UINT length = GetSystemDirectoryA(folder, sizeof folder);
-    if (length == 0 || length >= sizeof folder) return {};
-    return std::string(folder, length).append("\\");
-}
+std::string SystemFolder() { return FolderFrom(GetSystemDirectoryA); }
+
+std::string WindowsFolder() { return FolderFrom(GetWindowsDirectoryA); }
 
 }  // namespace platform

@@ -10,8 +10,10 @@ namespace platform {
 [[nodiscard]] std::string EnvironmentVariable(const std::string& name);
 [[nodiscard]] double WindowsVersion() noexcept;
 
-// Windows' own folder for programs and libraries, with a backslash at its end; empty where Windows does not tell it.
-// Programs of Windows are started from there: by name alone, one in the current folder would be.
+// Windows' own folders, that for programs and libraries and the one above it (Notepad is in both, hh.exe in the upper
+// one alone), with a backslash at the end; empty where Windows does not tell. Programs of Windows are started from
+// there: by name alone, one in the current folder would be.
 [[nodiscard]] std::string SystemFolder();
+[[nodiscard]] std::string WindowsFolder();
 
 }  // namespace platform

@@ -99,6 +99,13 @@ struct Expansion {
     return IsMail(command) || Contains(command, "://") ? "cmd /c start " : "cmd /c ";
 }
 
+// What begins with "www." is no file, though one of that name may lie in the current folder (".com" is a program's
+// ending).
+[[nodiscard]] std::string AsAddress(std::string_view file) {
+    const bool isWeb = platform::ToLower(file.substr(0, 4)) == "www.";
+    return (isWeb ? "http://" : "") + std::string(file);
+}
+
 [[nodiscard]] CommandLine Chosen(const std::string& command, Surroundings& surroundings, Shell shell) {
     if (IsMail(command)) {
         const std::string handler = surroundings.ClassText("mailto" + std::string(openCommandKey));
@@ -132,7 +139,7 @@ std::string WithVariables(std::string text, Surroundings& surroundings) {
         const std::string variable = text.substr(first, from - first);
         if (std::find(tried.begin(), tried.end(), variable) != tried.end()) continue;
         const std::string value = surroundings.Variable(text.substr(first + 1, second - first - 1));
-        if (value.empty()) continue;
+        if (value.empty() || Contains(value, quote)) continue;
         tried.push_back(variable);
         auto expansion = Everywhere(text, variable, value, from, surroundings.LongestCommand());
         if (!expansion) continue;
@@ -144,12 +151,12 @@ std::string WithVariables(std::string text, Surroundings& surroundings) {
 
 Target StartTarget(std::string_view commandLine) {
     if (commandLine.starts_with(start)) commandLine.remove_prefix(start.size());
-    if (!commandLine.starts_with('"')) return {std::string(commandLine), {}};
+    if (!commandLine.starts_with('"')) return {AsAddress(commandLine), {}};
     commandLine.remove_prefix(1);
     const std::size_t end = std::min(commandLine.find('"'), commandLine.size());
     std::string_view arguments = commandLine.substr(std::min(end + 1, commandLine.size()));
     arguments.remove_prefix(std::min(arguments.find_first_not_of(' '), arguments.size()));
-    return {std::string(commandLine.substr(0, end)), std::string(arguments)};
+    return {AsAddress(commandLine.substr(0, end)), std::string(arguments)};
 }
 
 Target AsProgram(const Target& target) {

@@ -7,7 +7,8 @@
 // Errors  none: every text has a reading; what the system does not know is the empty text.
 // Bounds  A variable is expanded once in a command, in all places where it is spelled the same, so that one whose
 //         value names itself ends, and at most mostExpansions are. A replacement that would make the command longer
-//         than the system takes is left out, for good.
+//         than the system takes is left out, for good; so is a value with a double quote, which would end the
+//         handler's own.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -43,7 +44,8 @@ struct CommandLine {
 struct Target {
     std::string file, arguments;
 };
-// The file is what stands in double quotes, or all of it where it begins with none.
+// The file is what stands in double quotes, or all of it where it begins with none. What begins with "www." becomes
+// a web address.
 [[nodiscard]] Target StartTarget(std::string_view commandLine);
 // The file of `target` as a program and its arguments, for one that is no file; the empty file where it does not
 // look like one: with a folder or a drive before its first blank it is the path of something that is missing.

@@ -8,6 +8,7 @@
 #include "language/Language.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
+#include "platform/Environment.h"
 #include "platform/Err.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
@@ -70,6 +71,12 @@ void SizeViewerOnce(const std::string& helpFile) {
     IniFile::SetIniSetting(section, name, "1", true);
 }
 
+// By its full path: one that lies in the current folder is not the viewer.
+[[nodiscard]] bool StartViewer(const std::string& topic) {
+    const std::string windows = platform::WindowsFolder();
+    return !windows.empty() && platform::StartProcess("\"" + windows + "hh.exe\" " + topic, Show::Normal);
+}
+
 [[nodiscard]] bool StartRegisteredViewer(const std::string& helpFile) {
     const std::string command = GetApplForExt("chm");
     return !command.empty() && platform::StartProcess(ExecText::ForDocument(command, helpFile), Show::Minimised);
@@ -85,7 +92,7 @@ void TellHelpFailed(const std::string& helpFile) {
 void ShowHelp(const std::string& helpFile, const std::string& page) {
     const std::string topic = "\"" + helpFile + "::/" + page + "\"";
     CloseViewers();
-    if (platform::StartProcess("hh.exe " + topic, Show::Normal)) {
+    if (StartViewer(topic)) {
         SizeViewerOnce(helpFile);
     } else if (!StartRegisteredViewer(helpFile)) {
         TellHelpFailed(helpFile);

@@ -21,6 +21,7 @@
 #include "testing/Recorder.h"
 #include "testing/ScreenReader.h"
 #include "testing/TempFolder.h"
+#include "testing/WindowsFolders.h"
 
 using platform::Control;
 using platform::Rect;
@@ -413,19 +414,16 @@ TEST_CASE_FIXTURE(Fixture, "typing replaces what a field holds when it has got t
 
 namespace {
 
-// A help file, and an hh.exe that records.
+// A help file, and an hh.exe that records in the place of Windows' own.
 struct HelpFixture : Fixture {
     HelpFixture() {
-        GetCurrentDirectoryA(sizeof formerDirectory, formerDirectory);
-        SetCurrentDirectoryA(settings.Path().c_str());
         viewer.emplace(settings, "hh.exe");
         settings.Write("cven.chm", "");
         Language::state.LangHelpFile = Language::state.LangHelpFileChosen = settings.Path("cven.chm");
         IniFile::SetIniSetting("Help", "cven.chm", "1", true);
     }
-    ~HelpFixture() { SetCurrentDirectoryA(formerDirectory); }
+    WindowsFolders windows{settings};
     std::optional<Recorder> viewer;
-    char formerDirectory[MAX_PATH] = {};
 };
 
 }  // namespace

@@ -244,6 +244,14 @@ TEST_CASE_FIXTURE(Machine, "a value with a blank is not wrapped, since wrapping 
     CHECK(Start("%HOME%\\a.txt") == "start C:\\My Home\\a.txt");
 }
 
+TEST_CASE_FIXTURE(Machine, "a value with a double quote is left out, since it would end what stands in double quotes") {
+    variables = {{"evil", "a\" --run \"b"}, {"inner", "%evil%"}, {"home", "C:\\My Home"}};
+    Browser("browser \"%1\" /home \"%home%\"");
+    CHECK(Direct("http://a/%evil%") == "browser \"http://a/%evil%\" /home \"C:\\My Home\"");
+    CHECK(Direct("http://a/%inner%/%evil%") == "browser \"http://a/%evil%/%evil%\" /home \"C:\\My Home\"");
+    CHECK(Start("%evil%\\a.txt") == "start %evil%\\a.txt");
+}
+
 TEST_CASE_FIXTURE(Machine, "what the environment does not know stays, and the search goes on behind its second sign") {
     variables["b"] = "B";
     CHECK(Start("%a%b%") == "start %a%b%");
@@ -349,6 +357,14 @@ TEST_CASE("what start starts is what stands in double quotes, or all of it") {
     CHECK(StartTarget("start \"unclosed").file == "unclosed");
     CHECK(StartTarget("start ").file.empty());
     CHECK(StartTarget("start \"").file.empty());
+}
+
+TEST_CASE("what begins with www. is started as a web address, never as a file of that name") {
+    CHECK(StartTarget("start www.a.com").file == "http://www.a.com");
+    CHECK(StartTarget("start \"www.a.com/b c\"").file == "http://www.a.com/b c");
+    CHECK(StartTarget("start WWW.a.com").file == "http://WWW.a.com");
+    CHECK(StartTarget("start C:\\www.a").file == "C:\\www.a");
+    CHECK(StartTarget("start www").file == "www");
 }
 
 TEST_CASE("what follows the closing double quote are arguments") {

@@ -15,6 +15,7 @@
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
+#include "testing/WindowsFolders.h"
 
 using platform::Err;
 using WindowsMisc::CallHelp;
@@ -89,7 +90,8 @@ class Viewer {
     bool closes_;
 };
 
-// An add-in's folder with a help file, an hh.exe that records, and settings of its own. The folder's path has a blank.
+// An add-in's folder with a help file, a Windows folder with an hh.exe that records, and settings of its own. The
+// folders' paths have a blank.
 struct Fixture {
     Fixture() {
         Err().Clear();
@@ -97,8 +99,6 @@ struct Fixture {
         const ImportPatch::Import imports[] = {
             {"USER32.dll", "GetWindowThreadProcessId", reinterpret_cast<void*>(ProcessOf)}};
         (void)others.Replace(GetModuleHandleA(nullptr), imports);
-        GetCurrentDirectoryA(sizeof formerDirectory, formerDirectory);
-        SetCurrentDirectoryA(programs.Path().c_str());  // where Windows looks for hh.exe before its own folders
         folder.Write("cven.chm", "");
         IniFile::location.CurrentFile = IniFile::location.BaseFile = folder.Path("settings.ini");
         IniFile::IniInit(false);
@@ -109,7 +109,6 @@ struct Fixture {
         Language::state.LangManualFolder = folder.Path("Manual\\English\\");
     }
     ~Fixture() {
-        SetCurrentDirectoryA(formerDirectory);
         IniFile::location = {};
         IniFile::IniInit(false);
         Files::Plug({});
@@ -128,9 +127,9 @@ struct Fixture {
     PrivateRegistry registry;
     DebugLog log;
     TempFolder folder, programs;
+    WindowsFolders windows{programs};
     User user;
     std::optional<Recorder> viewerProgram;
-    char formerDirectory[MAX_PATH] = {};
 };
 
 bool operator==(const RECT& left, const RECT& right) { return EqualRect(&left, &right) != FALSE; }
@@ -144,10 +143,27 @@ TEST_CASE_FIXTURE(Fixture, "the help viewer gets the help file and its page in d
     const auto starts = viewerProgram->Starts(1);
     REQUIRE(starts.size() == 1);
     CHECK(starts[0].starts_with(std::to_string(SW_SHOWNORMAL) + " "));
-    CHECK(starts[0].ends_with("hh.exe \"" + folder.Path("cven.chm") + "::/AddInOutl.htm\""));
+    CHECK(starts[0].ends_with("\\hh.exe\" \"" + folder.Path("cven.chm") + "::/AddInOutl.htm\""));
     CHECK(user.asked.empty());
     CHECK(user.messages.empty());
     CHECK(log.Text().ends_with("\r\n<CallHelp>_\r\n</CallHelp>\r\n"));
+}
+
+TEST_CASE_FIXTURE(Fixture, "an hh.exe in the current folder is not the help viewer, also where Windows has none") {
+    RegisterViewer("\"" + folder.Path("gone.exe") + "\" %1");
+    TempFolder current;
+    const Recorder stranger(current, "hh.exe");
+    char former[MAX_PATH];
+    GetCurrentDirectoryA(sizeof former, former);
+    SetCurrentDirectoryA(current.Path().c_str());
+    CallHelp("AddInOutl.htm");
+    HelpStarts();
+    RememberSize();
+    CallHelp("AddInOutl.htm");
+    SetCurrentDirectoryA(former);
+    CHECK(user.asked.size() == 1);  // told that there is no help
+    CHECK(viewerProgram->Starts(1).size() == 1);
+    CHECK(stranger.StartsAfter(300).empty());
 }
 
 TEST_CASE_FIXTURE(Fixture, "a help file in a folder with umlauts, percent signs and an ampersand arrives whole") {
@@ -161,7 +177,7 @@ TEST_CASE_FIXTURE(Fixture, "a help file in a folder with umlauts, percent signs 
         Language::state.LangHelpFile = Language::state.LangHelpFileChosen = help;
         RememberSize();
         CallHelp("AddInOutl.htm");
-        expected.push_back("1 hh.exe \"" + help + "::/AddInOutl.htm\"");
+        expected.push_back("1 \"" + programs.Path("hh.exe") + "\" \"" + help + "::/AddInOutl.htm\"");
         CHECK(viewerProgram->Starts(expected.size()) == expected);
     }
 }

@@ -189,6 +189,21 @@ TEST_CASE_FIXTURE(Fixture, "a document without a registered program and an addre
     CHECK(user.Seen().empty());
 }
 
+TEST_CASE_FIXTURE(Fixture, "a web address without a browser is never a program of that name in the current folder") {
+    const Recorder stranger(folder, "www.cvtest.com");  // a program by its ending
+    const Recorder viewer(folder, "viewer.exe");
+    RegisterCommand("http", Quote(folder.Path("viewer.exe")) + " \"%1\"");
+    Register("http", "URL:HTTP");
+    PrivateRegistry::PutText(HKEY_CLASSES_ROOT, "http", "URL Protocol", "");
+    char before[MAX_PATH];
+    REQUIRE(GetCurrentDirectoryA(sizeof before, before) > 0);
+    SetCurrentDirectoryA(folder.Path().c_str());
+    ExecApp("www.cvtest.com");
+    SetCurrentDirectoryA(before);
+    CHECK(Only(viewer, minimised) == Quote(folder.Path("viewer.exe")) + " \"http://www.cvtest.com\"");
+    CHECK(log.Holds(" ExecApp: start www.cvtest.com\r\n"));
+}
+
 TEST_CASE_FIXTURE(Fixture, "the caller's pending error stays as it was") {
     Err().Set(17, "before");
     ExecApp(folder.Path("gone"));
