@@ -199,7 +199,6 @@ void AddWindows(std::vector<Place>& places) {
     FAILS("USER32", SetFocus, nullptr, ERROR_INVALID_WINDOW_HANDLE);
     FAILS("USER32", SetPropA, FALSE, ERROR_NOT_ENOUGH_MEMORY);
     FAILS("USER32", SetTimer, 0, ERROR_NOT_ENOUGH_MEMORY);
-    FAILS("USER32", SetWindowLongA, 0, ERROR_INVALID_WINDOW_HANDLE);
     FAILS("USER32", SetWindowLongW, 0, ERROR_INVALID_WINDOW_HANDLE);
     FAILS("USER32", SetWindowPos, FALSE, ERROR_INVALID_WINDOW_HANDLE);
     FAILS("USER32", SetWindowTextA, FALSE, ERROR_NOT_ENOUGH_MEMORY);
@@ -396,6 +395,7 @@ const std::vector<Fair>& Fairs() {
         {"USER32.dll", "SendMessageA", ofWindow},
         {"USER32.dll", "SetCapture", alwaysWorks},
         {"USER32.dll", "SetCursor", alwaysWorks},
+        {"USER32.dll", "SetWindowLongA", ofTheLiving},
         {"USER32.dll", "ShowWindow", alwaysWorks},
         {"USER32.dll", "TranslateMessage", alwaysWorks},
         {"USER32.dll", "keybd_event", alwaysWorks},

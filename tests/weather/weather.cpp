@@ -143,7 +143,10 @@ class Stage {
         const auto canUnload =
             reinterpret_cast<CanUnload>(reinterpret_cast<void*>(GetProcAddress(library, "DllCanUnloadNow")));
         if (canUnload() != S_OK) Bad("the library is still in use");
-        for (const std::string& loss : house.Losses(version_ >= 11 || !point)) Bad(loss);
+        // A host whose version cannot be read is taken for Outlook 2000, where faces travel by the clipboard.
+        for (const std::string& loss :
+             house.Losses(!point || (version_ >= 11 && point->function != "WideCharToMultiByte")))
+            Bad(loss);
         if (House::Slept() > longestSleep) Bad("it waits for " + std::to_string(House::Slept()) + " ms");
         abort_.reset();
         house.Leave();
