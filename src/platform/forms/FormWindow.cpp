@@ -438,7 +438,9 @@ void ControlWindow::Show(Property changed) {
 }
 
 void ControlWindow::ShowCaption() const {
-    SetWindowCaption(handle_, control_->Caption(), charSet_);
+    // Windows looks for access keys in the texts of windows, however they are drawn.
+    const bool verbatim = (TextFormat() & DT_NOPREFIX) != 0;
+    SetWindowCaption(handle_, verbatim ? Replace(control_->Caption(), "&", "&&") : control_->Caption(), charSet_);
     InvalidateRect(handle_, nullptr, TRUE);
 }
 

@@ -5,6 +5,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Err.h"
@@ -430,6 +431,41 @@ TEST_CASE("a click of the mouse presses a button, a link and a label") {
     CHECK(Drive(form, {[&] { FormDriver::Click(form.At("Link")); }, [&] { FormDriver::Click(form.At("LabelName")); },
                        [&] { FormDriver::Click(form.At("ButtonOK")); }}));
     CHECK(logIs(form, {"Link", "LabelName", "ButtonOK"}));
+}
+
+TEST_CASE("an ampersand in a link or in a prompt is text, and no letter behind it is an access key") {
+    constexpr ControlSpec rows[] = {
+        {"Prompt", ControlKind::Label, ControlStyle::Verbatim},
+        {"TextInput", ControlKind::TextBox},
+        {"Link", ControlKind::Link},
+        {"ButtonOK", ControlKind::Button},
+        {"ButtonCancel", ControlKind::Button, ControlStyle::Cancel},
+    };
+    class : public Form {
+      public:
+        using Form::Form;
+    } form("FormTest", rows, FormStyle{});
+    std::vector<std::string> clicked;
+    std::int32_t top = 4;
+    for (Control& control : form.Controls()) control.SetPosition({10, std::exchange(top, top + 28), 120, 24});
+    for (const char* name : {"Link", "ButtonOK", "ButtonCancel"}) {
+        form.The(name).on.click = [&, name] {
+            clicked.emplace_back(name);
+            if (name == std::string("ButtonCancel")) form.Hide();
+        };
+    }
+    form.The("Prompt").SetCaption("Ask R&D");
+    form.The("Link").SetCaption("http://a?a=1&b=2");
+    form.The("ButtonOK").SetCaption("&OK");
+    const auto letter = [](char key) {
+        return [key] { PostMessageA(GetFocus(), WM_CHAR, static_cast<WPARAM>(key), 1); };
+    };
+    HWND focus = nullptr;
+    CHECK(Drive(form, {[&] { form.The("ButtonCancel").TakeFocus(); }, letter('b'), letter('d'),
+                       [&] { focus = GetFocus(); }, letter('o'), [&] { FormDriver::Key(VK_ESCAPE); }}));
+    CHECK(focus == form.Window(form.The("ButtonCancel")));
+    CHECK(clicked == std::vector<std::string>{"ButtonOK", "ButtonCancel"});
+    CHECK(form.The("Link").Caption() == "http://a?a=1&b=2");
 }
 
 TEST_CASE("a link is followed with Enter and with the space bar") {
