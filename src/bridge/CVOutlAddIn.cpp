@@ -31,8 +31,9 @@ std::string Value(const std::string& name) {
     return RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Outlook, name);
 }
 
-void SaveValue(const std::string& name, std::string_view text) {
-    RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::Outlook), name, text, RegEdit::TypeText);
+bool SaveValue(const std::string& name, std::string_view text) {
+    return RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::Outlook), name, text,
+                                 RegEdit::TypeText);
 }
 
 // "1" or "0", stored for good; empty, and nothing stored, where the user could not be asked.
@@ -51,16 +52,18 @@ std::string AskForAutomaticHandOff(const std::string& switchName, char typeLette
 
 bool IsHandedOffAutomatically(char typeLetter) {
     const std::string switchName = std::string("Auto") + typeLetter;
-    std::string text = Value(switchName);
-    if (text.empty()) text = AskForAutomaticHandOff(switchName, typeLetter);
-    return platform::Val(text) != 0;
+    auto text = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Outlook, switchName);
+    if (!text) return false;  // the user has chosen, but nobody knows what
+    if (text->empty()) text = AskForAutomaticHandOff(switchName, typeLetter);
+    return platform::Val(*text) != 0;
 }
 
-void ListItem(std::string_view entryId, char typeLetter) {
+// False where the item is not in the list afterwards.
+bool ListItem(std::string_view entryId, char typeLetter) {
     const std::string listName = std::string("Changed") + typeLetter;
     const auto list = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Outlook, listName);
-    if (!list || entryId.empty()) return;  // a list that cannot be read is not overwritten
-    if (!ChangedItems::IsListed(*list, entryId)) SaveValue(listName, ChangedItems::Add(*list, entryId));
+    if (!list || entryId.empty()) return false;  // a list that cannot be read is not overwritten
+    return ChangedItems::IsListed(*list, entryId) || SaveValue(listName, ChangedItems::Add(*list, entryId));
 }
 
 void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {
@@ -84,12 +87,17 @@ std::string MainAppFolder() {
 void AddChangedItem(std::string_view entryId, char typeLetter, bool explicitly, bool startTimer) {
     const Debug::Trace trace("AddChangedItem");
     if (!explicitly && !IsHandedOffAutomatically(typeLetter)) return;
-    platform::Attempt([&] { ListItem(entryId, typeLetter); });
-    platform::Attempt([&] {
+    bool listed = false;
+    const auto list = [&] { listed = ListItem(entryId, typeLetter); };
+    platform::Attempt(list);
+    if (!listed) platform::Attempt(list);  // what lacked memory, or met another program, works a moment later
+    const auto arm = [&] {
         FormOlAddInTimer::TimerControl& timer = FormOlAddInTimer::Load().TimerUpdate;
         timer.Disable();
         if (startTimer) Arm(timer, explicitly);
-    });
+    };
+    platform::Attempt(arm);
+    if (!FormOlAddInTimer::IsLoaded()) platform::Attempt(arm);
 }
 
 void CallMainApp(std::string_view argument) {

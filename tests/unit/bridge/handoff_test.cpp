@@ -95,6 +95,52 @@ UINT_PTR WINAPI NoTimer(HWND, UINT_PTR, UINT, TIMERPROC) {
     return 0;
 }
 
+template <class Function>
+Function Real(const char* library, const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
+}
+
+// One function of this program's own imports, replaced.
+class Replaced {
+  public:
+    Replaced(const char* library, const char* name, void* instead) {
+        const ImportPatch::Import imports[] = {{library, name, instead}};
+        REQUIRE(patch_.Replace(GetModuleHandleA(nullptr), imports) == 1);
+    }
+
+  private:
+    ImportPatch patch_;
+};
+
+int refusals = 0;     // of windows, or timers, that are still to come
+int allocations = 0;  // until the one that fails; below 0: none does
+
+HWND WINAPI RefuseWindow(DWORD exStyle, LPCSTR kind, LPCSTR title, DWORD style, int x, int y, int width, int height,
+                         HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
+    if (refusals > 0 && lstrcmpiA(kind, "CorvellaTimer") == 0) {
+        --refusals;
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    return Real<decltype(&CreateWindowExA)>("user32.dll", "CreateWindowExA")(exStyle, kind, title, style, x, y, width,
+                                                                             height, parent, menu, instance, parameter);
+}
+
+UINT_PTR WINAPI RefuseTimer(HWND window, UINT_PTR id, UINT period, TIMERPROC procedure) {
+    if (refusals > 0) {
+        --refusals;
+        SetLastError(ERROR_NO_SYSTEM_RESOURCES);
+        return 0;
+    }
+    return Real<decltype(&SetTimer)>("user32.dll", "SetTimer")(window, id, period, procedure);
+}
+
+void* __cdecl FailOnce(std::size_t size) {
+    static const auto real = Real<void*(__cdecl*)(std::size_t)>("msvcrt.dll", "malloc");
+    if (allocations > 0 && --allocations == 0) return nullptr;
+    return real(size);
+}
+
 }  // namespace
 
 TEST_CASE_FIXTURE(Fixture, "each kind of item has a list of its own") {
@@ -392,6 +438,68 @@ TEST_CASE_FIXTURE(Fixture, "the next hand-off after a firing loads the form agai
     AddChangedItem("0C", 'C', true, true);
     CHECK(FormOlAddInTimer::IsLoaded());
     CHECK(Timer().Enabled());
+}
+
+TEST_CASE_FIXTURE(
+    Fixture,
+    "a timer whose window, or which itself, is refused once fires all the same, else after the next hand-off") {
+    const BoxAnswerer user(IDOK);  // a shortage of memory is shown
+    InstallMainApp(HKEY_CURRENT_USER, Folder());
+    struct Row {
+        const char* name;
+        void* instead;
+    };
+    std::size_t starts = 0;
+    for (const Row& row : {Row{"CreateWindowExA", reinterpret_cast<void*>(&RefuseWindow)},
+                           Row{"SetTimer", reinterpret_cast<void*>(&RefuseTimer)}}) {
+        CAPTURE(row.name);
+        for (const int count : {1, 1000}) {
+            CAPTURE(count);
+            {
+                const Replaced refusing("USER32.dll", row.name, row.instead);
+                refusals = count;
+                AddChangedItem("0C", 'C', true, true);
+                CHECK(refusals < count);
+                refusals = 0;
+            }
+            CHECK(FormOlAddInTimer::IsLoaded() == (count == 1));  // refused once, it is asked for once more
+            if (count > 1) AddChangedItem("0D", 'C', true, true);
+            CHECK(PumpUntil(3000, [] { return !FormOlAddInTimer::IsLoaded(); }));
+            CHECK(recorder.Starts(++starts).size() == starts);
+        }
+    }
+}
+
+TEST_CASE_FIXTURE(Fixture, "memory that runs out once, wherever in a hand-off, loses neither the item nor the timer") {
+    const BoxAnswerer user(IDOK);
+    const Replaced memory("msvcrt.dll", "malloc", reinterpret_cast<void*>(&FailOnce));
+    const std::string waiting = ";" + std::string(140, 'A'), id(140, 'B');  // ids as long as Outlook's
+    Put("AutoC", "1");
+    Put("Delay", "2.5");
+    int failed = 0;
+    for (const bool explicitly : {true, false}) {
+        for (bool reached = true; reached && failed < 500;) {
+            FormOlAddInTimer::Unload();
+            Debug::state = {};
+            Err().Clear();  // each shortage is a new one, and shown
+            Put("ChangedC", waiting);
+            const int number = ++failed;
+            CAPTURE(explicitly);
+            CAPTURE(number);
+            allocations = number;
+            AddChangedItem(id, 'C', explicitly, true);
+            reached = allocations == 0;
+            allocations = 0;
+            CHECK(Value("ChangedC") == waiting + ";" + id);
+            REQUIRE(FormOlAddInTimer::IsLoaded());
+            CHECK(Timer().Enabled());
+            CHECK(Timer().Interval() >= 300);
+        }
+        CHECK(failed > 10);
+        failed = 0;
+    }
+    CHECK(asked.empty());
+    CHECK(Value("AutoC") == "1");
 }
 
 TEST_CASE_FIXTURE(Fixture, "a command of the user arrives at the main application as it was given") {

@@ -232,11 +232,30 @@ TEST_CASE_FIXTURE(Fixture, "every key that is opened is closed again") {
 TEST_CASE_FIXTURE(Fixture, "a hand-off whose write fails leaves the list as it was and still arms the timer") {
     const std::string outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
     CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
-    faults.failSets = 1;
+    faults.failSets = 1000;
     CVOutlAddIn::AddChangedItem("0B", 'C', true, true);
     CHECK(GetRegString(Root::CurrentUser, outlookKey, "ChangedC") == ";0A");
     CHECK(FormOlAddInTimer::Load().TimerUpdate.Enabled());
     CHECK(Err().Number() == 0);
+}
+
+TEST_CASE_FIXTURE(Fixture, "a hand-off whose write fails once is written the second time") {
+    CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
+    faults.failSets = 1;
+    CVOutlAddIn::AddChangedItem("0B", 'C', true, false);
+    CHECK(GetRegString(Root::CurrentUser, listKey, "ChangedC") == ";0A;0B");
+}
+
+TEST_CASE_FIXTURE(Fixture, "a switch that cannot be read is neither asked for anew nor overwritten") {
+    REQUIRE(SaveRegValue(Root::CurrentUser, std::string_view(listKey), "AutoC", "1", TypeText));
+    faults.failReads = 1000;
+    faults.sets = 0;
+    CVOutlAddIn::AddChangedItem("0A", 'C', false, true);
+    faults.failReads = 0;
+    CHECK(faults.sets == 0);
+    CHECK(GetRegString(Root::CurrentUser, listKey, "AutoC") == "1");
+    CVOutlAddIn::AddChangedItem("0A", 'C', false, true);
+    CHECK(GetRegString(Root::CurrentUser, listKey, "ChangedC") == ";0A");
 }
 
 TEST_CASE_FIXTURE(Fixture, "a value that another process makes longer between its size and its data is read whole") {

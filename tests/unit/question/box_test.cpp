@@ -13,6 +13,7 @@
 #include "testing/AddInHouse.h"
 #include "testing/BoxAnswerer.h"
 #include "testing/FormDriver.h"
+#include "testing/ImportPatch.h"
 #include "testing/ScreenReader.h"
 #include "testing/WholeForm.h"
 
@@ -93,6 +94,21 @@ FormDriver::Step Type(char letter) {
     return [letter] { PostMessageA(GetFocus(), WM_CHAR, static_cast<WPARAM>(static_cast<unsigned char>(letter)), 1); };
 }
 const FormDriver::Step untick = [] { FormDriver::Click(At("Check1")); };
+
+int refusedBoxes = 0;
+
+HWND WINAPI RefuseCheckBox(DWORD exStyle, LPCWSTR kind, LPCWSTR title, DWORD style, int x, int y, int width, int height,
+                           HWND parent, HMENU menu, HINSTANCE instance, LPVOID parameter) {
+    const DWORD type = style & BS_TYPEMASK;
+    if (lstrcmpiW(kind, L"BUTTON") == 0 && (type == BS_CHECKBOX || type == BS_AUTOCHECKBOX)) {
+        ++refusedBoxes;
+        SetLastError(ERROR_NO_SYSTEM_RESOURCES);
+        return nullptr;
+    }
+    const auto real = reinterpret_cast<decltype(&CreateWindowExW)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "CreateWindowExW")));
+    return real(exStyle, kind, title, style, x, y, width, height, parent, menu, instance, parameter);
+}
 
 }  // namespace
 
@@ -638,6 +654,31 @@ TEST_CASE("an answer is remembered only when the check box is unticked as the fo
     CHECK(memory.AnswerYesMask[0] == 0x10);
     CHECK(House::Setting("ShowMessageBoxYes") == "16");
     CHECK(House::Setting("ShowMessageBoxNo") == "0");
+}
+
+TEST_CASE("nothing is remembered where the check box could not be shown, so that nobody unticked it") {
+    const House house;
+    ImportPatch patch;
+    const ImportPatch::Import imports[] = {{"USER32.dll", "CreateWindowExW", reinterpret_cast<void*>(&RefuseCheckBox)}};
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), imports) == 1);
+    const std::string before = house.Settings();
+    Question question;
+    question.id = 0x10;
+    question.buttons = 4;
+    for (const char* button : {"ButtonOKYes", "ButtonNo"}) {
+        CAPTURE(button);
+        refusedBoxes = 0;
+        question.shown = false;
+        bool made = true;
+        question.Ask({[&] { made = At("Check1") != nullptr; }, Click(button)});
+        CHECK(refusedBoxes > 0);
+        CHECK_FALSE(made);
+        CHECK(question.shown);
+        CHECK(question.finished);
+    }
+    CHECK(memory.AnswerYesMask[0] == 0);
+    CHECK(memory.AnswerNoMask[0] == 0);
+    CHECK(house.Settings() == before);
 }
 
 TEST_CASE("0x90000010 answered Yes with Check1 unticked sets its bit and writes the key 3ShowMessageBoxYes") {
