@@ -86,3 +86,13 @@ TEST_CASE("a folder gets one backslash at its end and the empty text none") {
     CHECK(WithBackslash("C:\\x\\") == "C:\\x\\");
     CHECK(WithBackslash("").empty());
 }
+
+TEST_CASE("a backslash that is the second byte of a letter ends no folder") {
+    TellLeadBytes([](char byte) { return byte == '\x83'; });  // as in code page 932
+    CHECK_FALSE(EndsWithBackslash("C:\\\x83\\"));
+    CHECK(WithBackslash("C:\\\x83\\") == "C:\\\x83\\\\");
+    CHECK(EndsWithBackslash("C:\\\x83\\\\"));
+    CHECK(WithBackslash("C:\\\x83\\\\") == "C:\\\x83\\\\");
+    TellLeadBytes(nullptr);
+    CHECK(EndsWithBackslash("C:\\\x83\\"));
+}
