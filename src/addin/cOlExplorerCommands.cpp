@@ -5,6 +5,7 @@
 #include "bridge/CVOutlAddIn.h"
 #include "bridge/FormOlAddInOptions.h"
 #include "bridge/OlVersion.h"
+#include "platform/Environment.h"
 #include "platform/MessageBox.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
@@ -51,9 +52,11 @@ void cOlExplorer::MenuOptions_Click() { FormOlAddInOptions::Shared().Show(); }
 void cOlExplorer::SyncItLogFile_Click() {
     const Debug::Trace trace("ButtonLogFile_Click");
     const std::string path = platform::WithBackslash(Files::AppFolder()) + "Corvella.log";
-    if (!Files::FileExists(path)) return;
+    const std::string system = platform::SystemFolder();
+    if (system.empty() || !Files::FileExists(path)) return;
     // Only what Notepad will get: the keys must not end up in Outlook.
-    if (platform::StartProcessForInput("notepad " + path, platform::Show::Normal)) platform::SendControlEnd();
+    const std::string command = "\"" + system + "notepad.exe\" " + path;
+    if (platform::StartProcessForInput(command, platform::Show::Normal)) platform::SendControlEnd();
 }
 
 void cOlExplorer::ButtonInfo_Click() {

@@ -17,6 +17,7 @@
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
 #include "testing/Versions.h"
+#include "testing/WindowsFolders.h"
 #include "unit/standins/outlook/client.h"
 
 using Corvella = e2e::RecordedCorvella;
@@ -137,12 +138,15 @@ void WINAPI NoteKey(BYTE key, BYTE, DWORD flags, ULONG_PTR) {
     keysSent.push_back(std::string(name) + ((flags & KEYEVENTF_KEYUP) != 0 ? " up" : " down"));
 }
 
-// Replaces one import of the library, which is in the process already.
+// It is in the process already.
+HMODULE Library() { return GetModuleHandleA("CVOutlookAddIn.dll"); }
+
+// Replaces one import of the library.
 class Noted {
   public:
     Noted(const char* name, void* instead) {
         const ImportPatch::Import import[] = {{"USER32.dll", name, instead}};
-        REQUIRE(patch_.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), import) == 1);
+        REQUIRE(patch_.Replace(Library(), import) == 1);
     }
 
   private:
@@ -165,7 +169,7 @@ class LogFile {
     static std::string Path() { return e2e::AddInFolder() + "Corvella.log"; }
 };
 
-// Programs in this folder are found before those of Windows.
+// Windows looks for a program that is named without its folder here before it looks in its own.
 class CurrentFolder {
   public:
     explicit CurrentFolder(const TempFolder& folder) {
@@ -272,11 +276,11 @@ IN_EVERY_VERSION("an entry whose mark is not the add-in's does nothing when it i
     const LogFile log(true);
     TempFolder folder;
     const Recorder notepad(folder, "notepad.exe");
-    const CurrentFolder current(folder);
     Corvella corvella;
     Session session({.version = version});
     corvella.Install();
     session.host.Start();
+    const WindowsFolders windows(folder, Library());
     User user("Escape");  // should a window come after all
     for (const std::size_t number :
          {editor, synchronise, contacts, calendar, newSms, settings, options, logFile, info}) {
@@ -410,24 +414,26 @@ IN_EVERY_VERSION("the options entry opens one dialog in front of all windows, an
 
 IN_EVERY_VERSION("the log file entry opens Corvella's log in Notepad") {
     const LogFile log(true);
-    TempFolder folder;
-    const Recorder notepad(folder, "notepad.exe");
-    const CurrentFolder current(folder);
+    TempFolder folder, strangers;
+    const Recorder notepad(folder, "notepad.exe"), stranger(strangers, "notepad.exe");
+    const CurrentFolder current(strangers);
     Session session({.version = version});
     session.host.Start();
+    const WindowsFolders windows(folder, Library());
     session.host.OpenExplorer();  // whose entries hear the click too
     session.host.Click(EntryOf(session, session.FirstWindow(), logFile));
-    CHECK(notepad.Starts(1) == Lines{"1 notepad " + LogFile::Path()});
+    CHECK(notepad.Starts(1) == Lines{"1 \"" + folder.Path("notepad.exe") + "\" " + LogFile::Path()});
     CHECK(notepad.StartsAfter(200).size() == 1);
+    CHECK(stranger.StartsAfter(0).empty());
 }
 
 IN_EVERY_VERSION("without a log file its entry starts nothing") {
     const LogFile log(false);
     TempFolder folder;
     const Recorder notepad(folder, "notepad.exe");
-    const CurrentFolder current(folder);
     Session session({.version = version});
     session.host.Start();
+    const WindowsFolders windows(folder, Library());
     User user("Escape");
     session.host.Click(EntryOf(session, session.FirstWindow(), logFile));
     CHECK(notepad.StartsAfter(300).empty());
@@ -438,9 +444,9 @@ TEST_CASE("a program that is not in front gets no keys, and neither does the hos
     const LogFile log(true);
     TempFolder folder;
     const Recorder notepad(folder, "notepad.exe");  // which shows no window
-    const CurrentFolder current(folder);
     Session session({.version = 11});
     session.host.Start();
+    const WindowsFolders windows(folder, Library());
     const Noted noted("keybd_event", reinterpret_cast<void*>(&NoteKey));
     keysSent.clear();
     session.host.Click(EntryOf(session, session.FirstWindow(), logFile));

@@ -320,6 +320,12 @@ void Sweep(const Scenario (&played)[count], int version) {
     }
 }
 
+std::string SystemFolder() {
+    char folder[MAX_PATH] = "";
+    GetSystemDirectoryA(folder, sizeof folder);
+    return folder;
+}
+
 }  // namespace
 
 IN_EVERY_VERSION("the working day runs each of its commands once, where nothing fails") {
@@ -331,7 +337,7 @@ IN_EVERY_VERSION("the working day runs each of its commands once, where nothing 
         for (const char* argument : {"", "syncdlg ol", "sync 0 ol", "sync 1 ol", "smsnew", "settings"}) {
             expected.push_back(corvella + argument);
         }
-        expected.push_back("notepad " + e2e::AddInFolder() + "Corvella.log");
+        expected.push_back("\"" + SystemFolder() + "\\notepad.exe\" " + e2e::AddInFolder() + "Corvella.log");
     }
     std::sort(expected.begin(), expected.end());
     CHECK(PlayUndisturbed(workingDay, version).commands == expected);
