@@ -128,16 +128,12 @@ def warm_script_host_up(prefix):
     with tempfile.NamedTemporaryFile("w", suffix=".vbs") as script:
         script.write("Set shell = CreateObject(\"WScript.Shell\")\nSet pattern = New RegExp\n")
         script.flush()
-<<<<<<< HEAD
-        expect("the script host runs", prefix.run(SYSTEM[32] + "cscript.exe", "//nologo", windows_path(script.name)) == 0)
-=======
-        return prefix.run(SYSTEM32 + "cscript.exe", "//nologo", windows_path(script.name)) == 0
+        return prefix.run(SYSTEM[32] + "cscript.exe", "//nologo", windows_path(script.name)) == 0
 
 
 def work(prefix, version, program, library, folder, expect):
     expect("the add-in registers itself", prefix.regsvr32(library) == 0)
     expect("the script host runs", warm_script_host_up(prefix))
->>>>>>> 563b6be (setup: install, upgrade and uninstall by one file)
     before = prefix.registry()
     expect("the stand-in registers its class", prefix.run(program, "/regserver") == 0)
     expect("under its own name", prefix.run("reg", "query", "HKCR\\" + PROG_ID) == 0)
