@@ -20,7 +20,7 @@ class cOlRibbon final : public platform::RibbonInstance {
 
     std::string GetCustomUI(std::string_view ribbonId) override;
     [[nodiscard]] std::int32_t FindCallback(std::string_view name) const override;
-    platform::Argument RunCallback(std::int32_t callback, const platform::EventArguments& arguments) override;
+    platform::Argument RunCallback(std::int32_t number, const platform::EventArguments& arguments) override;
 
   private:
     std::weak_ptr<cOutlookAddIn> handler_;

@@ -3,10 +3,11 @@
     weather_test.py PROGRAM [--whole] [--plays N] [--seed N] [--share A/B] [--report FILE] [--only PLAY] [--line LINE]
 
 PROGRAM is weather.exe. Without --whole, a number of plays is chosen by a fixed seed and as many by a new one, which is
-printed. Whole: each call point of Outlook 2003, failing once and from then on, and every tenth of the other versions.
+printed; where CI is set in the environment by the fixed seed alone. Whole: each call point of Outlook 2003, failing once and from then on, and every tenth of the other versions.
 A play that crashes or hangs ends the program; it is started again behind that play. Nothing may be found."""
 import argparse
 import collections
+import os
 import pathlib
 import random
 import sys
@@ -99,8 +100,10 @@ def chosen_plan(weather, arguments):
     print(f"call points of Outlook 2003: {sum(calls for *_, calls in points)} of "
           f"{len({function for _, function, _ in points})} functions")
     if not arguments.whole:
-        seeds = (FIXED_SEED, arguments.seed if arguments.seed is not None else random.SystemRandom().randrange(10**6))
-        print(f"seeds: {seeds[0]} and {seeds[1]}, {arguments.plays} plays each")
+        seeds = [FIXED_SEED]
+        if not os.environ.get("CI"):  # there a result shall depend on the sources alone
+            seeds.append(arguments.seed if arguments.seed is not None else random.SystemRandom().randrange(10**6))
+        print(f"seeds: {' and '.join(map(str, seeds))}, {arguments.plays} plays each")
         return [line for seed in seeds for line in sample(points, arguments.plays, seed)]
     plan = whole_plan(points, FULL, 1)
     for version in OTHERS:
