@@ -13,7 +13,7 @@ mkdir -p "$older"
 cp -R build/setup/stage build/setup/Product.nsh "$older/"
 echo "only in the older version" > "$older/stage/Obsolete.txt"
 printf 'Obsolete.txt\r\n' >> "$older/stage/files.txt"
-makensis -V2 -WX -NOCD "-DSTAGE=$PWD/$older/stage" "-DOUTFILE=$PWD/$older/setup.exe" -DVERSION=1.9.0 -DSIZE=2000 \
+makensis -V2 -WX -NOCD "-DSTAGE=$PWD/$older/stage" "-DOUTFILE=$PWD/$older/older-setup.exe" -DVERSION=1.9.0 -DSIZE=2000 \
     setup/Setup.nsi || exit 1
 
 size=$(stat -c %s "$setup")
@@ -22,7 +22,7 @@ size=$(stat -c %s "$setup")
 . scripts/wine-env.sh
 program=$(find build/win32-release -name OutlookStandIn.exe | head -n 1)
 run() {
-    python3 tests/setup/setup_test.py "$1" "$setup" "$older/setup.exe" "$program" \
+    python3 tests/setup/setup_test.py "$1" "$setup" "$older/older-setup.exe" "$program" \
         build/win32-release/standins/corvella/Corvella.exe > "build/setup-test-$1.log" 2>&1
 }
 passed=0 failed=0 cases=(user all faults) processes=()

@@ -22,6 +22,7 @@ from wine import Display, Prefix, windows_path  # noqa: E402
 
 LOG = "Corvella-Outlook-setup.log"
 OUTLOOK = "HKLM\\Software\\Microsoft\\Office\\11.0\\Outlook\\InstallRoot"
+CLASS = "{6B0C1E52-3D8F-4C0A-9A5E-7F21C7B4D913}"
 PRODUCT = "HKCU\\Software\\Quillmark"
 ENTRY = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\CVOutlookAddIn"
 DONE, FAILED, WRONG_OUTLOOK = 0, 2, 4
@@ -49,12 +50,22 @@ class World:
         self.drive = self.prefix.folder / "drive_c"
         self.options, self.root, where = SCOPES[scope]
         self.place = self.drive / where
+        self.forget()
         self.reg("add", OUTLOOK, "/v", "Path", "/d", "C:\\Office", "/f")
         self.reg("delete", PRODUCT, "/f")
         # Windows always has the user's classes; Wine makes them with the first one.
         self.reg("add", "HKCU\\Software\\Classes\\.corvella", "/f")
         self.reg("delete", "HKCU\\Software\\Classes\\.corvella", "/f")
         expect("the script host runs", drive_test.warm_script_host_up(self.prefix))
+
+    def forget(self):
+        """What other tests have registered, and stored in the folder of settings, in the prefix that this one copies."""
+        for root in ("HKLM", "HKCU"):
+            for key in ("CVOutlookAddIn.Connect", "CLSID\\" + CLASS, "Wow6432Node\\CLSID\\" + CLASS):
+                self.reg("delete", f"{root}\\Software\\Classes\\{key}", "/f")
+            self.reg("delete", root + "\\Software\\Microsoft\\Office\\Outlook\\Addins\\CVOutlookAddIn.Connect", "/f")
+        for folder in self.drive.glob("users/*/AppData/Roaming/Corvella"):
+            shutil.rmtree(folder)
 
     def reg(self, *arguments):
         return self.prefix.run("reg", *arguments)
@@ -86,8 +97,8 @@ class World:
         return self.prefix.registry(), self.files()
 
     def log(self):
-        logs = list(self.drive.rglob(LOG))
-        return logs[0].read_text("utf-16") if logs else ""
+        logs = list(self.drive.glob(f"users/*/Temp/{LOG}"))
+        return logs[0].read_text("utf-16", "ignore") if logs else ""
 
 
 def same(before, after, what):
