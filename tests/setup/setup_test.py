@@ -63,7 +63,7 @@ class World:
         for root in ("HKLM", "HKCU"):
             for key in ("CVOutlookAddIn.Connect", "CLSID\\" + CLASS, "Wow6432Node\\CLSID\\" + CLASS):
                 self.reg("delete", f"{root}\\Software\\Classes\\{key}", "/f")
-            self.reg("delete", root + "\\Software\\Microsoft\\Office\\Outlook\\Addins\\CVOutlookAddIn.Connect", "/f")
+            self.reg("delete", root + "\\Software\\Microsoft\\Office", "/f")
         for folder in self.drive.glob("users/*/AppData/Roaming/Corvella"):
             shutil.rmtree(folder)
 
