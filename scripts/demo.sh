@@ -34,7 +34,7 @@ for key in OlAddIn Outlook; do wine reg delete "HKCU\\Software\\Quillmark\\Corve
 
 say "== Outlook $outlook (stand-in, $cv_bits bits) starts, in $language; it looks for add-ins in the registry"
 # The program asks for a picture by a line "@picture NAME" and goes on when NAME.done is there.
-( cd "$pictures" && LC_ALL=$cv_locale timeout 400 wine "$cv_outlook" /version "$outlook" /noribbon /record "$cv_record" /play day 2>/dev/null; echo "@ended $?" ) | {
+( cd "$pictures" && LC_ALL=$cv_locale timeout 400 wine "$cv_outlook" /version "$outlook" /record "$cv_record" /play day 2>/dev/null; echo "@ended $?" ) | {
     ended=1
     while IFS= read -r line; do
         line=${line%$'\r'}

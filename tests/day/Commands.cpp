@@ -3,6 +3,7 @@
 
 #include "day/Day.h"
 #include "day/Person.h"
+#include "day/Ribbon.h"
 
 namespace program::day {
 namespace {
@@ -18,8 +19,20 @@ void SynchroniseBoth(const Stage& stage, const std::string& arguments) {
     const standin::Window window = FirstWindow(stage);
     stage.Say("         \"NoDlg\" in the registry: " + Shown(Value(outlookKey, "NoDlg")));
     ExpectStart(stage, "the menu", arguments, [&] { Choose(stage, window, Synchronise); });
-    ExpectStart(stage, "the toolbar button", arguments,
-                [&] { stage.Press(window, OwnButton(stage, window, "103").instance); });
+    ExpectStart(stage, HasRibbon(stage) ? "the ribbon's button" : "the toolbar button", arguments,
+                [&] { Press(stage, window, Button::ToSynchronise); });
+}
+
+void ChooseEditorByKeys(const Stage& stage) {
+    if (HasRibbon(stage)) {
+        ExpectStart(stage, "the editor, chosen with Alt, the key tips H and O, Down and Enter,", "", [&] {
+            Keys(stage, {{VK_MENU, 0}, {'H', 0}, {'O', 0}, {VK_DOWN, 0}, {VK_RETURN, 0}});
+        });
+        return;
+    }
+    ExpectStart(stage, "the editor, chosen with Alt+O, Down and Enter,", "", [&] {
+        Keys(stage, {{'O', VK_MENU}, {VK_DOWN, 0}, {VK_RETURN, 0}});
+    });
 }
 
 bool WriteLog(const std::string& path, const std::string& text) {
@@ -60,6 +73,13 @@ void SynchroniseAtOnce(const Stage& stage) {
     stage.Section("Synchronise, at once");
     stage.Check("\"NoDlg\" is \"1\"", Value(outlookKey, "NoDlg") == "1");
     SynchroniseBoth(stage, "sync ol");
+    if (HasRibbon(stage)) {
+        ExpectStart(stage, "the menu's second entry, chosen with F10, the key tips H and O, twice Down and Enter,",
+                    "sync ol", [&] {
+                        Keys(stage, {{VK_F10, 0}, {'H', 0}, {'O', 0}, {VK_DOWN, 0}, {VK_DOWN, 0}, {VK_RETURN, 0}});
+                    });
+        return;
+    }
     ExpectStart(stage, "the toolbar button, chosen with F10, Tab, Left and Enter,", "sync ol", [&] {
         Keys(stage, {{VK_F10, 0}, {VK_TAB, 0}, {VK_LEFT, 0}, {VK_RETURN, 0}});
     });
@@ -72,9 +92,7 @@ void OtherCommands(const Stage& stage) {
         const char* name;
         const char* arguments;
     };
-    ExpectStart(stage, "the editor, chosen with Alt+O, Down and Enter,", "", [&] {
-        Keys(stage, {{'O', VK_MENU}, {VK_DOWN, 0}, {VK_RETURN, 0}});
-    });
+    ChooseEditorByKeys(stage);
     constexpr Command commands[] = {{Contacts, "synchronising the contacts", "sync 0 ol"},
                                     {Calendar, "synchronising the calendar", "sync 1 ol"},
                                     {NewSms, "a new SMS", "smsnew"},

@@ -1,5 +1,8 @@
 #include "day/Day.h"
 
+#include <span>
+
+#include "day/Ribbon.h"
 #include "testing/MenuTable.h"
 
 namespace program::day {
@@ -15,6 +18,38 @@ void Collect(const std::vector<standin::ControlView>& controls, std::vector<int>
         Collect(control.entries, own);
     }
 }
+
+bool ChooseOnBar(const Stage& stage, standin::Window window, Entry entry) {
+    const standin::ControlView menu = Menu(stage, window);
+    const std::size_t place = MenuPlace(entry);
+    return place < menu.entries.size() && stage.Choose(window, menu, menu.entries[place].instance);
+}
+
+bool ChooseOnRibbon(const Stage& stage, standin::Window window, Entry entry) {
+    return stage.PressRibbon(window, OnRibbon(stage, window, menuOnRibbon).control.id) &&
+           stage.PressRibbon(window, OnRibbon(stage, window, entry).control.id);
+}
+
+using Station = void (*)(const Stage&);
+constexpr Station withBars[] = {Connection,
+                                Bars,
+                                ContactsFolder,
+                                SeveralContacts,
+                                OneContact,
+                                TaskAndAppointment,
+                                SynchroniseWithDialog,
+                                ChangeOptions,
+                                SynchroniseAtOnce,
+                                LeaveAndClearOptions,
+                                OtherCommands,
+                                Log,
+                                InfoBox,
+                                SecondExplorer,
+                                Quit};
+constexpr Station withRibbon[] = {Connection,    ExplorerRibbon,    ContactsRibbon,       SeveralContacts,
+                                  ContactsMenu,  OneContact,        TaskAndAppointment,   SynchroniseWithDialog,
+                                  ChangeOptions, SynchroniseAtOnce, LeaveAndClearOptions, OtherCommands,
+                                  Log,           InfoBox,           SecondExplorerRibbon, Quit};
 
 }  // namespace
 
@@ -38,10 +73,17 @@ std::vector<int> OwnControls(const Stage& stage, standin::Window window) {
 }
 
 void Choose(const Stage& stage, standin::Window window, Entry entry) {
-    const standin::ControlView menu = Menu(stage, window);
-    const std::size_t place = MenuPlace(entry);
-    const bool chosen = place < menu.entries.size() && stage.Choose(window, menu, menu.entries[place].instance);
+    const bool chosen = HasRibbon(stage) ? ChooseOnRibbon(stage, window, entry) : ChooseOnBar(stage, window, entry);
     if (!chosen) stage.Check(std::string("entry ") + entry + " of the menu can be chosen", false);
+}
+
+void Press(const Stage& stage, standin::Window window, Button button) {
+    const bool synchronise = button == Button::ToSynchronise;
+    const char* onRibbon = synchronise ? synchroniseOnRibbon : sendOnRibbon;
+    const bool pressed = HasRibbon(stage)
+                             ? stage.PressRibbon(window, OnRibbon(stage, window, onRibbon).control.id)
+                             : stage.Press(window, OwnButton(stage, window, synchronise ? "103" : "107").instance);
+    if (!pressed) stage.Check(std::string("the button ") + onRibbon + " can be pressed", false);
 }
 
 CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
@@ -71,23 +113,8 @@ void ExpectNoStart(const Stage& stage, const std::string& by, const std::functio
 }
 
 void Play(const Stage& stage) {
-    using Station = void (*)(const Stage&);
-    constexpr Station stations[] = {Connection,
-                                    Bars,
-                                    ContactsFolder,
-                                    SeveralContacts,
-                                    OneContact,
-                                    TaskAndAppointment,
-                                    SynchroniseWithDialog,
-                                    ChangeOptions,
-                                    SynchroniseAtOnce,
-                                    LeaveAndClearOptions,
-                                    OtherCommands,
-                                    Log,
-                                    InfoBox,
-                                    SecondExplorer,
-                                    Quit};
     stage.Pump(500);  // the windows come to rest
+    const std::span<const Station> stations = HasRibbon(stage) ? std::span<const Station>(withRibbon) : withBars;
     for (const Station station : stations) station(stage);
 }
 

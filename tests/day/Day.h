@@ -27,8 +27,11 @@ inline constexpr Entry Synchronise = "mSync", Contacts = "mSync0", Calendar = "m
 [[nodiscard]] standin::ControlView OwnButton(const Stage& stage, standin::Window window, const std::string& tag);
 // Those that carry the add-in's mark, by instance.
 [[nodiscard]] std::vector<int> OwnControls(const Stage& stage, standin::Window window);
-// Chooses an entry of the add-in's menu with the mouse; the station is wrong where it is not to be seen.
+// Chooses an entry of the add-in's menu, on the menu bar or the ribbon, with the mouse; the station is wrong where it is not to be seen.
 void Choose(const Stage& stage, standin::Window window, Entry entry);
+// Presses the add-in's synchronise or send-to-phone button, on the toolbar or the ribbon.
+enum class Button { ToSynchronise, ToSend };
+void Press(const Stage& stage, standin::Window window, Button button);
 
 // Does something that is to start Corvella once with these arguments, minimised; what Corvella recorded of it.
 CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
@@ -39,7 +42,7 @@ void ExpectNoStart(const Stage& stage, const std::string& by, const std::functio
 // The whole day.
 void Play(const Stage& stage);
 
-// --- the stations ---
+// --- the stations; those of the ribbon take the place of others where the host asks for one ---
 
 void Connection(const Stage& stage);
 void Bars(const Stage& stage);
@@ -56,5 +59,10 @@ void Log(const Stage& stage);
 void InfoBox(const Stage& stage);
 void SecondExplorer(const Stage& stage);
 void Quit(const Stage& stage);
+
+void ExplorerRibbon(const Stage& stage);
+void ContactsRibbon(const Stage& stage);
+void ContactsMenu(const Stage& stage);
+void SecondExplorerRibbon(const Stage& stage);
 
 }  // namespace program::day

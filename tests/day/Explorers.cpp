@@ -1,7 +1,7 @@
 // The stations in Explorers: what the add-in brings along, and how it follows folders, selections and windows.
 #include <algorithm>
 
-#include "day/Day.h"
+#include "day/Ribbon.h"
 #include "testing/MenuTable.h"
 
 namespace program::day {
@@ -39,7 +39,7 @@ void CheckEntries(const Stage& stage, const standin::ControlView& menu) {
 // The window of which the host tells its folder's changes: Outlook 2000 tells none of its first one.
 standin::Window ContactsWindow(const Stage& stage) {
     for (const standin::Window window : stage.Outlook().Windows())
-        if (OwnButton(stage, window, sendToPhone)) return window;
+        if (OwnButton(stage, window, sendToPhone) || OnRibbon(stage, window, sendOnRibbon)) return window;
     return {};
 }
 
@@ -129,7 +129,7 @@ void SeveralContacts(const Stage& stage) {
     stage.Picture("contacts");
     std::optional<std::string> list;
     const CorvellaStart start = ExpectStart(stage, "the change-watch timer", "update", [&] {
-        stage.Press(window, OwnButton(stage, window, sendToPhone).instance);
+        Press(stage, window, Button::ToSend);
         list = Value(outlookKey, "ChangedC");
     });
     stage.Say("         \"ChangedC\" after the click: " + Shown(list));
@@ -165,8 +165,7 @@ void SecondExplorer(const Stage& stage) {
     stage.Check("the first one's " + std::to_string(before.size()) + " controls are the same as before", untouched());
     stage.Picture("two-explorers");
     if (serves) {
-        ExpectStart(stage, "its synchronise button", "syncdlg ol",
-                    [&] { stage.Press(second, OwnButton(stage, second, synchronise).instance); });
+        ExpectStart(stage, "its synchronise button", "syncdlg ol", [&] { Press(stage, second, Button::ToSynchronise); });
     }
     const standin::Window third = outlook.OpenExplorer(FolderKind::Contacts);
     stage.Pump(200);

@@ -1,12 +1,28 @@
 // The stations in item windows: saved and sent with the add-in's button.
-#include "day/Day.h"
+#include "day/Ribbon.h"
 #include "outlook/program/RibbonTabs.h"
 
 namespace program::day {
 namespace {
 
+// Presses the button; false where it cannot be seen.
+using PressButton = std::function<bool()>;
+
+PressButton CheckOnRibbon(const Stage& stage, standin::Window window) {
+    const FoundOnRibbon button = OnRibbon(stage, window, saveAndSendOnRibbon);
+    if (!stage.Check("its ribbon has the save-and-send button", static_cast<bool>(button))) return {};
+    stage.Say("         \"" + button.control.label + "\", on the tab \"" + button.tab + "\", in the group \"" +
+              button.group + "\"");
+    stage.Check("large, on the first tab, with its picture and the caption of the language",
+                button.control.large && button.tab == stage.Outlook().Ribbon(window).front().label &&
+                    HasPicture(button.control, 32) &&
+                    button.control.label == Unmarked(LanguageText("OutlookAddIn", saveAndSendOnRibbon)));
+    stage.Check("its command bars have nothing of the add-in", OwnControls(stage, window).empty());
+    return [&stage, window, id = button.control.id] { return stage.PressRibbon(window, id); };
+}
+
 // The add-in's button in an item window, where it stands and looks as it should in this version; to be seen.
-standin::ControlView CheckButton(const Stage& stage, standin::Window window) {
+PressButton CheckOnBar(const Stage& stage, standin::Window window) {
     const char* tag = stage.Outlook().Version() >= outlook2003 ? "102" : "101";
     const standin::ControlView button = OwnButton(stage, window, tag);
     if (!stage.Check("its toolbar has the save-and-send button", static_cast<bool>(button))) return {};
@@ -16,7 +32,7 @@ standin::ControlView CheckButton(const Stage& stage, standin::Window window) {
                 button.index == 2 && button.caption == LanguageText("OutlookAddIn", "ButtonUpdate"));
     if (stage.Outlook().Version() >= outlook2007)
         stage.Check("the ribbon has the tab \"Add-Ins\", which opens", stage.OpenTab(window, addInsTab));
-    return button;
+    return [&stage, window, instance = button.instance] { return stage.Press(window, instance); };
 }
 
 struct Kind {
@@ -31,13 +47,13 @@ void SaveAndSend(const Stage& stage, standin::Item item, standin::Window window,
                  const char* picture) {
     const standin::Outlook& outlook = stage.Outlook();
     stage.Check("it has unsaved changes", !outlook.IsSaved(item));
-    const standin::ControlView button = CheckButton(stage, window);
-    if (!button) return;
+    const PressButton press = HasRibbon(stage) ? CheckOnRibbon(stage, window) : CheckOnBar(stage, window);
+    if (!press) return;
     stage.Picture(picture);
     std::optional<std::string> list;
     bool saved = false, closed = false;
     const CorvellaStart start = ExpectStart(stage, "the change-watch timer", "update", [&] {
-        stage.Press(window, button.instance);
+        stage.Check("the mouse presses it", press());
         list = Value(outlookKey, kind.list);
         saved = outlook.IsSaved(item);
         closed = !outlook.Exists(window);

@@ -173,6 +173,13 @@ void ExplorerFrame::SelectFirst(int count) {
         ListView_SetItemState(items_, row, row < count ? LVIS_SELECTED : 0, LVIS_SELECTED);
 }
 
+HostFrame::Spot ExplorerFrame::SpotOfSelection() const {
+    const int row = ListView_GetNextItem(items_, -1, LVNI_SELECTED);
+    RECT place{};
+    if (row < 0 || !ListView_GetItemRect(items_, row, &place, LVIR_LABEL)) return {};
+    return {items_, {(place.left + place.right) / 2, (place.top + place.bottom) / 2}};
+}
+
 void ExplorerFrame::ShowItems() {
     const standin::Outlook& host = desk_.Host();
     const std::vector<standin::Item> selection = host.View(TheWindow()).selection;
@@ -224,8 +231,8 @@ LRESULT ExplorerFrame::OnNotify(const NMHDR& notice) {
     if (notice.code == static_cast<UINT>(LVN_ITEMCHANGED)) PostMessageA(Handle(), Desk::readSelection, 0, 0);
     if (notice.code == static_cast<UINT>(NM_RCLICK)) {
         TakeSelection();
-        POINT corner{};
-        GetCursorPos(&corner);
+        POINT corner = reinterpret_cast<const NMITEMACTIVATE&>(notice).ptAction;
+        ClientToScreen(items_, &corner);
         OpenContextMenu(corner);
     }
     if (notice.code == static_cast<UINT>(NM_DBLCLK)) {

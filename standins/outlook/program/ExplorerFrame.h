@@ -15,6 +15,7 @@ class ExplorerFrame : public HostFrame {
     bool OnEnter(HWND control) override;            // opens what is selected
     void ChooseFolder(standin::FolderKind folder);  // as if the user chose it in the folder list
     void SelectFirst(int count);                    // as if the user selected the first rows, and no others
+    [[nodiscard]] Spot SpotOfSelection() const;     // the first row that is selected; none: nothing is
 
   protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;

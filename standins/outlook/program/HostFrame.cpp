@@ -177,17 +177,22 @@ HostFrame::Spot HostFrame::SpotOf(int instance) const {
 }
 
 HostFrame::Spot HostFrame::SpotOf(const std::string& ribbonId) const {
-    const RibbonMenu* menu = band_ ? band_->Menu() : nullptr;
-    if (menu)
+    for (const RibbonMenu* menu :
+         {band_ ? band_->Menu() : nullptr, static_cast<const RibbonMenu*>(contextMenu_.get())}) {
+        if (!menu || !IsWindowVisible(menu->Handle())) continue;
         if (const auto place = menu->PlaceOf(ribbonId)) return MiddleOf(menu->Handle(), *place);
+    }
     if (band_)
         if (const auto place = band_->PlaceOf(ribbonId)) return MiddleOf(band_->Handle(), *place);
     return {};
 }
 
 HostFrame::Spot HostFrame::SpotOfTab(const std::string& tab) const {
-    const auto place = ribbon_ ? ribbon_->PlaceOfTab(tab) : std::nullopt;
-    return place ? MiddleOf(ribbon_->Handle(), *place) : Spot{};
+    if (ribbon_)
+        if (const auto place = ribbon_->PlaceOfTab(tab)) return MiddleOf(ribbon_->Handle(), *place);
+    if (band_)
+        if (const auto place = band_->PlaceOfTab(tab)) return MiddleOf(band_->Handle(), *place);
+    return {};
 }
 
 bool HostFrame::OnAccessKey(char letter) {

@@ -40,7 +40,8 @@ class HostFrame : public Pane {
         POINT point{};
     };
     [[nodiscard]] Spot SpotOf(int instance) const;
-    [[nodiscard]] Spot SpotOf(const std::string& ribbonId) const;  // a control of the ribbon, or of its open menu
+    // A control of the ribbon, or of the open menu or context menu.
+    [[nodiscard]] Spot SpotOf(const std::string& ribbonId) const;
     // The menu of a right click on what is selected; nothing where it is empty.
     void OpenContextMenu(POINT corner);
     [[nodiscard]] Spot SpotOfTab(const std::string& tab) const;  // likewise a tab of the ribbon

@@ -11,7 +11,8 @@ namespace {
 
 using standin::ItemClass;
 
-constexpr int firstWithRibbon = 12;  // host quirk 16
+constexpr int outlook2007 = 12;  // the first with a ribbon in these windows (host quirk 16)
+constexpr int outlook2010 = 14;  // the first that lets add-ins write into every ribbon
 constexpr int bodyId = 100, firstEditId = 101, margin = 10, labelWidth = 78, rowHeight = 20, rowGap = 6;
 
 struct FieldRow {
@@ -56,11 +57,17 @@ std::string TextOf(HWND window) {
     return text;
 }
 
+// A ribbon that was asked for takes the place of the bars by itself; else the bars' own controls are on one.
+HostFrame::Top TopOf(const standin::Outlook& host) {
+    if (host.Version() < outlook2007) return HostFrame::Top::Bars;
+    const bool asked = host.Version() >= outlook2010 && !host.RibbonsAsked().empty();
+    return asked ? HostFrame::Top::Bars : HostFrame::Top::Ribbon;
+}
+
 }  // namespace
 
 InspectorFrame::InspectorFrame(Desk& desk, standin::Window window, const RECT& place)
-    : HostFrame(desk, window, desk.Host().Version() >= firstWithRibbon ? Top::Ribbon : Top::Bars, place),
-      item_(desk.Host().View(window).item) {
+    : HostFrame(desk, window, TopOf(desk.Host()), place), item_(desk.Host().View(window).item) {
     int id = firstEditId;
     for (const FieldRow& row : RowsOf(desk.Host().ClassOf(item_))) {
         const HWND label = MakeChild(Handle(), "STATIC", row.label, SS_LEFT, 0, 0);

@@ -313,6 +313,12 @@ std::optional<RECT> RibbonBand::PlaceOf(const std::string& id) const {
     return std::nullopt;
 }
 
+std::optional<RECT> RibbonBand::PlaceOfTab(const std::string& label) const {
+    for (const Head& head : heads_)
+        if (head.label == label) return head.place;
+    return std::nullopt;
+}
+
 POINT RibbonBand::Below(int instance) const {
     POINT corner{};
     if (const auto place = PlaceOf(instance)) corner = {place->left, place->bottom};

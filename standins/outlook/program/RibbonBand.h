@@ -31,6 +31,7 @@ class RibbonBand : public Pane {
     // Where the mouse would press a control of a bar, a control of an add-in by its id, or an entry of the open menu.
     [[nodiscard]] std::optional<RECT> PlaceOf(int instance) const;
     [[nodiscard]] std::optional<RECT> PlaceOf(const std::string& id) const;
+    [[nodiscard]] std::optional<RECT> PlaceOfTab(const std::string& label) const;
     [[nodiscard]] const RibbonMenu* Menu() const { return menu_.get(); }
     [[nodiscard]] POINT Below(int instance) const;  // on the screen
 

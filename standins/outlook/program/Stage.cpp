@@ -103,10 +103,33 @@ bool Stage::PressAt(const HostFrame::Spot& spot) const {
 
 bool Stage::Hover(standin::Window window, int instance) const {
     const HostFrame* frame = program_.FrameOf(window);
-    const HostFrame::Spot spot = frame ? frame->SpotOf(instance) : HostFrame::Spot{};
+    return frame && HoverAt(frame->SpotOf(instance));
+}
+
+bool Stage::HoverAt(const HostFrame::Spot& spot) const {
     if (!spot.window) return false;
     PostMessageA(spot.window, WM_MOUSEMOVE, 0, PointOf(spot));
     Pump(50);
+    return true;
+}
+
+bool Stage::PressRibbon(standin::Window window, const std::string& id) const {
+    const HostFrame* frame = program_.FrameOf(window);
+    return frame && PressAt(frame->SpotOf(id));
+}
+
+bool Stage::HoverRibbon(standin::Window window, const std::string& id) const {
+    const HostFrame* frame = program_.FrameOf(window);
+    return frame && HoverAt(frame->SpotOf(id));
+}
+
+bool Stage::RightClickSelection(standin::Window explorer) const {
+    const auto* frame = dynamic_cast<ExplorerFrame*>(program_.FrameOf(explorer));
+    const HostFrame::Spot spot = frame ? frame->SpotOfSelection() : HostFrame::Spot{};
+    if (!spot.window) return false;
+    PostMessageA(spot.window, WM_RBUTTONDOWN, MK_RBUTTON, PointOf(spot));
+    PostMessageA(spot.window, WM_RBUTTONUP, 0, PointOf(spot));
+    Pump(100);
     return true;
 }
 

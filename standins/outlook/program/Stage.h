@@ -35,6 +35,10 @@ class Stage {
     // The mouse opens a tab of the ribbon; false when it is not to be seen.
     bool OpenTab(standin::Window window, const std::string& tab) const;
     bool Hover(standin::Window window, int instance) const;  // the mouse comes to it
+    // Likewise a control of an add-in's ribbon, or of the open menu or context menu, by its id.
+    bool PressRibbon(standin::Window window, const std::string& id) const;
+    bool HoverRibbon(standin::Window window, const std::string& id) const;
+    bool RightClickSelection(standin::Window explorer) const;  // false when nothing is selected
     // The mouse opens the menu of a popup and chooses an entry of it; false when either is not to be seen.
     bool Choose(standin::Window window, const standin::ControlView& popup, int entry) const;
     void ChooseFolder(standin::Window explorer, standin::FolderKind folder) const;
@@ -44,6 +48,7 @@ class Stage {
 
   private:
     bool PressAt(const HostFrame::Spot& spot) const;
+    bool HoverAt(const HostFrame::Spot& spot) const;
 
     Program& program_;
     mutable int wrong_ = 0;
