@@ -7,6 +7,7 @@
 
 #include "outlook/BuiltInBars.h"
 #include "outlook/Session.h"
+#include "outlook/UserObjects.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -132,6 +133,12 @@ IDispatch* Outlook::Application() {
     const Result application = session_->Application();
     application->AddRef();
     return application.get();
+}
+
+IDispatch* Outlook::User() {
+    const Ref<UserObject> user = Make<UserObject>(session_->gate);
+    user->AddRef();
+    return user.get();
 }
 
 // --- windows ---
@@ -335,18 +342,6 @@ std::shared_ptr<SavedBars> Outlook::Saved() const { return session_->saved; }
 
 // --- ribbon ---
 
-namespace {
-
-RibbonControlView FindControl(const std::vector<RibbonControlView>& controls, const std::string& id) {
-    for (const RibbonControlView& control : controls) {
-        if (control.id == id) return control;
-        if (RibbonControlView found = FindControl(control.controls, id)) return found;
-    }
-    return {};
-}
-
-}  // namespace
-
 std::vector<RibbonTabView> Outlook::Ribbon(Window window) const {
     const Session::Turn turn(*session_);
     return session_->ribbon->Tabs(WindowOf(*session_, window));
@@ -358,10 +353,7 @@ std::vector<RibbonControlView> Outlook::ContextMenu(Window explorer) const {
 }
 
 RibbonControlView Outlook::FindRibbon(Window window, const std::string& id) const {
-    for (const RibbonTabView& tab : Ribbon(window))
-        for (const RibbonGroupView& group : tab.groups)
-            if (RibbonControlView found = FindControl(group.controls, id)) return found;
-    return {};
+    return FindControl(Ribbon(window), id);
 }
 
 bool Outlook::ClickRibbon(Window window, const std::string& id) {

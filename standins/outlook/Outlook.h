@@ -124,6 +124,8 @@ class Outlook {
     [[nodiscard]] int Version() const;
     // The Application object, as an add-in gets it: one reference for the caller.
     [[nodiscard]] IDispatch* Application();
+    // A user in front of it, for clients that can only call objects (UserObjects.h): likewise.
+    [[nodiscard]] IDispatch* User();
 
     // --- windows ---
 

@@ -145,7 +145,22 @@ AlphaPixels PixelsOfPicture(const Value& told) {
     return pixels;
 }
 
+RibbonControlView FindIn(const std::vector<RibbonControlView>& controls, const std::string& id) {
+    for (const RibbonControlView& control : controls) {
+        if (control.id == id) return control;
+        if (RibbonControlView found = FindIn(control.controls, id)) return found;
+    }
+    return {};
+}
+
 }  // namespace
+
+RibbonControlView FindControl(const std::vector<RibbonTabView>& tabs, const std::string& id) {
+    for (const RibbonTabView& tab : tabs)
+        for (const RibbonGroupView& group : tab.groups)
+            if (RibbonControlView found = FindIn(group.controls, id)) return found;
+    return {};
+}
 
 // --- add-ins
 

@@ -18,6 +18,9 @@ namespace standin {
 
 class WindowObject;
 
+// The control with that id, in all groups and menus of the tabs; the empty view when none.
+[[nodiscard]] RibbonControlView FindControl(const std::vector<RibbonTabView>& tabs, const std::string& id);
+
 struct RibbonExtensibility : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE GetCustomUI(BSTR ribbonId, BSTR* xml) = 0;
 };

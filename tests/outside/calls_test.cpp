@@ -95,3 +95,25 @@ IN_EVERY_VERSION("a known id is the one by which the host has the member of that
     CheckIds(entry, {Control::BeginGroup, Control::Caption, Button::FaceId, Button::PasteFace, Button::Style});
     if (version >= 10) CheckIds(entry, {Button::Picture, Button::Mask});
 }
+
+TEST_CASE(
+    "a user of another process finds the ribbon's controls by their ids, and clicks them in the window in front") {
+    e2e::Session session({.version = 16}, e2e::RibbonIs::Asked);
+    session.host.Start();
+    {
+        const Dispatch user = Dispatch::Attach(session.host.User());
+        CHECK(user.Object("FindRibbon", "TabMail_mEditor").Text("Label") == "Corvella Editor");
+        CHECK(user.Object("FindRibbon", "TabMail_Main").Text("Kind") == "menu");
+        CHECK_FALSE(user.Object("FindRibbon", "TabMail_None"));
+        CHECK_FALSE(user.Flag("ClickRibbon", "TabContact_ButtonUpdate"));
+        const standin::Window contact = session.OpenNew(standin::ItemClass::Contact, {{"FullName", "Ann"}});
+        CHECK_FALSE(user.Object("FindRibbon", "TabMail_mEditor"));
+        CHECK(user.Object("FindRibbon", "TabContact_ButtonUpdate").Flag("Enabled"));
+        CHECK(user.Flag("ClickRibbon", "TabContact_ButtonUpdate"));
+        CHECK_FALSE(session.host.Exists(contact));
+        CHECK(user.Text("RibbonsAsked") == "Microsoft.Outlook.Explorer Microsoft.Outlook.Contact ");
+        CHECK_FALSE(Dispatch::Attach(session.host.Application()).Object("User"));
+    }
+    session.host.Quit();
+    CHECK(session.host.References() == 0);
+}

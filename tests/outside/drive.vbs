@@ -1,12 +1,15 @@
 ' Drives Outlook from a process of its own, as any client may: opens a window, clicks what the add-in put into its
-' menu and toolbar, and quits. Each line that it writes was read just then from Outlook, the registry or a file.
+' menu and toolbar or onto its ribbon, and quits. Each line that it writes was read just then from Outlook, the registry
+' or a file.
 '
-'     drive.vbs ProgID "file that Corvella records its starts in"
+'     drive.vbs ProgID "file that Corvella records its starts in" [ProgID of the user]
+'
+' With a user, who clicks in Outlook's windows, it is the ribbon.
 Option Explicit
-Const contactsFolder = 10, inboxFolder = 6
+Const contactsFolder = 10, inboxFolder = 6, taskItem = 3
 Const patience = 10  ' seconds
 Const lists = "HKCU\Software\Quillmark\Corvella\Outlook\"
-Dim outlook, explorer, menuWindow, contacts, button
+Dim outlook, explorer, contacts
 Dim files, recordFile, recordSize, record
 
 Set files = CreateObject("Scripting.FileSystemObject")
@@ -23,29 +26,81 @@ Set explorer = contacts.GetExplorer
 explorer.Display
 WScript.Echo "windows: " & outlook.Explorers.Count
 WScript.Echo "opened: " & explorer.Caption
-WScript.Echo "its menu: " & EntriesOf(PopupOf(explorer))
 
-' Outlook 2000 has the menu in its first window alone.
-Set menuWindow = explorer
-If PopupOf(explorer) Is Nothing Then Set menuWindow = outlook.Explorers.Item(1)
-WScript.Echo "menu: " & EntriesOf(PopupOf(menuWindow))
-
-EntryNamed(PopupOf(menuWindow), "Synchronize").Execute
-WScript.Echo "recorded: " & Recorded(1, "command=")
-
-Set explorer.CurrentFolder = outlook.GetNamespace("MAPI").GetDefaultFolder(inboxFolder)
-WScript.Echo "button in the inbox: " & TagsOf(explorer)
-Set explorer.CurrentFolder = contacts
-WScript.Echo "button in the contacts: " & TagsOf(explorer)
-Set button = explorer.CommandBars.FindControl(, , "107")
-WScript.Echo "selected: " & explorer.Selection.Item(1).FullName & ", " & explorer.Selection.Item(1).EntryID
-button.Execute
-WScript.Echo "recorded: " & Recorded(2, "command=")
-WScript.Echo "handed over: " & Recorded(2, "ChangedC=")
-WScript.Echo "list afterwards: '" & ClearedList("ChangedC") & "'"
+If WScript.Arguments.Count > 2 Then
+    UseRibbon CreateObject(WScript.Arguments(2))
+Else
+    UseBars
+End If
 
 outlook.Quit
 WScript.Echo "quit"
+
+Sub UseBars
+    Dim menuWindow, button
+    WScript.Echo "its menu: " & EntriesOf(PopupOf(explorer))
+
+    ' Outlook 2000 has the menu in its first window alone.
+    Set menuWindow = explorer
+    If PopupOf(explorer) Is Nothing Then Set menuWindow = outlook.Explorers.Item(1)
+    WScript.Echo "menu: " & EntriesOf(PopupOf(menuWindow))
+
+    EntryNamed(PopupOf(menuWindow), "Synchronize").Execute
+    WScript.Echo "recorded: " & Recorded(1, "command=")
+
+    Set explorer.CurrentFolder = outlook.GetNamespace("MAPI").GetDefaultFolder(inboxFolder)
+    WScript.Echo "button in the inbox: " & TagsOf(explorer)
+    Set explorer.CurrentFolder = contacts
+    WScript.Echo "button in the contacts: " & TagsOf(explorer)
+    Set button = explorer.CommandBars.FindControl(, , "107")
+    WScript.Echo "selected: " & explorer.Selection.Item(1).FullName & ", " & explorer.Selection.Item(1).EntryID
+    button.Execute
+    WScript.Echo "recorded: " & Recorded(2, "command=")
+    WScript.Echo "handed over: " & Recorded(2, "ChangedC=")
+    WScript.Echo "list afterwards: '" & ClearedList("ChangedC") & "'"
+End Sub
+
+' The window that was opened last is in front: what the user does is done there.
+Sub UseRibbon(user)
+    Dim task
+    WScript.Echo "in the contacts: " & Seen(user, "TabContacts_ButtonSendToPhone")
+    WScript.Echo "synchronise: " & Seen(user, "TabContacts_Buttonsync")
+    WScript.Echo "editor: " & Seen(user, "TabContacts_mEditor")
+    WScript.Echo "unknown: " & Seen(user, "TabContacts_Nothing")
+    WScript.Echo "clicked: " & user.ClickRibbon("TabContacts_mSync0")
+    WScript.Echo "recorded: " & Recorded(1, "command=")
+
+    Set explorer.CurrentFolder = outlook.GetNamespace("MAPI").GetDefaultFolder(inboxFolder)
+    WScript.Echo "in the inbox: " & Seen(user, "TabMail_ButtonSendToPhone")
+    WScript.Echo "clicked: " & user.ClickRibbon("TabContacts_ButtonSendToPhone")
+    Set explorer.CurrentFolder = contacts
+    WScript.Echo "selected: " & explorer.Selection.Item(1).FullName & ", " & explorer.Selection.Item(1).EntryID
+    WScript.Echo "clicked: " & user.ClickRibbon("TabContacts_ButtonSendToPhone")
+    WScript.Echo "recorded: " & Recorded(2, "command=")
+    WScript.Echo "handed over: " & Recorded(2, "ChangedC=")
+    WScript.Echo "list afterwards: '" & ClearedList("ChangedC") & "'"
+    WScript.Echo "clicked: " & user.ClickContextMenu("ContextMenuContactItem_ButtonSendToPhone")
+    WScript.Echo "recorded: " & Recorded(3, "command=")
+
+    Set task = outlook.CreateItem(taskItem)
+    task.Display
+    WScript.Echo "task: " & Seen(user, "TabTask_ButtonUpdate")
+    WScript.Echo "clicked: " & user.ClickRibbon("TabTask_ButtonUpdate")
+    WScript.Echo "recorded: " & Recorded(4, "command=")
+    WScript.Echo "its id was handed over: " & (task.EntryID <> "" And Recorded(4, "ChangedT=") = ";" & task.EntryID)
+    WScript.Echo "asked for: " & user.RibbonsAsked
+End Sub
+
+' What the ribbon shows under that id: its label, in brackets while it cannot be clicked.
+Function Seen(user, id)
+    Dim control
+    Seen = "nothing"
+    Set control = user.FindRibbon(id)
+    If control Is Nothing Then Exit Function
+    If Not control.Visible Then Exit Function
+    Seen = control.Label
+    If Not control.Enabled Then Seen = "[" & Seen & "]"
+End Function
 
 Function PopupOf(window)
     Dim control

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Lets a script in a process of its own drive the Outlook stand-in with the add-in in it, and looks at what came of it.
 
-    drive_test.py 2000|2002|2003|2007|2010|2013|2016 OutlookStandIn.exe Corvella.exe CVOutlookAddIn.dll folder
+    drive_test.py 2000|2002|2003|2007|2010|2013|2016 OutlookStandIn.exe Corvella.exe CVOutlookAddIn.dll folder [ribbon]
 
-It works in a prefix and on a screen of its own, and in that folder; the add-in and the stand-in's class are registered
+The script clicks menu and toolbar, in a host that asks for no ribbon, or with "ribbon" on the ribbon. It works in a prefix and on a screen of its own, and in that folder; the add-in and the stand-in's class are registered
 in that prefix.
 """
 import os
@@ -20,6 +20,7 @@ sys.path.insert(0, str(HERE.parent / "testing"))
 from wine import SYSTEM, Display, Prefix, added, lines_of, windows_path  # noqa: E402
 
 PROG_ID = "OutlookStandIn.Application"
+USER = "OutlookStandIn.User"
 PRODUCT = "\\Software\\Quillmark"
 VERSIONS = {"2000": "9.0", "2002": "10.0", "2003": "11.0", "2007": "12.0", "2010": "14.0", "2013": "15.0",
             "2016": "16.0"}
@@ -31,9 +32,10 @@ PATIENCE = 60  # seconds, for what takes one or two
 class StandIn:
     """The program while it runs, and what it reports."""
 
-    def __init__(self, prefix, program, version):
+    def __init__(self, prefix, program, version, ribbon):
         self.output = tempfile.TemporaryFile()
-        self.process = prefix.start(program, "/version", version, "/noribbon", "/report", output=self.output)
+        options = ["/version", version, "/report"] + ([] if ribbon else ["/noribbon"])
+        self.process = prefix.start(program, *options, output=self.output)
 
     def report(self):
         return lines_of(self.output)
@@ -73,44 +75,60 @@ def programs_in(folder):
     return found
 
 
-def drive(prefix, version, program, folder, expect):
+def drive(prefix, version, program, folder, ribbon, expect):
     record = folder / "Corvella.record.txt"
-    standin = StandIn(prefix, program, version)
+    standin = StandIn(prefix, program, version, ribbon)
     code, told = None, []
     try:
         expect("the stand-in runs and clients can reach it", standin.ready())
         code, told = prefix.ask(SYSTEM[32] + "cscript.exe", "//nologo", windows_path(HERE / "drive.vbs"), PROG_ID,
-                                windows_path(record), timeout=PATIENCE)
+                                windows_path(record), *([USER] if ribbon else []), timeout=PATIENCE)
     finally:
         ended = standin.end(PATIENCE if told[-1:] == ["quit"] else 0)
     print("\n".join(told + standin.report()))
     expect("the script came to its end", code == 0 and told[-1:] == ["quit"])
     expect("the stand-in ended by itself", ended == 0)
-    check_told(version, folder, told, expect)
+    check_told(version, folder, told, ribbon, expect)
     check_report(version, standin.report(), expect)
 
 
-def check_told(version, folder, told, expect):
-    def said(what, expected, number=0):
+def check_told(version, folder, told, ribbon, expect):
+    def said(what, *expected):
         lines = [line[len(what) + 2:] for line in told if line.startswith(what + ": ")]
-        expect(f"{what}: {expected}", lines[number:number + 1] == [expected])
+        expect(f"{what}: {expected}, not {lines}", lines == list(expected))
 
-    corvella = windows_path(folder).replace("\\", "\\\\") + '\\\\Corvella.exe'
     expect("it is that version", any(line.startswith("version: " + VERSIONS[version]) for line in told))
-    said("windows", "1")
-    said("windows", "2", 1)
+    said("windows", "1", "2")
     said("opened", "Contacts - Microsoft Outlook")
-    said("its menu", "" if version == "2000" else MENU)
-    said("menu", MENU)
-    said("recorded", f'"{corvella}" syncdlg ol')
-    said("button in the inbox", "" if version == "2000" else "[103]")
-    said("button in the contacts", "[107]" if version == "2000" else "[107][103]")
     selected = [line for line in told if line.startswith("selected: ")]
     entry_id = re.fullmatch(r"selected: Ann Baker, ([0-9A-F]{140})", selected[0] if selected else "")
     expect("a contact is selected and has its entry id", entry_id is not None)
-    said("recorded", f'"{corvella}" update', 1)
     said("handed over", ";" + entry_id.group(1) if entry_id else "an entry id")
     said("list afterwards", "''")
+    corvella = '"' + windows_path(folder).replace("\\", "\\\\") + '\\\\Corvella.exe"'
+    (check_ribbon if ribbon else check_bars)(version, corvella, said)
+
+
+def check_bars(version, corvella, said):
+    said("its menu", "" if version == "2000" else MENU)
+    said("menu", MENU)
+    said("recorded", f"{corvella} syncdlg ol", f"{corvella} update")
+    said("button in the inbox", "" if version == "2000" else "[103]")
+    said("button in the contacts", "[107]" if version == "2000" else "[107][103]")
+
+
+def check_ribbon(version, corvella, said):
+    said("in the contacts", "Send to Phone")
+    said("synchronise", "Synchronize")
+    said("editor", "Corvella Editor")
+    said("unknown", "nothing")
+    said("in the inbox", "nothing")
+    # The second one is the button of another folder, which does not show.
+    said("clicked", "True", "False", "True", "True", "True")
+    said("recorded", f"{corvella} sync 0 ol", *[f"{corvella} update"] * 3)
+    said("task", "Save and Send to Phone")
+    said("its id was handed over", "True")
+    said("asked for", "Microsoft.Outlook.Explorer Microsoft.Outlook.Task ")
 
 
 def check_report(version, report, expect):
@@ -131,7 +149,7 @@ def warm_script_host_up(prefix):
         return prefix.run(SYSTEM[32] + "cscript.exe", "//nologo", windows_path(script.name)) == 0
 
 
-def work(prefix, version, program, library, folder, expect):
+def work(prefix, version, program, library, folder, ribbon, expect):
     expect("the add-in registers itself", prefix.regsvr32(library) == 0)
     expect("the script host runs", warm_script_host_up(prefix))
     before = prefix.registry()
@@ -141,7 +159,7 @@ def work(prefix, version, program, library, folder, expect):
     prefix.run("reg", "delete", "HKCU" + PRODUCT, "/f")
     prefix.run("reg", "add", f"HKCU{PRODUCT}\\Corvella", "/v", "Path", "/d", windows_path(folder), "/f")
 
-    drive(prefix, version, program, folder, expect)
+    drive(prefix, version, program, folder, ribbon, expect)
 
     expect("Corvella has ended", wait_until(lambda: not programs_in(folder)))
     expect("the stand-in unregisters its class", prefix.run(program, "/unregserver") == 0)
@@ -166,7 +184,7 @@ def main():
     folder.mkdir(parents=True)
     shutil.copy(corvella, folder)
     with tempfile.TemporaryDirectory() as own, Display() as display:
-        work(Prefix(own, display), version, program, library, folder, expect)
+        work(Prefix(own, display), version, program, library, folder, sys.argv[6:] == ["ribbon"], expect)
     files = sorted(file.name for file in folder.iterdir())
     expect(f"no file but Corvella's record was made: {files}", files == ["Corvella.exe", "Corvella.record.txt"])
     shutil.rmtree(folder)

@@ -2,6 +2,7 @@
 
 #include <objbase.h>
 
+#include <iterator>
 #include <string>
 
 #include "outlook/Pointers.h"
@@ -10,14 +11,29 @@ namespace program {
 
 namespace {
 
-constexpr CLSID serverClass = {0x4E7A2D10, 0x9B3C, 0x4F65, {0xA1, 0x58, 0x0C, 0x6D, 0x37, 0xE2, 0x94, 0xB8}};
-constexpr const char* serverClassText = "{4E7A2D10-9B3C-4F65-A158-0C6D37E294B8}";
+using Giver = IDispatch* (standin::Outlook::*)();  // one reference for the caller
 
-// Every object that it makes is the one Application.
-class ApplicationFactory final : public IClassFactory {
+struct OfferedClass {
+    CLSID id;
+    const char* idText;
+    const char* progId;
+    Giver give;
+};
+constexpr OfferedClass offeredClasses[] = {
+    {{0x4E7A2D10, 0x9B3C, 0x4F65, {0xA1, 0x58, 0x0C, 0x6D, 0x37, 0xE2, 0x94, 0xB8}},
+     "{4E7A2D10-9B3C-4F65-A158-0C6D37E294B8}",
+     "OutlookStandIn.Application",
+     &standin::Outlook::Application},
+    {{0x4E7A2D11, 0x9B3C, 0x4F65, {0xA1, 0x58, 0x0C, 0x6D, 0x37, 0xE2, 0x94, 0xB8}},
+     "{4E7A2D11-9B3C-4F65-A158-0C6D37E294B8}",
+     "OutlookStandIn.User",
+     &standin::Outlook::User},
+};
+
+class Factory final : public IClassFactory {
   public:
-    explicit ApplicationFactory(standin::Outlook& outlook) : outlook_(outlook) {}
-    virtual ~ApplicationFactory() = default;
+    Factory(standin::Outlook& outlook, Giver give) : outlook_(outlook), give_(give) {}
+    virtual ~Factory() = default;
 
     STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
         if (!out) return E_POINTER;
@@ -36,19 +52,20 @@ class ApplicationFactory final : public IClassFactory {
         if (!out) return E_POINTER;
         *out = nullptr;
         if (outer) return CLASS_E_NOAGGREGATION;
-        IDispatch* application = outlook_.Application();
-        const HRESULT answer = application->QueryInterface(iid, out);
-        application->Release();
+        IDispatch* given = (outlook_.*give_)();
+        const HRESULT answer = given->QueryInterface(iid, out);
+        given->Release();
         return answer;
     }
     STDMETHODIMP LockServer(BOOL) override { return S_OK; }
 
   private:
     standin::Outlook& outlook_;
+    Giver give_;
     ULONG references_ = 0;
 };
 
-std::string ClassKey() { return std::string("CLSID\\") + serverClassText; }
+std::string ClassKey(const OfferedClass& offered) { return std::string("CLSID\\") + offered.idText; }
 
 bool SetDefault(const std::string& key, const char* text) {
     return RegSetValueA(HKEY_CLASSES_ROOT, key.c_str(), REG_SZ, text, 0) == ERROR_SUCCESS;
@@ -62,26 +79,38 @@ bool Remove(const std::string& key) {
 }  // namespace
 
 ClassServer::ClassServer(standin::Outlook& outlook) {
-    const standin::Theirs<IUnknown> factory(new ApplicationFactory(outlook));
-    if (FAILED(CoRegisterClassObject(serverClass, factory.get(), CLSCTX_LOCAL_SERVER, REGCLS_MULTI_SEPARATE, &cookie_)))
-        cookie_ = 0;
+    for (const OfferedClass& offered : offeredClasses) {
+        const standin::Theirs<IUnknown> factory(new Factory(outlook, offered.give));
+        DWORD cookie = 0;
+        if (SUCCEEDED(
+                CoRegisterClassObject(offered.id, factory.get(), CLSCTX_LOCAL_SERVER, REGCLS_MULTI_SEPARATE, &cookie)))
+            cookies_.push_back(cookie);
+    }
+    offered_ = cookies_.size() == std::size(offeredClasses);
 }
 
 ClassServer::~ClassServer() {
-    if (Offered()) CoRevokeClassObject(cookie_);
+    for (const DWORD cookie : cookies_) CoRevokeClassObject(cookie);
 }
 
 bool RegisterServer() {
-    const std::string progId = serverProgId;
-    return SetDefault(progId, "Outlook stand-in") && SetDefault(progId + "\\CLSID", serverClassText) &&
-           SetDefault(ClassKey(), "Outlook stand-in") && SetDefault(ClassKey() + "\\ProgID", serverProgId);
+    bool whole = true;
+    for (const OfferedClass& offered : offeredClasses) {
+        const std::string progId = offered.progId, title = "Outlook stand-in";
+        whole = whole && SetDefault(progId, title.c_str()) && SetDefault(progId + "\\CLSID", offered.idText) &&
+                SetDefault(ClassKey(offered), title.c_str()) &&
+                SetDefault(ClassKey(offered) + "\\ProgID", offered.progId);
+    }
+    return whole;
 }
 
 bool UnregisterServer() {
-    const std::string progId = serverProgId;
     bool whole = true;
-    for (const std::string& key : {progId + "\\CLSID", progId, ClassKey() + "\\ProgID", ClassKey()})
-        whole = Remove(key) && whole;
+    for (const OfferedClass& offered : offeredClasses) {
+        const std::string progId = offered.progId, key = ClassKey(offered);
+        for (const std::string& name : {progId + "\\CLSID", progId, key + "\\ProgID", key})
+            whole = Remove(name) && whole;
+    }
     return whole;
 }
 

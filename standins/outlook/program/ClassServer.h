@@ -1,5 +1,8 @@
 // program/ClassServer.h: the running program as clients in other processes reach it, by CreateObject of a script or by
-// CoCreateInstance(CLSCTX_LOCAL_SERVER): each gets the one Application object, as with Outlook.
+// CoCreateInstance(CLSCTX_LOCAL_SERVER):
+//
+//   OutlookStandIn.Application  the one Application object, as with Outlook
+//   OutlookStandIn.User         somebody in front of the program, who sees and clicks the ribbon (outlook/UserObjects.h)
 //
 // The names are the stand-in's own, so that a real Outlook on the same machine keeps its. A client finds the class
 // while the program runs; COM does not start the program for it.
@@ -11,11 +14,11 @@
 
 #include <unknwn.h>
 
+#include <vector>
+
 #include "outlook/Outlook.h"
 
 namespace program {
-
-inline constexpr const char* serverProgId = "OutlookStandIn.Application";
 
 class ClassServer {
   public:
@@ -24,10 +27,11 @@ class ClassServer {
     ClassServer(const ClassServer&) = delete;
     ClassServer& operator=(const ClassServer&) = delete;
 
-    [[nodiscard]] bool Offered() const { return cookie_ != 0; }
+    [[nodiscard]] bool Offered() const { return offered_; }
 
   private:
-    DWORD cookie_ = 0;
+    std::vector<DWORD> cookies_;
+    bool offered_ = false;  // all of them
 };
 
 [[nodiscard]] bool RegisterServer();
