@@ -165,7 +165,8 @@ void SecondExplorer(const Stage& stage) {
     stage.Check("the first one's " + std::to_string(before.size()) + " controls are the same as before", untouched());
     stage.Picture("two-explorers");
     if (serves) {
-        ExpectStart(stage, "its synchronise button", "syncdlg ol", [&] { Press(stage, second, Button::ToSynchronise); });
+        ExpectStart(stage, "its synchronise button", "syncdlg ol",
+                    [&] { Press(stage, second, Button::ToSynchronise); });
     }
     const standin::Window third = outlook.OpenExplorer(FolderKind::Contacts);
     stage.Pump(200);
