@@ -32,17 +32,18 @@ void CheckNotMore(const Held& now, const Held& before) {
     CHECK(now.advises <= before.advises);
 }
 
-constexpr int rounds = 1000;
 constexpr int settled = 10;
+// A leak shows after a hundred rounds as well as after a thousand; the whole run takes the longer day.
+int Rounds() { return versions::Whole() ? 1000 : 100; }
 
 }  // namespace
 
 // Pasted faces (10) and faces given as pictures (11) take different ways.
-IN_VERSIONS("a thousand connections leave no more held than the tenth", 10, 11) {
+IN_VERSIONS("connection after connection leaves no more held than the tenth", 10, 11) {
     Session session({.version = version});
     session.host.Start();
     Held before;
-    for (int round = 1; round <= rounds; ++round) {
+    for (int round = 1; round <= Rounds(); ++round) {
         REQUIRE(session.host.UnloadAddIn(e2e::progId));
         REQUIRE(session.host.LoadAddIn(e2e::progId));
         if (round == settled) before = HeldNow(session);
@@ -50,21 +51,20 @@ IN_VERSIONS("a thousand connections leave no more held than the tenth", 10, 11) 
     CheckNotMore(HeldNow(session), before);
 }
 
-IN_VERSIONS("a thousand item windows leave no more held than the tenth", 10, 11) {
+IN_VERSIONS("item window after item window leaves no more held than the tenth", 10, 11) {
     Session session({.version = version});
     session.host.Start();
     const standin::Item contact = session.host.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
     Held before;
-    for (int round = 1; round <= rounds; ++round) {
+    for (int round = 1; round <= Rounds(); ++round) {
         session.host.CloseWindow(session.host.OpenInspector(contact));
         if (round == settled) before = HeldNow(session);
     }
     CheckNotMore(HeldNow(session), before);
 }
 
-IN_EVERY_VERSION(
-    "two hundred Explorers, opened and closed with their menus and buttons, leave no more held than the tenth") {
-    constexpr int explorers = 200;
+IN_EVERY_VERSION("Explorer after Explorer, with its menu and buttons, leaves no more held than the tenth") {
+    const int explorers = versions::Whole() ? 200 : 50;
     Session session({.version = version});
     session.host.Start();
     const standin::Item ann = session.host.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});

@@ -294,19 +294,21 @@ void PlayWithFault(const Scenario& scenario, int version, int number, const Faul
     CHECK(std::includes(undisturbed.commands.begin(), undisturbed.commands.end(), commands.begin(), commands.end()));
 }
 
+// Each fault meets every `sampled`th call; in the whole run it meets every call.
+constexpr int eachCallOnce = static_cast<int>(std::size(faults)), everyFourthCall = 4 * eachCallOnce;
+
 template <std::size_t count>
-void Sweep(const Scenario (&played)[count], int version) {
+void Sweep(const Scenario (&played)[count], int version, int sampled = eachCallOnce) {
     CAPTURE(version);
     const World world;
-    // Each fault meets every fourth call, so that each call fails once; in the whole run it meets every call.
-    const int step = versions::Whole() ? 1 : 4;
+    const int step = versions::Whole() ? 1 : sampled;
     for (const Scenario& scenario : played) {
         const std::string name = scenario.name;
         CAPTURE(name);
         const Played undisturbed = PlayUndisturbed(scenario, version);
         REQUIRE(undisturbed.failing.last - undisturbed.failing.first >= 10);
         MESSAGE(name << ": calls " << undisturbed.failing.first << " to " << undisturbed.failing.last);
-        int skipped = 0;
+        int skipped = 0;  // each fault begins with another call
         for (const Fault& fault : faults) {
             CAPTURE(static_cast<int>(fault.kind));
             CAPTURE(fault.code);
@@ -315,7 +317,7 @@ void Sweep(const Scenario (&played)[count], int version) {
                 PlayWithFault(scenario, version, number, fault, undisturbed);
                 world.CheckNothingOpen();
             }
-            skipped = (skipped + 1) % step;
+            skipped = (skipped + sampled / eachCallOnce) % step;
         }
     }
 }
@@ -343,13 +345,18 @@ IN_EVERY_VERSION("the working day runs each of its commands once, where nothing 
     CHECK(PlayUndisturbed(workingDay, version).commands == expected);
 }
 
+// 2002 and 2007 make nearly the calls of 2003.
 TEST_CASE("with any one host call failing, Outlook 2000 is left with nothing held") { Sweep(scenarios, 9); }
 
-TEST_CASE("with any one host call failing, Outlook 2002 is left with nothing held") { Sweep(scenarios, 10); }
+TEST_CASE("with any one host call failing, Outlook 2002 is left with nothing held") {
+    Sweep(scenarios, 10, everyFourthCall);
+}
 
 TEST_CASE("with any one host call failing, Outlook 2003 is left with nothing held") { Sweep(scenarios, 11); }
 
-TEST_CASE("with any one host call failing, Outlook 2007 is left with nothing held") { Sweep(scenarios, 12); }
+TEST_CASE("with any one host call failing, Outlook 2007 is left with nothing held") {
+    Sweep(scenarios, 12, everyFourthCall);
+}
 
 TEST_CASE("with any one host call failing, Outlook 2010 is left with nothing held") { Sweep(scenarios, 14); }
 

@@ -16,6 +16,7 @@
 #include "config/IniText.h"
 #include "platform/Text.h"
 #include "testing/TempFolder.h"
+#include "testing/Versions.h"
 
 namespace {
 
@@ -284,7 +285,8 @@ TEST_CASE("the reader and Windows' own function differ by the rules that are on 
     const TempFolder folder;
     std::minstd_rand random(7);
     Texts files = UglyFiles();
-    while (files.size() < 300) files.push_back(AnyFile(random));
+    const std::size_t count = versions::Whole() ? 300 : 100;
+    while (files.size() < count) files.push_back(AnyFile(random));
     const Texts sections = {"S", "s", "T", "", "[S]", " S ", "\xE4", "missing"};
     const Texts keys = {"a", "A", "b", "c", "", "x", "x=y", " b", "\xE4", "missing"};
 
@@ -296,8 +298,10 @@ TEST_CASE("the reader and Windows' own function differ by the rules that are on 
         folder.Write(std::to_string(i) + ".ini", files[i]);
         const std::string file = folder.Path(std::to_string(i) + ".ini");
         const bool big = files[i].size() > 512000;
-        for (const std::string& section : sections) {
-            for (const std::string& key : keys) {
+        // Each read of Windows' own function reads the whole file anew.
+        const bool slow = files[i].size() > 400000 && !versions::Whole();
+        for (const std::string& section : slow ? Texts{"S", "missing"} : sections) {
+            for (const std::string& key : slow ? Texts{"a", "b", "missing"} : keys) {
                 ++reads;
                 const std::string ours = Ours(file, section, key), theirs = Theirs(file, section, key);
                 CAPTURE(section);
