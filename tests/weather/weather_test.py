@@ -30,7 +30,10 @@ class Weather:
 
     def points(self, version):
         """[(play, function, how often it is called)]"""
-        code, lines = self.prefix.ask(self.program, "count", version, timeout=600)
+        for _ in range(3):  # a hang is a busy machine's unless it comes again, as in confirmed()
+            code, lines = self.prefix.ask(self.program, "count", version, timeout=600)
+            if not any("hangs" in line for line in lines):
+                break
         unlisted = [line for line in lines if line.startswith("unlisted ")]
         faults = [line for line in lines if line.startswith("bad ")]
         if code != 0 or unlisted or faults:
