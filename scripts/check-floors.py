@@ -23,7 +23,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # Of each tree the floors, bottom first, with the folders that stand there. A folder is one floor.
 TREES = {
     "src": [["platform"], ["platform/com"], ["platform/forms"], ["support"], ["config"], ["language"], ["shell"], ["question"],
-            ["bridge"], ["addin"]],
+            ["bridge"], ["addin", "check"]],
     "standins": [["outlook/ribbon"], ["outlook", "corvella"], ["outlook/program"]],
 }
 STRANGERS = {"standins": ("outlook/", re.compile("corvella|quillmark", re.I))}

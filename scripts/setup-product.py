@@ -1,14 +1,15 @@
 #!/usr/bin/env python3
 """Prints, for the setup, the names under which the add-in registers itself: scripts/setup-product.py > Product.nsh
 
-They are read where the add-in has them (addin/Dll.cpp, addin/Names.h), so that they stand once.
+They are read where the add-in has them (support/AddInNames.h), so that they stand once.
 """
 import pathlib
 import re
 import sys
 
-ADDIN = pathlib.Path(__file__).resolve().parent.parent / "src" / "addin"
-FIELDS = {"CLSID": "clsid", "FRIENDLY_NAME": "friendlyName", "DESCRIPTION": "description", "LOAD_BEHAVIOR": "loadBehavior"}
+NAMES = pathlib.Path(__file__).resolve().parent.parent / "src" / "support" / "AddInNames.h"
+FIELDS = {"CLSID": "ClassId", "FRIENDLY_NAME": "FriendlyName", "DESCRIPTION": "Description", "LOAD_BEHAVIOR": "LoadBehavior",
+          "PROGID": "ProgId"}
 
 
 def found(pattern, text, what):
@@ -19,10 +20,8 @@ def found(pattern, text, what):
 
 
 def main():
-    server = (ADDIN / "Dll.cpp").read_text()
-    names = (ADDIN / "Names.h").read_text()
-    product = {name: found(rf'\.{field} = "?([^"\n]*?)"?,\n', server, field) for name, field in FIELDS.items()}
-    product["PROGID"] = found(r'ProgId = "([^"]+)"', names, "ProgId")
+    names = NAMES.read_text()
+    product = {name: found(rf' {field} = "?([^"\n]*?)"?;', names, field) for name, field in FIELDS.items()}
     for name, value in product.items():
         print(f'!define {name} "{value}"')
 

@@ -3,7 +3,6 @@
 
 #include "addin/Connect.h"
 #include "addin/DebugSetup.h"
-#include "addin/Names.h"
 #include "config/InifileCV.h"
 #include "config/Paths.h"
 #include "language/Language.h"
@@ -13,6 +12,7 @@
 #include "question/QuestionBox.h"
 #include "shell/WindowsMiscHelp.h"
 #include "shell/WindowsMiscLaunch.h"
+#include "support/AddInNames.h"
 #include "support/Debug.h"
 #include "support/Prompt.h"
 
@@ -38,12 +38,12 @@ std::unique_ptr<platform::AddinInstance> MakeConnect() {
 
 const platform::ServerDescription& platform::Server() {
     static constexpr ServerDescription description{
-        .clsid = "{6B0C1E52-3D8F-4C0A-9A5E-7F21C7B4D913}",
-        .progId = Names::ProgId,
-        .className = Names::ProgId,
-        .friendlyName = "Corvella",
-        .description = "Corvella Add-In for Outlook 2000, 2002 (XP), 2003",
-        .loadBehavior = 3,
+        .clsid = AddInNames::ClassId,
+        .progId = AddInNames::ProgId,
+        .className = AddInNames::ProgId,
+        .friendlyName = AddInNames::FriendlyName,
+        .description = AddInNames::Description,
+        .loadBehavior = AddInNames::LoadBehavior,
         .factory = MakeConnect,
     };
     return description;

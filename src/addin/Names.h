@@ -5,10 +5,11 @@
 #include <string_view>
 
 #include "platform/com/Sink.h"
+#include "support/AddInNames.h"
 
 namespace Names {
 
-inline constexpr const char* ProgId = "CVOutlookAddIn.Connect";
+inline constexpr const char* ProgId = AddInNames::ProgId;
 inline constexpr const char* MakersNotice = "(c) 2026 the Corvella developers";
 inline constexpr std::int32_t MaskOffset = 100;  // from the number of a picture to that of its mask
 inline constexpr const char* Active = "Active";
