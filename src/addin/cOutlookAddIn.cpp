@@ -238,16 +238,24 @@ void cOutlookAddIn::myolapp_Quit() { UnInitHandler({}); }
 
 std::string cOutlookAddIn::GetApplPath() const { return platform::WithBackslash(Files::AppFolder()); }
 
-// Outlook 2000 to 2003 end only when nobody holds an object of theirs, and tell it to nobody before (host quirk 2).
 void cOutlookAddIn::WindowClosed(const std::shared_ptr<WatchedWindow>& window) {
     std::erase(windows_, window);
     if (ServesAnyWindow()) return;
     bool last = windows_.empty();  // where memory runs out over the question
     platform::Attempt([&] { last = WasLast(*window); });
-    if (last) return ReleaseEverything();
+    if (last) return ReleaseWindows();
     // Another window is open. Where none is watched, its coming was not heard, but its end must be.
     if (windows_.empty()) platform::Attempt([&] { WatchUnknownWindows(); });
-    if (windows_.empty()) ReleaseEverything();
+    if (windows_.empty()) ReleaseWindows();
+}
+
+// Outlook 2000 to 2003 end only when nobody holds an object of theirs, and tell it to nobody before (host quirk 2).
+// Later versions end whatever is held. Where another program keeps them in memory, a window may open again; to hear of
+// that, the application and its collections are kept, until Quit.
+void cOutlookAddIn::ReleaseWindows() {
+    if (OlVersion < Outlook2007 || !myolapp_.Connected()) return ReleaseEverything();
+    CloseExplorerWrappers();
+    UnInitHandler(application_);
 }
 
 void cOutlookAddIn::WatchUnknownWindows() {

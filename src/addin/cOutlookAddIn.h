@@ -2,8 +2,9 @@
 //
 // Shapes  Wrappers stand in slots counted from 0, which are reused after their windows close.
 // Errors  what the host refuses is skipped. An application without the events of 2002 is Outlook 2000.
-// Owns    Outlook's application and collections with their events, the wrappers and the watches, until
-//         UnInitHandler with an empty application: at Quit, at disconnection, or when the last window closes.
+// Owns    the wrappers and the watches until the last window closes; Outlook's application and collections with their
+//         events until UnInitHandler with an empty application: at Quit, at disconnection, and before Outlook 2007 when
+//         the last window closes.
 #pragma once
 #include <cstdint>
 #include <memory>
@@ -28,6 +29,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     // Instead, for a session that began without a window: hears of its end, and of nothing else.
     void InitWithoutWindows(const platform::Dispatch& application);
     void CloseExplorerWrappers();
+    // With an application it is kept, and only what serves windows goes.
     void UnInitHandler(const platform::Dispatch& application);
     // Both: the handler has nothing of the host's any more.
     void ReleaseEverything();
@@ -65,6 +67,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     [[nodiscard]] platform::Dispatch FirstExplorer() const;
     // Of a window that is watched already; null: none.
     [[nodiscard]] std::shared_ptr<cOlExplorer> WrapperOf(const platform::Dispatch& explorer) const;
+    void ReleaseWindows();
     void WatchUnknownWindows();
 
     void WindowClosed(const std::shared_ptr<WatchedWindow>& window) override;

@@ -124,6 +124,12 @@ Ending Outlook::Quit() {
     return session_->Quit();
 }
 
+void Outlook::ClientLetsGo() {
+    MustRun(*session_);
+    session_->gate->Action("the other program lets go");
+    session_->ClientLetsGo();
+}
+
 Ending Outlook::LookAgain() { return session_->LookAgain(); }
 void Outlook::EndProcess() { session_->EndProcess(RPC_E_DISCONNECTED); }
 Ending Outlook::HowItEnded() const { return session_->HowItEnded(); }
@@ -172,6 +178,13 @@ void Outlook::Deactivate(Window window) {
 bool Outlook::CloseWindow(Window window, SaveMode mode) {
     session_->gate->Action("close " + WindowOf(*session_, window).Name());
     return session_->Close(WindowOf(*session_, window), mode);
+}
+
+bool Outlook::ShowOther(Window inspector, Item item) {
+    auto* found = dynamic_cast<InspectorObject*>(&WindowOf(*session_, inspector));
+    if (!found) throw std::out_of_range("no Inspector: " + std::to_string(inspector.number));
+    session_->gate->Action(found->Name() + " goes on to " + ItemOf(*session_, item).Name());
+    return session_->ShowOther(*found, ItemOf(*session_, item));
 }
 
 bool Outlook::SendMail(Window window) {

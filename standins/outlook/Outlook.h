@@ -65,6 +65,9 @@
 //   12            Application.Quit, OnBeginShutdown, OnDisconnection(HostShutdown), whatever is held
 //   14 to 16      only Application.Quit: Ending::AddInsNotTold; add-ins of the registry whose key has
 //                 RequireShutdownNotification = 1 are told all the same
+//   Options::heldByClient: the last window's end is not the session's, in no version, and windows may open later. That
+//   another program's reference keeps Outlook without windows is documented up to 2007 before its second service pack,
+//   and assumed for later versions
 //   ShutdownCalls::None  any version ends as 14; ShutdownCalls::All  14 to 16 end as 12, as an administrator can ask
 //   After it every object returns E_UNEXPECTED, and EndProcess has been done.
 //
@@ -115,6 +118,8 @@ class Outlook {
     [[nodiscard]] std::vector<AddInView> AddIns() const;
     // When the session has ended already (the last window closed): how.
     Ending Quit();
+    // The other program (Options::heldByClient) has released the Application: without a window the session ends now.
+    void ClientLetsGo();
     // After Ending::StaysInMemory: the references have gone meanwhile? Then the process ends (AddInsNotTold).
     Ending LookAgain();
     // The process is gone: no call to an add-in any more but the Release of it and of its sinks.
@@ -135,6 +140,9 @@ class Outlook {
     void Deactivate(Window window);   // the user goes to another program
     // False when a sink or the user (Options::prompted) cancelled it.
     bool CloseWindow(Window window, SaveMode mode = SaveMode::Prompt);
+    // The arrows of an item window's toolbar: it goes on to another item, without an event of the window (host quirk 6).
+    // False when a sink or the user refused to leave the one or to open the other, or that has a window of its own.
+    bool ShowOther(Window inspector, Item item);
     // A mail is sent from its Inspector: Item.Send (can be cancelled), then CloseWindow; in version 9
     // without the Inspector's Close event.
     bool SendMail(Window window);

@@ -245,8 +245,19 @@ bool Session::Close(WindowObject& window, SaveMode mode) {
     if (window.shown && !(inspector && inspector->sentInOld)) window.Raise(events::Close);
     if (inspector) inspector->item->inClose = false;
     TakeOff(window);
-    if (Running() && !quitting_ && !AnyShown()) QuitSoon();
+    EndWithoutWindows();
     return true;
+}
+
+// A client of another process keeps the session without a window; windows may open in it later.
+void Session::EndWithoutWindows() {
+    if (Running() && !quitting_ && !AnyShown() && !options.heldByClient) QuitSoon();
+}
+
+void Session::ClientLetsGo() {
+    const Turn turn(*this);
+    options.heldByClient = false;
+    EndWithoutWindows();
 }
 
 void Session::TakeOff(WindowObject& window) {
@@ -271,6 +282,18 @@ bool Session::Send(WindowObject& window) {
     inspector->item->MarkSaved(FolderKind::SentMail);
     inspector->sentInOld = options.version == 9;  // host quirk 14
     return Close(window, SaveMode::Save);
+}
+
+bool Session::ShowOther(InspectorObject& inspector, ItemObject& item) {
+    const Turn turn(*this);
+    const Ref<WindowObject> alive(&inspector);
+    const Ref<ItemObject> next(&item);
+    if (inspector.gone || inspector.closing || InspectorOf(&item)) return false;
+    if (!SettleChanges(*inspector.item, SaveMode::Prompt) || inspector.item->AskClose() == Cancelled::Yes) return false;
+    if (inspector.gone || next->AskOpen() == Cancelled::Yes) return false;
+    inspector.item = next;
+    ContentsChanged();
+    return !inspector.gone;
 }
 
 bool Session::AnyShown() const {

@@ -40,6 +40,7 @@ class Session : public Host {
     void Start();
     Ending Quit();
     void QuitSoon() override { quitWanted_ = true; }
+    void ClientLetsGo();
     // One action of the host. The session ends with the last of them, never inside an event or a call of an add-in.
     class Turn {
       public:
@@ -84,6 +85,7 @@ class Session : public Host {
     void Deactivate(WindowObject& window);
     bool Close(WindowObject& window, SaveMode mode) override;
     bool Send(WindowObject& window);
+    bool ShowOther(InspectorObject& inspector, ItemObject& item);
     [[nodiscard]] int ActiveNumber() const { return active_; }
     [[nodiscard]] Result TopWindow(WindowKind kind) const override;
 
@@ -125,6 +127,7 @@ class Session : public Host {
     void RestoreBars(WindowObject& window);
     void SaveBars(const WindowObject& window);
     void TakeOff(WindowObject& window);
+    void EndWithoutWindows();
     [[nodiscard]] bool AnyShown() const;
     void EndSession();
     [[nodiscard]] bool EndsFast() const;

@@ -83,6 +83,7 @@ struct Options {
     ClickedControl clicked = ClickedControl::AnotherObject;
     Failures failures = Failures::AsThemselves;
     Prompted prompted = Prompted::Yes;
+    bool heldByClient = false;                       // another program holds the Application (Outlook::ClientLetsGo)
     std::shared_ptr<SavedBars> savedBars = nullptr;  // of an earlier session; none: a fresh profile
     RibbonOptions ribbon = {};
 };

@@ -155,6 +155,26 @@ IN_EVERY_VERSION("the item that the window shows at the time of the click is the
     CHECK(asked);
 }
 
+IN_EVERY_VERSION("a window that has gone on to an item of another kind hands over what it shows, under its letter") {
+    using enum standin::ItemClass;
+    const std::pair<standin::ItemClass, const char*> kinds[] = {{Contact, "C"}, {Task, "T"}, {Appointment, "A"}};
+    for (const auto& [opened, letter] : kinds) {
+        for (const auto& [shown, itsLetter] : kinds) {
+            if (opened == shown) continue;
+            CAPTURE(letter);
+            CAPTURE(itsLetter);
+            Session session({.version = version});
+            session.host.Start();
+            const standin::Window window = session.OpenNew(opened, {{"Subject", "First"}});
+            const standin::Item next = session.host.NewItem(shown, {{"Subject", "Next"}});
+            REQUIRE(session.host.ShowOther(window, next));
+            CHECK(session.host.Click(session.SendButton(window)).sinks == 1);
+            CHECK(List(letter).empty());
+            CHECK(List(itsLetter) == ";" + session.host.EntryId(next));
+        }
+    }
+}
+
 IN_EVERY_VERSION("an item window that was closed lets go of everything of its window") {
     Session session({.version = version});
     session.host.Start();

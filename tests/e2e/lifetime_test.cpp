@@ -196,6 +196,78 @@ TEST_CASE("in Outlook 2000 an Explorer that was open before the add-in came is f
     CHECK(session.host.References() == 0);
 }
 
+IN_VERSIONS("from Outlook 2007 on a window that opens after the last one closed is served as the first was", 12, 14,
+            16) {
+    for (const auto counted : {standin::ClosingWindow::StillCounted, standin::ClosingWindow::NotCounted}) {
+        Session session({.version = version, .closingWindow = counted, .heldByClient = true});
+        session.host.Start();
+        session.host.CloseWindow(session.FirstWindow());
+        CHECK(IsActive());
+        CHECK(session.host.Advises() == 3);  // the application and its two collections: nothing of a window
+
+        const Window contact = session.OpenNew(ItemClass::Contact);
+        CHECK(session.host.Click(session.SendButton(contact)).sinks == 1);
+        CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").size() == 141);
+
+        const Window later = session.host.OpenExplorer();
+        CHECK(session.Popups(later).size() == 1);
+        CHECK(session.OwnControls(later, "103").size() == 1);
+        session.host.CloseWindow(later);
+        session.host.ClientLetsGo();
+        CHECK(session.host.HowItEnded() == e2e::OrderlyEnd(version));
+        CHECK_FALSE(IsActive());
+        CHECK(session.host.References() == 0);
+        CHECK(session.host.Advises() == 0);
+        CHECK(session.host.Complaints().empty());
+    }
+}
+
+TEST_CASE("the ribbon works on in a window that opens after the last one closed") {
+    Session session({.version = 16, .heldByClient = true}, e2e::RibbonIs::Asked);
+    session.host.Start();
+    session.host.CloseWindow(session.FirstWindow());
+    const Window later = session.host.OpenExplorer();
+    CHECK(session.host.FindRibbon(later, "TabMail_mAbout"));
+    CHECK(session.OwnControls(later).empty());
+    User user("OK");
+    CHECK(session.host.ClickRibbon(later, "TabMail_mAbout"));
+    CHECK(user.boxes.size() == 1);
+    CHECK(session.host.Quit() == e2e::OrderlyEnd(16));
+    CHECK(session.host.References() == 0);
+}
+
+IN_VERSIONS("Outlook 2000 to 2003 are let go of with the last window; ticking the add-in anew brings it back", 9, 10,
+            11) {
+    Session session({.version = version, .heldByClient = true});
+    session.host.Start();
+    session.host.CloseWindow(session.FirstWindow());
+    CHECK(session.host.References() == 0);
+    CHECK(session.host.Advises() == 0);
+    const Window later = session.host.OpenExplorer();
+    CHECK(session.OwnControls(later).empty());
+    REQUIRE(session.host.UnloadAddIn(e2e::progId));
+    REQUIRE(session.LoadAddIn());
+    CHECK(session.Popups(later).size() == 1);
+    session.host.CloseWindow(later);
+    CHECK(session.host.References() == 0);
+    session.host.ClientLetsGo();
+    CHECK(session.host.HowItEnded() == e2e::OrderlyEnd(version));
+}
+
+TEST_CASE("a later Outlook whose end would not be heard is let go of with the last window") {
+    const HMODULE library = LoadedLibrary();
+    for (const int version : {12, 16}) {
+        CAPTURE(version);
+        Session session({.version = version, .heldByClient = true});
+        session.host.FailMember("Application.Advise", Fault::Fails(E_FAIL));
+        session.host.Start();
+        session.host.CloseWindow(session.FirstWindow());
+        CHECK(session.host.References() == 0);
+        CHECK(session.host.Advises() == 0);
+    }
+    FreeLibrary(library);
+}
+
 TEST_CASE("when the collections can be connected only once, windows that open later are followed all the same") {
     const HMODULE library = LoadedLibrary();
     const std::pair<const char*, const char*> refused[] = {

@@ -1,7 +1,9 @@
 // The questions with which the debug log starts, as the user meets them: on the add-in's own box, in the host.
 #include <doctest.h>
 
+#include <cctype>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -33,9 +35,9 @@ bool LogExists() { return GetFileAttributesA(LogFile().c_str()) != INVALID_FILE_
 // leaves it again, as with a process of the host's own.
 class Start {
   public:
-    Start(const std::string& active, const std::string& mode) {
+    Start(const std::string& active, const std::string& mode, int version = 11) {
         DeleteFileA(LogFile().c_str());
-        session_.emplace();
+        session_.emplace(standin::Options{.version = version});
         if (!active.empty()) e2e::WriteValue(e2e::addInKey, "Active", active);
         if (!mode.empty()) e2e::WriteValue(e2e::addInKey, "DebugMode", mode);
     }
@@ -187,6 +189,47 @@ TEST_CASE("the question is asked in the host's window, which waits for it") {
     CHECK(start.ownerWaited);
     CHECK(IsWindowEnabled(host));
     DestroyWindow(host);
+}
+
+TEST_CASE("what happens to an Explorer stands in the log, by the names of its procedures") {
+    const auto logOf = [](int version) {
+        Start start("", "1", version);
+        start.With("Cancel");
+        Session& session = start.TheSession();
+        session.host.SwitchFolder(session.FirstWindow(), standin::FolderKind::Contacts);
+        session.OpenNew(standin::ItemClass::Contact);
+        return ReadLog();
+    };
+    for (const int version : {10, 11, 12}) {
+        CAPTURE(version);
+        const std::string log = logOf(version);
+        for (const char* name : {"OpenItem", "objExplorer_Activate", "objExplorer_SelectionChange"}) {
+            CAPTURE(name);
+            CHECK(Holds(log, std::string("<") + name + ">_\r\n"));
+            CHECK(Holds(log, std::string("</") + name + ">\r\n"));
+        }
+        CHECK_FALSE(Holds(log, "<OpenItemOl20>_"));
+    }
+    const std::string log = logOf(9);
+    CHECK(Holds(log, "<OpenItemOl20>_\r\n"));
+    CHECK(Holds(log, "</OpenItemOl20>\r\n"));
+    CHECK_FALSE(Holds(log, "objExplorer_Activate"));
+}
+
+TEST_CASE("what is expected to fail leaves no error in the log") {
+    for (const int version : {9, 10, 11, 12, 16}) {
+        CAPTURE(version);
+        Start start("", "1", version);
+        start.With("Cancel");
+        start.TheSession().OpenNew(standin::ItemClass::Contact);
+        std::istringstream log(ReadLog());
+        for (std::string line; std::getline(log, line);) {
+            const std::size_t begin = line.find_first_not_of(' ');
+            const bool isError = begin != std::string::npos && (line[begin] == '-' || std::isdigit(line[begin]));
+            CAPTURE(line);
+            CHECK_FALSE(isError);
+        }
+    }
 }
 
 TEST_CASE("settings that wait to be written are written, and read anew, whenever menu entries are made") {

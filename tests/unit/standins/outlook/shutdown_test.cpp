@@ -149,6 +149,24 @@ TEST_CASE("closing the last window ends the session, closing another does not") 
     CHECK(host.outlook.HowItEnded() == Ending::AddInsTold);
 }
 
+TEST_CASE("while another program holds it, the session goes on without a window and ends when that lets go") {
+    for (const int version : {9, 10, 11, 12, 14, 15, 16}) {
+        CAPTURE(version);
+        Ended host({.version = version, .heldByClient = true}, false);
+        host.outlook.CloseWindow(host.outlook.Windows().front());
+        CHECK(host.outlook.HowItEnded() == Ending::StillRunning);
+        const standin::Window later = host.outlook.OpenExplorer();
+        host.outlook.ClientLetsGo();
+        CHECK(host.outlook.HowItEnded() == Ending::StillRunning);
+        host.outlook.CloseWindow(later);
+        CHECK(host.outlook.HowItEnded() == (version < 14 ? Ending::AddInsTold : Ending::AddInsNotTold));
+    }
+    Ended host({.heldByClient = true}, false);
+    host.outlook.CloseWindow(host.outlook.Windows().front());
+    host.outlook.ClientLetsGo();
+    CHECK(host.outlook.HowItEnded() == Ending::AddInsTold);
+}
+
 TEST_CASE("Quit closes every window first, each with its Close event") {
     Ended host({.version = 12}, false);
     host.outlook.OpenExplorer();

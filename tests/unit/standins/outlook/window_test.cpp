@@ -26,6 +26,24 @@ Object ArgumentOf(const DISPPARAMS& parameters, UINT place = 0) {
 
 }  // namespace
 
+TEST_CASE("a window goes on to another item, and stays where it is when that is open or refused") {
+    standin::Outlook outlook({.version = 11, .prompted = standin::Prompted::Cancel});
+    outlook.Start();
+    const standin::Item ann = outlook.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
+    const standin::Item visit = outlook.NewItem(standin::ItemClass::Appointment, {{"Subject", "Visit"}});
+    const standin::Item task = outlook.NewItem(standin::ItemClass::Task);
+    const standin::Window window = outlook.OpenInspector(ann);
+    CHECK(outlook.ShowOther(window, visit));
+    CHECK(outlook.View(window).item == visit);
+    CHECK(outlook.Windows().size() == 2);
+    CHECK_FALSE(outlook.ShowOther(window, ann));  // the user does not want to leave a visit that is not saved
+    outlook.SaveItem(visit);
+    outlook.OpenInspector(task);
+    CHECK_FALSE(outlook.ShowOther(window, task));
+    CHECK(outlook.ShowOther(window, ann));
+    CHECK(outlook.View(window).item == ann);
+}
+
 TEST_CASE("ActiveExplorer and ActiveInspector return S_OK and nothing when there is none") {
     const Host host({.startedBy = standin::StartedBy::Automation});
     for (const char* name : {"ActiveExplorer", "ActiveInspector", "ActiveWindow"}) {
