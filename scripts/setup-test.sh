@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# Makes the setup, and an older one that has a file more, and tests them under Wine (tests/setup): installing for one
-# user and for all, upgrading under a running host, failing and being killed at every step, uninstalling.
+# Makes the setup, and an older one that has a file more, and tests them under Wine: scripts/setup-test.sh [CASE...]
+# (tests/setup/setup_test.py lists the cases; all of them when none is named)
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cases=("$@")
+[ $# -gt 0 ] || cases=(user all faults kills finding pages)
 scripts/setup.sh build/setup-dist > build/setup-make.log 2>&1 || { tail -n 40 build/setup-make.log >&2; exit 1; }
-scripts/build.sh win32-release OutlookStandIn standin_corvella > build/setup-host.log 2>&1 ||
+scripts/build.sh win32-release OutlookStandIn standin_corvella setup_obstacle > build/setup-host.log 2>&1 ||
     { tail -n 40 build/setup-host.log >&2; exit 1; }
 setup=$(echo build/setup-dist/*-setup.exe)
 
@@ -19,21 +21,20 @@ makensis -V2 -WX -NOCD "-DSTAGE=$PWD/$older/stage" "-DOUTFILE=$PWD/$older/older-
 size=$(stat -c %s "$setup")
 [ "$size" -le 1048576 ] || { echo "setup-test: the setup takes $size bytes, more than 1 MB" >&2; exit 1; }
 
+# What other tests have registered in the usual prefix is no concern of these.
 . scripts/wine-env.sh
-program=$(find build/win32-release -name OutlookStandIn.exe | head -n 1)
-run() {
-    python3 tests/setup/setup_test.py "$1" "$setup" "$older/older-setup.exe" "$program" \
-        build/win32-release/standins/corvella/Corvella.exe > "build/setup-test-$1.log" 2>&1
-}
-passed=0 failed=0 cases=(user all faults) processes=()
-for case in "${cases[@]}"; do run "$case" & processes+=($!); done
-for i in "${!cases[@]}"; do
-    if wait "${processes[$i]}"; then
-        passed=$((passed + 1))
-    else
-        failed=$((failed + 1))
-        cat "build/setup-test-${cases[$i]}.log"
-    fi
-done
-echo "setup: $passed passed, $failed failed"
+( flock 9; cv_make_fresh_prefix ) 9>build/wine.lock || exit 1
+python3 tests/setup/setup_test.py prepare build/setup-world || { echo "setup-test: Wine could not be prepared" >&2; exit 1; }
+export CV_SETUP_PROGRAMS="$setup $older/older-setup.exe build/win32-release/standins/outlook/program/OutlookStandIn.exe
+    build/win32-release/standins/corvella/Corvella.exe build/win32-release/tests/setup/setup_obstacle.exe"
+rm -f build/setup-test-*.log
+printf '%s\n' "${cases[@]}" | xargs -P "$(nproc)" -I CASE bash -c \
+    'python3 tests/setup/setup_test.py CASE build/setup-world $CV_SETUP_PROGRAMS > build/setup-test-CASE.log 2>&1'
+failed=$?
+if [ "$failed" = 0 ]; then
+    echo "setup: $(cat build/setup-test-*.log | grep -c '^ok ') tests passed"
+else
+    grep -h '^not so\|^failed\|Error' build/setup-test-*.log
+    echo "setup: some tests failed; build/setup-test-CASE.log has the whole"
+fi
 [ "$failed" = 0 ]

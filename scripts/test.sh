@@ -29,4 +29,5 @@ exec 7> >(wine cmd >/dev/null 2>&1)
 ctest --preset win32-release -j "$(nproc)" "${leave_out[@]}" 7>&- || failed=1
 ctest --preset win64-release -j "$(nproc)" "${leave_out[@]}" --tests-regex "$tests64" 7>&- || failed=1
 exec 7>&-
+scripts/setup-test.sh || failed=1
 exit $failed

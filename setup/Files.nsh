@@ -162,6 +162,7 @@ Function UndoInterrupted
     InitPluginsDir
     ${If} ${FileExists} "$INSTDIR\~new\*.*"
         ${Log} "An earlier setup did not come to its end; what it left is put back first."
+        Call PutRegistrationBack
         Call UndoSwap
         CreateDirectory "$INSTDIR"
     ${EndIf}
@@ -179,7 +180,15 @@ Function CloseSwap
     ; Whatever the old list names and the exchange did not move is of the older version alone.
     ${ForEachListed} "$INSTDIR\$OldFolder\files.txt" DeleteObsolete
     RMDir /r "$INSTDIR\~new"
-    RMDir /r /REBOOTOK "$INSTDIR\$OldFolder"
-    DeleteRegValue HKCU "Software\Microsoft\Windows\CurrentVersion\RunOnce" "CVOutlookAddIn"
+    DeleteRegValue HKCU "${RUN_ONCE}" "CVOutlookAddIn"
+    ${If} $AllUsers = 1
+        RMDir /r /REBOOTOK "$INSTDIR\$OldFolder"
+    ${Else}  ; the list of what goes at the restart is the administrator's
+        RMDir /r "$INSTDIR\$OldFolder"
+        ${If} ${FileExists} "$INSTDIR\$OldFolder\*.*"
+            WriteRegStr HKCU "${RUN_ONCE}" "CVOutlookAddIn" \
+                'cmd.exe /d /c rmdir /s /q "$INSTDIR\$OldFolder"'
+        ${EndIf}
+    ${EndIf}
     ClearErrors
 FunctionEnd

@@ -22,6 +22,7 @@ Function ${PREFIX}WriteLog
     Exch $0
     Push $1
     DetailPrint $0
+    ClearErrors  ; of what is being told
     FileOpen $1 $LogFile a
     ${IfNot} ${Errors}
         FileSeek $1 0 END

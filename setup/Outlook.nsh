@@ -11,7 +11,21 @@
     ${EndIf}
 !macroend
 
-; Click-to-Run keeps no InstallRoot on some machines; "Outlook.Application.16" is there in both cases.
+; A Click-to-Run Office has a machine's part of the registry of its own, in which its InstallRoot may stand alone.
+!macro LookForClickToRun VIEW KEY VERSION
+    ${If} $Outlook == ""
+        SetRegView ${VIEW}
+        ReadRegStr $0 HKLM "${KEY}\REGISTRY\MACHINE\Software\Microsoft\Office\${VERSION}.0\Outlook\InstallRoot" "Path"
+        ${If} $0 == ""
+            ReadRegStr $0 HKLM "${KEY}\REGISTRY\MACHINE\Software\Wow6432Node\Microsoft\Office\${VERSION}.0\Outlook\InstallRoot" "Path"
+        ${EndIf}
+        ${If} $0 != ""
+            StrCpy $Outlook ${VERSION}
+        ${EndIf}
+    ${EndIf}
+!macroend
+
+; Where no version has an InstallRoot, "Outlook.Application.16" still tells of one.
 Function FindOutlook
     StrCpy $Outlook ""
     !insertmacro LookForOutlook 64 16
@@ -24,6 +38,10 @@ Function FindOutlook
     !insertmacro LookForOutlook 32 11
     !insertmacro LookForOutlook 32 10
     !insertmacro LookForOutlook 32 9
+    !insertmacro LookForClickToRun 64 "Software\Microsoft\Office\ClickToRun" 16
+    !insertmacro LookForClickToRun 32 "Software\Microsoft\Office\ClickToRun" 16
+    !insertmacro LookForClickToRun 64 "Software\Microsoft\Office\15.0\ClickToRun" 15
+    !insertmacro LookForClickToRun 32 "Software\Microsoft\Office\15.0\ClickToRun" 15
     SetRegView 32
     ${If} $Outlook == ""
         ReadRegStr $0 HKCR "Outlook.Application\CurVer" ""
@@ -63,6 +81,52 @@ FunctionEnd
 !insertmacro RunningFunction ""
 !insertmacro RunningFunction "un."
 
+; Outlook remembers of the ribbon of an add-in that it was valid; a new version may have another one.
+!macro RibbonChecksFunction PREFIX
+Function ${PREFIX}ForgetRibbonChecks
+    StrCpy $0 14
+    StrLen $5 "${PROGID}."
+    ${DoWhile} $0 <= 16
+        StrCpy $1 "Software\Microsoft\Office\$0.0\Common\CustomUIValidationCache"
+        StrCpy $2 0
+        ${Do}
+            EnumRegValue $3 HKCU $1 $2
+            ${If} $3 == ""
+                ${ExitDo}
+            ${EndIf}
+            StrCpy $4 $3 $5
+            ${If} $4 == "${PROGID}."
+                DeleteRegValue HKCU $1 $3
+            ${Else}
+                IntOp $2 $2 + 1
+            ${EndIf}
+        ${Loop}
+        IntOp $0 $0 + 1
+    ${Loop}
+    ClearErrors
+FunctionEnd
+!macroend
+!insertmacro RibbonChecksFunction ""
+!insertmacro RibbonChecksFunction "un."
+
+; What Outlook itself has written down about the add-in for this user, and would remember of the next one.
+Function un.ForgetOutlooksNotes
+    Call un.ForgetRibbonChecks
+    StrCpy $0 9
+    ${DoWhile} $0 <= 16
+        StrCpy $1 "Software\Microsoft\Office\$0.0\Outlook"
+        DeleteRegKey HKCU "$1\Addins\${PROGID}"
+        DeleteRegValue HKCU "$1\AddInLoadTimes" "${PROGID}"
+        DeleteRegValue HKCU "$1\Resiliency\CrashingAddinList" "${PROGID}"
+        DeleteRegValue HKCU "$1\Resiliency\DoNotDisableAddinList" "${PROGID}"
+        DeleteRegValue HKCU "$1\Resiliency\AddinList" "${PROGID}"
+        DeleteRegValue HKCU "$1\Resiliency\NotificationReminderAddinData" "${PROGID}"
+        DeleteRegValue HKCU "$1\Resiliency\NotificationReminderAddinData" "${PROGID}\dtype"
+        IntOp $0 $0 + 1
+    ${Loop}
+    ClearErrors
+FunctionEnd
+
 ; $Corvella stays as the command line has it; else it is the registered folder that really holds Corvella.exe.
 Function FindCorvella
     ${If} $Corvella != ""
@@ -72,6 +136,12 @@ Function FindCorvella
     ReadRegStr $0 HKCU "${CORVELLA_KEY}" "Path"
     ${IfNot} ${FileExists} "$0\Corvella.exe"
         ReadRegStr $0 HKLM "${CORVELLA_KEY}" "Path"
+    ${EndIf}
+    ${IfNot} ${FileExists} "$0\Corvella.exe"
+    ${AndIf} ${RunningX64}
+        SetRegView 64
+        ReadRegStr $0 HKLM "${CORVELLA_KEY}" "Path"
+        SetRegView 32
     ${EndIf}
     ${If} ${FileExists} "$0\Corvella.exe"
         StrCpy $Corvella $0

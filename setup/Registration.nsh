@@ -4,13 +4,10 @@
 !define CLASS_KEY "Software\Classes\CLSID\${CLSID}"
 !define PROGRAM_KEY "Software\Classes\${PROGID}"
 !define ADDIN_KEY "Software\Microsoft\Office\Outlook\Addins\${PROGID}"
-!define RUN_ONCE "Software\Microsoft\Windows\CurrentVersion\RunOnce"
 
-Var Class32      ; the DLL that was registered before, in each view; empty: none
-Var Class64
-Var Load32       ; LoadBehavior as it was; empty: no add-in key
-Var Load64
-Var HadEntry     ; 1: Apps and Features had an entry of this scope
+; The registration as it was before, whole keys below this one, until the setup has come to its end. The value "complete"
+; is written last: a copy without it is of a setup that had changed nothing yet.
+!define BEFORE "Software\CVOutlookAddIn Setup"
 
 !macro WriteClass ROOT VIEW LIBRARY
     SetRegView ${VIEW}
@@ -35,12 +32,47 @@ Var HadEntry     ; 1: Apps and Features had an entry of this scope
     DeleteRegKey ${ROOT} "${PROGRAM_KEY}"
 !macroend
 
-!macro DeleteAddIn ROOT VIEW
-    SetRegView ${VIEW}
-    DeleteRegKey ${ROOT} "${ADDIN_KEY}"
+!macro DeleteEmptyOffice ROOT
     DeleteRegKey /ifempty ${ROOT} "Software\Microsoft\Office\Outlook\Addins"
     DeleteRegKey /ifempty ${ROOT} "Software\Microsoft\Office\Outlook"
     DeleteRegKey /ifempty ${ROOT} "Software\Microsoft\Office"
+!macroend
+
+!macro DeleteAddIn ROOT VIEW
+    SetRegView ${VIEW}
+    DeleteRegKey ${ROOT} "${ADDIN_KEY}"
+    !insertmacro DeleteEmptyOffice ${ROOT}
+!macroend
+
+; The machine's part has a value for the add-in of each bitness.
+!macro WriteCorvellasFolder ROOT FOLDER
+    ${If} ${RunningX64}
+        SetRegView 64
+        WriteRegStr ${ROOT} "${CORVELLA_KEY}" "Path" "${FOLDER}"
+    ${EndIf}
+    SetRegView 32
+    WriteRegStr ${ROOT} "${CORVELLA_KEY}" "Path" "${FOLDER}"
+!macroend
+
+!macro DeleteCorvellasFolderIn ROOT VIEW
+    SetRegView ${VIEW}
+    DeleteRegValue ${ROOT} "${CORVELLA_KEY}" "Path"
+    DeleteRegKey /ifempty ${ROOT} "${CORVELLA_KEY}"
+    DeleteRegKey /ifempty ${ROOT} "Software\Quillmark"
+!macroend
+
+!macro DeleteCorvellasFolder ROOT
+    ${If} ${RunningX64}
+        !insertmacro DeleteCorvellasFolderIn ${ROOT} 64
+    ${EndIf}
+    !insertmacro DeleteCorvellasFolderIn ${ROOT} 32
+!macroend
+
+; Windows has the machine's list of programs in any case, the user's only with the first entry.
+!macro DeleteEmptyList ROOT
+    ${If} "${ROOT}" == "HKCU"
+        DeleteRegKey /ifempty HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+    ${EndIf}
 !macroend
 
 !macro DeleteEmptyClasses
@@ -73,52 +105,90 @@ Var HadEntry     ; 1: Apps and Features had an entry of this scope
     ClearErrors
 !macroend
 
-!macro RememberIn ROOT
-    SetRegView 32
-    ReadRegStr $Class32 ${ROOT} "${CLASS_KEY}\InprocServer32" ""
-    ReadRegDWORD $Load32 ${ROOT} "${ADDIN_KEY}" "LoadBehavior"
-    ReadRegStr $0 ${ROOT} "${UNINSTALL_KEY}" "DisplayName"
-    StrCpy $HadEntry 0
-    ${If} $0 != ""
-        StrCpy $HadEntry 1
+!define HANDLE_HKCU 0x80000001
+!define HANDLE_HKLM 0x80000002
+!define VIEW_32 0  ; what a 32-bit program sees by itself
+!define VIEW_64 0x100
+!define READ 0x20019
+!define WRITE 0x20006
+
+; Copies a key with everything below it, where there is one. $R9 becomes 1 where that fails.
+!macro CopyKey ROOT FROM_VIEW FROM TO_VIEW TO
+    System::Call 'advapi32::RegOpenKeyExW(p ${HANDLE_${ROOT}}, w "${FROM}", i 0, i ${READ}|${VIEW_${FROM_VIEW}}, *p 0 r1) i.r0'
+    ${If} $0 = 0
+        System::Call 'advapi32::RegCreateKeyExW(p ${HANDLE_${ROOT}}, w "${TO}", i 0, p 0, i 0, \
+            i ${READ}|${WRITE}|${VIEW_${TO_VIEW}}, p 0, *p 0 r2, p 0) i.r0'
+        ${If} $0 = 0
+            System::Call 'shlwapi::SHCopyKeyW(p r1, p 0, p r2, i 0) i.r0'
+            System::Call 'advapi32::RegCloseKey(p r2)'
+        ${EndIf}
+        System::Call 'advapi32::RegCloseKey(p r1)'
+        ${If} $0 <> 0
+            StrCpy $R9 1
+        ${EndIf}
     ${EndIf}
-    ${If} ${RunningX64}
-        SetRegView 64
-        ReadRegStr $Class64 ${ROOT} "${CLASS_KEY}\InprocServer32" ""
-        ReadRegDWORD $Load64 ${ROOT} "${ADDIN_KEY}" "LoadBehavior"
-        SetRegView 32
-    ${EndIf}
-    ClearErrors
 !macroend
 
-!macro PutBackOne ROOT VIEW CLASS LOAD
-    ${If} ${CLASS} == ""
-        !insertmacro DeleteClass ${ROOT} ${VIEW}
-    ${Else}
-        !insertmacro WriteClass ${ROOT} ${VIEW} ${CLASS}
+!macro RememberView ROOT VIEW
+    !insertmacro CopyKey ${ROOT} ${VIEW} "${CLASS_KEY}" 32 "${BEFORE}\class ${VIEW}"
+    !insertmacro CopyKey ${ROOT} ${VIEW} "${PROGRAM_KEY}" 32 "${BEFORE}\program ${VIEW}"
+    !insertmacro CopyKey ${ROOT} ${VIEW} "${ADDIN_KEY}" 32 "${BEFORE}\add-in ${VIEW}"
+!macroend
+
+!macro RememberIn ROOT
+    StrCpy $R9 0
+    SetRegView 32
+    DeleteRegKey ${ROOT} "${BEFORE}"
+    !insertmacro RememberView ${ROOT} 32
+    ${If} ${RunningX64}
+        !insertmacro RememberView ${ROOT} 64
     ${EndIf}
-    ${If} ${LOAD} == ""
-        !insertmacro DeleteAddIn ${ROOT} ${VIEW}
-    ${Else}
-        SetRegView ${VIEW}
-        WriteRegDWORD ${ROOT} "${ADDIN_KEY}" "LoadBehavior" ${LOAD}
+    !insertmacro CopyKey ${ROOT} 32 "${UNINSTALL_KEY}" 32 "${BEFORE}\entry"
+    ClearErrors
+    WriteRegDWORD ${ROOT} "${BEFORE}" "complete" 1
+    ${If} ${Errors}
+    ${OrIf} $R9 = 1
+        DeleteRegKey ${ROOT} "${BEFORE}"
+        ${Fail} "the registry refuses the copy of what is registered"
     ${EndIf}
+!macroend
+
+; A key as it was, or no key.
+!macro PutKeyBack ROOT VIEW KEY COPY
+    SetRegView ${VIEW}
+    DeleteRegKey ${ROOT} "${KEY}"
+    SetRegView 32
+    !insertmacro CopyKey ${ROOT} 32 "${BEFORE}\${COPY}" ${VIEW} "${KEY}"
+!macroend
+
+!macro PutViewBack ROOT VIEW
+    !insertmacro PutKeyBack ${ROOT} ${VIEW} "${CLASS_KEY}" "class ${VIEW}"
+    !insertmacro PutKeyBack ${ROOT} ${VIEW} "${PROGRAM_KEY}" "program ${VIEW}"
+    !insertmacro PutKeyBack ${ROOT} ${VIEW} "${ADDIN_KEY}" "add-in ${VIEW}"
+    SetRegView ${VIEW}
+    !insertmacro DeleteEmptyOffice ${ROOT}
+    SetRegView 32
 !macroend
 
 ; The view of 64 bits first: what the two share is written last for the other, as it was read.
 !macro PutBackIn ROOT
-    ${If} ${RunningX64}
-        !insertmacro PutBackOne ${ROOT} 64 $Class64 $Load64
-    ${EndIf}
-    !insertmacro PutBackOne ${ROOT} 32 $Class32 $Load32
     SetRegView 32
-    !insertmacro DeleteEmptyClasses
-    ${If} $HadEntry = 0
-        DeleteRegKey ${ROOT} "${UNINSTALL_KEY}"
+    ReadRegDWORD $0 ${ROOT} "${BEFORE}" "complete"
+    ${If} $0 = 1
+        ${If} ${RunningX64}
+            !insertmacro PutViewBack ${ROOT} 64
+        ${EndIf}
+        !insertmacro PutViewBack ${ROOT} 32
+        !insertmacro DeleteEmptyClasses
+        !insertmacro PutKeyBack ${ROOT} 32 "${UNINSTALL_KEY}" "entry"
+        !insertmacro DeleteEmptyList ${ROOT}
+        ReadRegDWORD $0 ${ROOT} "${BEFORE}" "WrotePath"
+        ${If} $0 = 1
+            !insertmacro DeleteCorvellasFolder ${ROOT}
+        ${EndIf}
     ${EndIf}
+    DeleteRegKey ${ROOT} "${BEFORE}"
 !macroend
-
-Var Remembered  ; 1: the registry may have to be put back
 
 Function RememberRegistration
     ${If} $AllUsers = 1
@@ -126,17 +196,25 @@ Function RememberRegistration
     ${Else}
         !insertmacro RememberIn HKCU
     ${EndIf}
-    StrCpy $Remembered 1
+    ClearErrors
 FunctionEnd
 
+; Of this setup, or of one that was ended in the middle.
 Function PutRegistrationBack
-    ${If} $Remembered != 1
-        Return
-    ${EndIf}
     ${If} $AllUsers = 1
         !insertmacro PutBackIn HKLM
     ${Else}
         !insertmacro PutBackIn HKCU
+    ${EndIf}
+    ClearErrors
+FunctionEnd
+
+Function ForgetRegistration
+    SetRegView 32
+    ${If} $AllUsers = 1
+        DeleteRegKey HKLM "${BEFORE}"
+    ${Else}
+        DeleteRegKey HKCU "${BEFORE}"
     ${EndIf}
     ClearErrors
 FunctionEnd
@@ -161,9 +239,13 @@ Function Register
     ${If} ${Errors}
         ${Fail} "the registry refuses the registration"
     ${EndIf}
+FunctionEnd
+
+Function TakeOver
     ${If} $AllUsers = 1
         !insertmacro TakeOverFromUser
     ${EndIf}
+    ClearErrors
 FunctionEnd
 
 !macro WriteEntryIn ROOT SCOPE
@@ -179,11 +261,16 @@ FunctionEnd
     WriteRegDWORD ${ROOT} "${UNINSTALL_KEY}" "NoModify" 1
     WriteRegDWORD ${ROOT} "${UNINSTALL_KEY}" "NoRepair" 1
     ; Corvella's folder is written where nobody has registered one, and remembered to be taken away again.
+    ${If} ${Errors}
+        ${Fail} "the registry refuses the entry in the list of programs"
+    ${EndIf}
     ReadRegStr $0 ${ROOT} "${CORVELLA_KEY}" "Path"
+    ClearErrors
     ${If} $0 == ""
     ${AndIf} $Corvella != ""
-        WriteRegStr ${ROOT} "${CORVELLA_KEY}" "Path" "$Corvella"
         WriteRegDWORD ${ROOT} "${UNINSTALL_KEY}" "WrotePath" 1
+        WriteRegDWORD ${ROOT} "${BEFORE}" "WrotePath" 1
+        !insertmacro WriteCorvellasFolder ${ROOT} "$Corvella"
     ${EndIf}
 !macroend
 
@@ -195,5 +282,7 @@ Function WriteUninstallEntry
     ${Else}
         !insertmacro WriteEntryIn HKCU CurrentUser
     ${EndIf}
-    ClearErrors
+    ${If} ${Errors}
+        ${Fail} "the registry refuses Corvella's folder"
+    ${EndIf}
 FunctionEnd

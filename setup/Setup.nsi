@@ -28,6 +28,7 @@ ManifestDPIAware true
 !define PUBLISHER "the Corvella developers"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\CVOutlookAddIn"
 !define CORVELLA_KEY "Software\Quillmark\Corvella"
+!define RUN_ONCE "Software\Microsoft\Windows\CurrentVersion\RunOnce"
 
 ; Exit codes, as docs/installing.md has them.
 !define DONE 0
@@ -189,7 +190,11 @@ Function DecideSilently
     ${EndIf}
     ${If} $Outlook == ""
     ${OrIf} $Outlook == "new"
-        ${Log} "There is no Outlook that loads add-ins. /Force installs all the same."
+        ${If} $Outlook == "new"
+            ${Log} "There is only the new Outlook, which loads no COM add-ins. /Force installs all the same."
+        ${Else}
+            ${Log} "There is no Outlook. /Force installs all the same."
+        ${EndIf}
         SetErrorLevel ${WRONG_OUTLOOK}
         Call SayWhereTheLogIs
         Abort
@@ -227,6 +232,7 @@ Section
     ${If} $OtherScope != ""
         ${Log} "Beside it version $OtherVersion is installed in $OtherScope, for the other scope."
     ${EndIf}
+    ${Failing} "start"
     Call UndoInterrupted
     Call Unpack
     ${Failing} "unpack"
@@ -236,7 +242,11 @@ Section
     Call Register
     ${Failing} "register"
     Call WriteUninstallEntry
+    ${Failing} "entry"
+    Call TakeOver
     Call CloseSwap
+    Call ForgetRegistration
+    Call ForgetRibbonChecks
     SetErrorLevel ${DONE}
     ${If} $Running = 1
         ${Log} "Outlook runs: it takes the new version at its next start."

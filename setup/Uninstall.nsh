@@ -53,16 +53,27 @@ Function un.DeleteOne
     ClearErrors
 FunctionEnd
 
+; ~gone, and what upgrades left while a program used it.
 Function un.RemoveLater
-    ${IfNot} ${FileExists} "$INSTDIR\~gone\*.*"
-        Return
-    ${EndIf}
-    ${If} $AllUsers = 1
-        RMDir /r /REBOOTOK "$INSTDIR\~gone"
-        RMDir /REBOOTOK "$INSTDIR"
-    ${Else}  ; the list of what goes at the restart is the administrator's
-        WriteRegStr HKCU "${RUN_ONCE}" "CVOutlookAddIn" \
-            'cmd.exe /d /c rmdir /s /q "$INSTDIR\~gone" & rmdir "$INSTDIR"'
+    StrCpy $2 ""
+    FindFirst $0 $1 "$INSTDIR\~*"
+    ${DoWhile} $1 != ""
+        RMDir /r "$INSTDIR\$1"
+        ${If} ${FileExists} "$INSTDIR\$1\*.*"
+            StrCpy $2 '$2rmdir /s /q "$INSTDIR\$1" & '
+            ${If} $AllUsers = 1
+                RMDir /r /REBOOTOK "$INSTDIR\$1"
+            ${EndIf}
+        ${EndIf}
+        FindNext $0 $1
+    ${Loop}
+    FindClose $0
+    ${If} $2 != ""
+        ${If} $AllUsers = 1
+            RMDir /REBOOTOK "$INSTDIR"
+        ${Else}  ; the list of what goes at the restart is the administrator's
+            WriteRegStr HKCU "${RUN_ONCE}" "CVOutlookAddIn" 'cmd.exe /d /c $2rmdir "$INSTDIR"'
+        ${EndIf}
     ${EndIf}
     ClearErrors
 FunctionEnd
@@ -94,15 +105,11 @@ FunctionEnd
 !macro UninstallFrom ROOT
     ReadRegDWORD $0 ${ROOT} "${UNINSTALL_KEY}" "WrotePath"
     ${If} $0 = 1
-        DeleteRegValue ${ROOT} "${CORVELLA_KEY}" "Path"
-        DeleteRegKey /ifempty ${ROOT} "${CORVELLA_KEY}"
-        DeleteRegKey /ifempty ${ROOT} "Software\Quillmark"
+        !insertmacro DeleteCorvellasFolder ${ROOT}
     ${EndIf}
     !insertmacro UnregisterIn ${ROOT}
     DeleteRegKey ${ROOT} "${UNINSTALL_KEY}"
-    ${If} "${ROOT}" == "HKCU"
-        DeleteRegKey /ifempty HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall"
-    ${EndIf}
+    !insertmacro DeleteEmptyList ${ROOT}
 !macroend
 
 Section Uninstall
@@ -122,12 +129,12 @@ Section Uninstall
     CopyFiles /SILENT "$INSTDIR\files.txt" "$PLUGINSDIR\files.txt"
     StrCpy $R5 0
     ${ForEachListed} "$PLUGINSDIR\files.txt" un.DeleteOne
-    ; What earlier versions left, and the log that the add-in keeps beside its DLL.
-    RMDir /r "$INSTDIR\~new"
-    RMDir /r "$INSTDIR\~old"
+    ; The log that the add-in keeps beside its DLL.
     Delete "$INSTDIR\CorvellaAddIn.dbg.xml"
     Delete "$INSTDIR\x64\CorvellaAddIn.dbg.xml"
+    DeleteRegValue HKCU "${RUN_ONCE}" "CVOutlookAddIn"
     Call un.RemoveLater
+    Call un.ForgetOutlooksNotes
     !insertmacro RemoveEmptyFolders
     ${If} $Settings = 1
         Call un.DeleteSettings

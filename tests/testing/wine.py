@@ -45,18 +45,22 @@ class Display:
 
 class Prefix:
     """A Wine prefix with a registry of its own, a copy of the usual one's, so that no other test writes into it. The
-    files are the usual ones."""
+    files are the usual ones. `copy_of` names another prefix to copy instead, whose files are then the copy's own: what
+    programs make, replace or delete there stays there."""
 
-    def __init__(self, folder, display=None):
+    def __init__(self, folder, display=None, copy_of=None):
         # The usual environment, made ready by the script that every program starts with.
         told = subprocess.run(["bash", "-c", f". '{ROOT}/scripts/wine-env.sh' && env -0"], capture_output=True, text=True,
                               check=True).stdout
         self.environment = dict(line.split("=", 1) for line in told.split("\0") if line)
-        shared = pathlib.Path(self.environment["WINEPREFIX"])
+        shared = pathlib.Path(copy_of or self.environment["WINEPREFIX"])
         self.folder = pathlib.Path(folder) / "prefix"
         self.folder.mkdir()
-        for name in ("drive_c", "dosdevices"):
-            (self.folder / name).symlink_to(shared / name)
+        for name, options in (("drive_c", "-al"), ("dosdevices", "-a")):  # Wine replaces its files
+            if copy_of:
+                subprocess.run(["cp", options, shared / name, self.folder / name], check=True)
+            else:
+                (self.folder / name).symlink_to(shared / name)
         for name in ("system.reg", "user.reg", "userdef.reg", ".update-timestamp"):
             shutil.copy(shared / name, self.folder)
         self.environment["WINEPREFIX"] = str(self.folder)
