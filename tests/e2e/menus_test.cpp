@@ -5,12 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "e2e/OwnLanguage.h"
 #include "e2e/Session.h"
 #include "testing/MenuTable.h"
-#include "testing/TempFolder.h"
 #include "testing/Versions.h"
 #include "unit/standins/outlook/client.h"
 
+using e2e::OwnLanguage;
 using e2e::Session;
 using standin::ControlView;
 using standin::FolderKind;
@@ -18,30 +19,8 @@ using standin::Window;
 
 namespace {
 
-// A user whose language file is this text. The library comes fresh into the process and leaves it again, because it
-// reads its language once.
-class Language {
-  public:
-    explicit Language(const std::string& text) {
-        REQUIRE(e2e::UnloadLibrary());
-        folder_.Write("Own.lng", text);
-        folder_.Write("corvella.ini", "[Settings]\r\nLanguage=" + folder_.Path("Own.lng") + "\r\n");
-    }
-    ~Language() { CHECK(e2e::UnloadLibrary()); }
-    Language(const Language&) = delete;
-    Language& operator=(const Language&) = delete;
-
-    void Start(Session& session) const {
-        e2e::WriteValue("Software\\Quillmark\\Corvella", "IniFiles", folder_.Path());
-        session.host.Start();
-    }
-
-  private:
-    TempFolder folder_;
-};
-
 std::vector<std::string> CaptionsWith(const std::string& languageFile, int version) {
-    const Language language(languageFile);
+    const OwnLanguage language(languageFile);
     Session session({.version = version});
     language.Start(session);
     std::vector<std::string> captions;

@@ -11,6 +11,7 @@
 
 #include "e2e/RecordedCorvella.h"
 #include "e2e/Session.h"
+#include "outlook/RibbonHost.h"
 
 using e2e::RecordedCorvella;
 using e2e::RibbonIs;
@@ -112,6 +113,42 @@ class Callbacks {
   private:
     IDispatch* object_;
 };
+
+// What a method of Application returns, by its number.
+class Found {
+  public:
+    Found(Session& session, DISPID method) {
+        IDispatch* application = session.host.Application();
+        DISPPARAMS none{};
+        application->Invoke(method, IID_NULL, 0, DISPATCH_METHOD, &none, &object_, nullptr, nullptr);
+        application->Release();
+        REQUIRE(object_.vt == VT_DISPATCH);
+        REQUIRE(object_.pdispVal);
+    }
+    ~Found() { VariantClear(&object_); }
+    Found(const Found&) = delete;
+    Found& operator=(const Found&) = delete;
+    [[nodiscard]] IDispatch* Get() const { return object_.pdispVal; }
+
+  private:
+    VARIANT object_{};
+};
+constexpr DISPID activeExplorer = 0x111, activeInspector = 0x112;
+
+// How many characters of XML the host is given for a ribbon; -1 where it is refused.
+int LengthOfXml(IDispatch* addIn, const wchar_t* ribbonId) {
+    constexpr IID extensibilityId{0x000C0396, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+    standin::RibbonExtensibility* extensibility = nullptr;
+    REQUIRE(addIn->QueryInterface(extensibilityId, reinterpret_cast<void**>(&extensibility)) == S_OK);
+    const BSTR id = SysAllocString(ribbonId);
+    BSTR xml = nullptr;
+    const HRESULT status = extensibility->GetCustomUI(id, &xml);
+    const int length = FAILED(status) ? -1 : static_cast<int>(SysStringLen(xml));
+    SysFreeString(xml);
+    SysFreeString(id);
+    extensibility->Release();
+    return length;
+}
 
 void CheckNothingHappened(RecordedCorvella& corvella) {
     CHECK(corvella.StartsLater().empty());
@@ -234,34 +271,72 @@ TEST_CASE("in a window that is none of the command's, or no window at all, nothi
     CheckNothingHappened(corvella);
 }
 
-TEST_CASE("before the host has taken the ribbon nothing happens") {
+TEST_CASE("before the host has taken the ribbon nothing happens, in whatever window") {
     Session session({.version = 16, .ribbon = {.refuseAll = true}}, RibbonIs::Asked);
     RecordedCorvella corvella;
     corvella.Install();
     session.host.Start();
-    Callbacks(session).CheckAllNeutral(nullptr);
+    session.host.SwitchFolder(session.FirstWindow(), FolderKind::Contacts);
+    session.host.Select(session.FirstWindow(), {session.host.AddItem(FolderKind::Contacts)});
+    session.OpenNew(ItemClass::Contact);
+    const Found explorer(session, activeExplorer), inspector(session, activeInspector);
+    const Callbacks ribbon(session);
+    for (IDispatch* context : {static_cast<IDispatch*>(nullptr), explorer.Get(), inspector.Get()})
+        ribbon.CheckAllNeutral(context);
     CheckNothingHappened(corvella);
 }
 
-TEST_CASE("after the user has unloaded the add-in, and after Outlook has ended, nothing happens") {
+TEST_CASE("as long as the host has not taken the ribbon, nothing of it is asked for again") {
+    for (const standin::RibbonOptions& options :
+         {standin::RibbonOptions{.refuseAll = true}, standin::RibbonOptions{.asked = standin::RibbonAsked::Never}}) {
+        Session session({.version = 16, .ribbon = options}, RibbonIs::Asked);
+        session.host.Record();
+        session.host.Start();
+        session.host.SwitchFolder(session.FirstWindow(), FolderKind::Contacts);
+        session.host.Select(session.FirstWindow(), {session.host.AddItem(FolderKind::Contacts)});
+        for (const std::string& line : session.host.Transcript())
+            CHECK_MESSAGE(line.find("Invalidate") == std::string::npos, line);
+        CHECK(session.host.Complaints().empty());
+    }
+}
+
+TEST_CASE("what changed before the ribbon was first looked at is seen right at the first look") {
+    for (const int version : {14, 15, 16}) {
+        CAPTURE(version);
+        Session session({.version = version, .startFolder = FolderKind::Contacts}, RibbonIs::Asked);
+        session.host.AddItem(FolderKind::Contacts);
+        session.host.Start();
+        const Window window = session.FirstWindow();
+        session.host.Select(window, session.host.ItemsIn(FolderKind::Contacts));
+        CHECK(session.host.FindRibbon(window, "TabContacts_ButtonSendToPhone").enabled);
+        CHECK(session.host.Complaints().empty());
+    }
+}
+
+TEST_CASE("after the user has unloaded the add-in, and after Outlook has ended, nothing happens in whatever window") {
     for (const bool unloaded : {true, false}) {
         CAPTURE(unloaded);
         Session session({.version = 16}, RibbonIs::Asked);
         RecordedCorvella corvella;
         corvella.Install();
         session.host.Start();
+        session.OpenNew(ItemClass::Contact);
+        const Found explorer(session, activeExplorer), inspector(session, activeInspector);
         const Callbacks ribbon(session);
+        CHECK(LengthOfXml(ribbon.Get(), L"Microsoft.Outlook.Contact") > 100);
         if (unloaded) {
             session.host.UnloadAddIn(e2e::progId);
         } else {
             session.host.Quit();
         }
-        ribbon.CheckAllNeutral(nullptr);
+        for (IDispatch* context : {static_cast<IDispatch*>(nullptr), explorer.Get(), inspector.Get()})
+            ribbon.CheckAllNeutral(context);
         CheckNothingHappened(corvella);
         // The host asks once more, and tells once more that it has taken a ribbon.
+        CHECK(LengthOfXml(ribbon.Get(), L"Microsoft.Outlook.Contact") == 0);
         Given ui("", nullptr);
         ribbon.CheckNeutral("OnExplorerRibbonLoad", &ui);
-        ribbon.CheckAllNeutral(nullptr);
+        ribbon.CheckAllNeutral(explorer.Get());
         CheckNothingHappened(corvella);
     }
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "e2e/OwnLanguage.h"
 #include "e2e/RecordedCorvella.h"
 #include "e2e/Session.h"
 #include "e2e/User.h"
@@ -329,6 +330,48 @@ TEST_CASE("two hundred windows are opened, each with its button, and closed agai
     session.host.Quit();
     CHECK(session.host.References() == 0);
     CHECK(session.host.Advises() == 0);
+}
+
+TEST_CASE("whatever the language file says, the host takes every ribbon and each control can be read") {
+    const std::string hostile[] = {"",
+                                   " ",
+                                   "&",
+                                   "&&&&",
+                                   "<button id=\"x\"/>",
+                                   "\" onLoad=\"Another",
+                                   "]]></customUI>",
+                                   "&amp;&#0;&#x1F;",
+                                   "<!-- <![CDATA[ <?xml",
+                                   "\x01\x02\x7F\x81\x8D",
+                                   "%s%n%x",
+                                   std::string(5000, '&'),
+                                   std::string(5000, '\"')};
+    int number = 0;
+    for (const std::string& text : hostile) {
+        CAPTURE(text.substr(0, 40));
+        std::string file = "[OutlookAddIn]\r\n";
+        for (const MenuRow& row : menuTable) file += std::string(row.key) + "=" + text + "\r\n";
+        for (const char* key : {"Buttonsync", "ButtonSendToPhone", "ButtonUpdate"}) {
+            file += key;
+            file += "=" + text + "\r\n";
+        }
+        const e2e::OwnLanguage language(file);
+        Session session({.version = ribbonVersions[number++ % 3]}, RibbonIs::Asked);
+        language.Start(session);
+        const Window window = session.FirstWindow();
+        session.host.SwitchFolder(window, FolderKind::Contacts);
+        const RibbonGroupView group = OwnGroup(session, window, "TabContacts");
+        REQUIRE(group.controls.size() == 3);
+        CHECK(Labels(group.controls[0].controls).size() == std::size(menuTable) + 5);  // with the lines between them
+        for (const std::string& label : Labels(group.controls[0].controls)) CHECK_FALSE(label.empty());
+        CHECK_FALSE(group.controls[1].label.empty());
+        CHECK_FALSE(group.controls[2].label.empty());
+        const Window contact = session.OpenNew(ItemClass::Contact);
+        CHECK_FALSE(session.host.FindRibbon(contact, "TabContact_ButtonUpdate").label.empty());
+        CHECK(session.host.RibbonErrors() == nothing);
+        CHECK(session.host.Complaints() == nothing);
+        CHECK_FALSE(HasBarControls(session, window));
+    }
 }
 
 TEST_CASE("whenever the host asks for the ribbon, the user has it and no command bars") {

@@ -1,5 +1,6 @@
 // testing/ImportPatch.h: puts functions of a test in place of those that a loaded module imports by name, for as long
-// as it lives. The module's own code stays as it is, and so does everything that Windows does for itself.
+// as it lives. The module's own code stays as it is, and so does everything that Windows does for itself. The module is
+// of this process, so its pointers are as long as the test's own.
 #pragma once
 #include <windows.h>
 
@@ -37,15 +38,16 @@ class ImportPatch {
     int ReplaceOne(HMODULE module, const Import& import) {
         auto* base = reinterpret_cast<BYTE*>(module);
         const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
-        const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS32*>(base + dos->e_lfanew);
+        const auto* nt = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
         const DWORD table = nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
         int found = 0;
         for (const auto* from = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + table); from->Name; ++from) {
             if (lstrcmpiA(reinterpret_cast<const char*>(base + from->Name), import.library) != 0) continue;
-            const auto* names = reinterpret_cast<const DWORD*>(base + from->OriginalFirstThunk);
+            const auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + from->OriginalFirstThunk);
             auto* places = reinterpret_cast<void**>(base + from->FirstThunk);
-            for (; *names; ++names, ++places) {
-                const auto* name = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + *names);
+            for (; names->u1.AddressOfData; ++names, ++places) {
+                if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
+                const auto* name = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
                 if (lstrcmpA(reinterpret_cast<const char*>(name->Name), import.name) != 0) continue;
                 DWORD former = 0;
                 VirtualProtect(places, sizeof *places, PAGE_READWRITE, &former);

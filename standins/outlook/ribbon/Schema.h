@@ -13,7 +13,7 @@ namespace standin::ribbon {
 
 struct Rules {
     int version = 14;
-    std::vector<std::string> missingIds;  // built-in names that this host has not, against the lists
+    std::vector<std::string> missingIds = {};  // built-in names that this host has not, against the lists
 };
 
 // What is wrong with it, a line each, as Office's developer messages put it; empty when it is taken.
