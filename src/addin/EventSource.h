@@ -12,6 +12,7 @@
 
 class EventSource {
   public:
+    // Holds `object` and brings its events to the listener, in place of what it held.
     template <class Listener, std::size_t count>
     void Attach(platform::Dispatch object, const platform::InterfaceId& events,
                 const std::shared_ptr<Listener>& listener, const platform::EventHandler<Listener> (&handlers)[count]) {
@@ -24,6 +25,7 @@ class EventSource {
         connection_.End();
         object_.Reset();
     }
+    // Empty while nothing is attached. Not connected: the object is held without its events.
     [[nodiscard]] const platform::Dispatch& Object() const noexcept { return object_; }
     [[nodiscard]] bool Connected() const noexcept { return static_cast<bool>(connection_); }
 

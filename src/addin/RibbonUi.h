@@ -15,11 +15,13 @@ class RibbonUi {
     // Offers a ribbon to Outlook 2010 and later, of that major version.
     explicit RibbonUi(std::int32_t outlookVersion);
 
+    // Whether this host may ask for a ribbon at all, and whether it has taken the one of such windows.
     [[nodiscard]] bool Offered() const { return offered_; }
     [[nodiscard]] bool Serves(RibbonXml::Kind kind) const { return static_cast<bool>(UiOf(kind)); }
     // The host has been given the XML, but has not taken it.
     [[nodiscard]] bool Refused(RibbonXml::Kind kind) const;
 
+    // The host has asked for the XML; it has taken it and hands us its object for it.
     void Given(RibbonXml::Kind kind);
     void Loaded(RibbonXml::Kind kind, const platform::Dispatch& ui);
     // The host asks anew whether the selection can be sent to the phone, in every Explorer.

@@ -19,6 +19,7 @@ class WatchedWindow;
 
 class WindowListener {
   public:
+    // Comes while the host still closes the window, which is released already.
     virtual void WindowClosed(const std::shared_ptr<WatchedWindow>& window) = 0;
 
   protected:
@@ -27,12 +28,16 @@ class WindowListener {
 
 class WatchedWindow final : public std::enable_shared_from_this<WatchedWindow> {
   public:
+    // An Explorer, or an Inspector of an item of that class; the wrapper may be none.
     explicit WatchedWindow(std::weak_ptr<cOlExplorer> wrapper);
     WatchedWindow(std::int32_t itemClass, std::weak_ptr<cOlItem> wrapper);
 
+    // Holds the window and tells the listener of its end; false: its events could not be had, and nothing is held.
     [[nodiscard]] bool Watch(const platform::Dispatch& window, std::weak_ptr<WindowListener> listener);
+    // Hears of nothing more, and holds nothing.
     void Release() noexcept { window_.Release(); }
 
+    // False, too, where the host does not say which object it is.
     [[nodiscard]] bool IsOf(const platform::Dispatch& window) const {
         return platform::Compare(window_.Object(), window) == platform::Identity::Same;
     }

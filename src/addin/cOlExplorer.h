@@ -21,6 +21,7 @@
 
 class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
   public:
+    // Serves no window yet. Where the ribbon serves Explorers, no command bar is touched.
     explicit cOlExplorer(std::shared_ptr<RibbonUi> ribbon) : ribbon_(std::move(ribbon)) {}
 
     // Sinks the window's events; the menus follow at its first activation.
@@ -28,14 +29,17 @@ class cOlExplorer final : public std::enable_shared_from_this<cOlExplorer> {
     // For Outlook 2000: sinks nothing and builds the menus at once.
     void OpenItemOl20(const platform::Dispatch& explorer, const std::string& progId, const std::string& param);
 
+    // Builds what is missing of the menu and the buttons; RemoveMenus takes all of ours away that the window has.
     void SetMenus(const platform::Dispatch& Application_);
     void RemoveMenus(const platform::Dispatch& obj);
 
+    // The window's events.
     void objExplorer_Activate();
     void objExplorer_FolderSwitch();
     void objExplorer_Close();
     void objExplorer_SelectionChange();
 
+    // Whether it serves a window: else its place is free for the next one.
     [[nodiscard]] bool InUse() const { return static_cast<bool>(window_); }
 
     // The host has taken the ribbon after all: what was put into the command bars goes.

@@ -18,13 +18,16 @@ class cOlItem : public std::enable_shared_from_this<cOlItem> {
     // True while the wrapper serves a window; its slot is free for another one when false.
     bool IsUsed = false;
 
+    // Serves that window from now on, and puts the button on it where the host has no ribbon.
     void OpenItem(const platform::Dispatch& objInsp_, const platform::Dispatch& objItem, const std::string& gstrProgID,
                   const std::string& param);
     // Makes up for a button that the host refused before the window was shown, or for the ribbon's.
     void WindowActivated();
     // The host has taken the ribbon of such windows after all.
     void RibbonLoaded() { button_.Delete(); }
+    // Lets go of window, item and button.
     void WindowClosed();
+    // Saves and closes the item that the window shows now, and hands its entry id to Corvella; the wrapper is free then.
     void SaveAndSendToPhone_Click(const platform::Dispatch& control);
 
   protected:

@@ -62,6 +62,8 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
     tasks_.assign(1, nullptr);
     appointments_.assign(1, nullptr);
 
+    // The collections of the object whose events we have, then those of the object that was handed over: the only one
+    // where there are no events (Outlook 2000). What cannot be had the second time is kept from the first.
     AttachApplication(application);
     if (myolapp_.Object()) AttachCollections(myolapp_.Object());
     application_ = application;

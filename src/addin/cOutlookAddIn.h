@@ -25,6 +25,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     // Outlook's major version, 0 where the host does not tell.
     [[nodiscard]] static std::int32_t VersionOf(const platform::Dispatch& application);
 
+    // Attaches to the application's events and serves the windows that are open; may be called again.
     void InitHandler(const platform::Dispatch& application, const std::string& progId);
     // Instead, for a session that began without a window: hears of its end, and of nothing else.
     void InitWithoutWindows(const platform::Dispatch& application);
@@ -34,6 +35,7 @@ class cOutlookAddIn final : public WindowListener, public std::enable_shared_fro
     // Both: the handler has nothing of the host's any more.
     void ReleaseEverything();
 
+    // The host's events: a window opens (it is not shown yet), or the last one has closed.
     void colExpl_NewExplorer(const platform::Dispatch& explorer);
     void colInsp_NewInspector(const platform::Dispatch& inspector);
     void myolapp_Quit();

@@ -30,10 +30,12 @@ enum ErrorNumber : std::int32_t {
 
 class PendingError {
   public:
+    // 0 and "" while none is pending.
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
     [[nodiscard]] const std::string& Description() const noexcept { return description_; }
     explicit operator bool() const noexcept { return number_ != 0; }
 
+    // In place of an earlier one.
     void Set(std::int32_t number, std::string_view description) noexcept;
     void Clear() noexcept;
 
@@ -46,6 +48,7 @@ namespace detail {
 extern PendingError pendingError;
 }
 
+// The one of this process.
 [[nodiscard]] inline PendingError& Err() noexcept { return detail::pendingError; }
 
 // Begins with no error pending and puts the earlier one back at its end, whatever failed meanwhile.

@@ -9,6 +9,7 @@ struct HINSTANCE__;
 
 namespace platform {
 
+// Of this module, wherever it was loaded from.
 [[nodiscard]] HINSTANCE__* ModuleHandle() noexcept;
 [[nodiscard]] std::string ModulePath();
 [[nodiscard]] std::string ModuleFolder();
@@ -23,6 +24,7 @@ class KeepLoaded {
     KeepLoaded& operator=(const KeepLoaded&) = delete;
 };
 
+// Whether one of them lives.
 [[nodiscard]] bool IsKeptLoaded() noexcept;
 
 }  // namespace platform

@@ -25,12 +25,14 @@ namespace platform {
 // Halves go to the even neighbour; what does not fit 32 bits goes to the nearest limit, NaN to 0.
 [[nodiscard]] std::int32_t RoundHalfEven(double value);
 
+// In digits with a sign if it is negative; in hexadecimal digits without leading zeros.
 [[nodiscard]] std::string Decimal(std::int32_t value);
 [[nodiscard]] std::string UpperHex(std::uint32_t value);
 
 // `text` with every `sought` replaced, from left to right; an empty `sought` replaces nothing.
 [[nodiscard]] std::string Replace(std::string_view text, std::string_view sought, std::string_view replacement);
 
+// Case is that of the letters A to Z alone.
 [[nodiscard]] char Lower(char letter);
 [[nodiscard]] std::string ToLower(std::string_view text);
 [[nodiscard]] bool SameIgnoringCase(std::string_view left, std::string_view right);

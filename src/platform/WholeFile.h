@@ -20,8 +20,10 @@ struct FileStamp {
     bool unknown = false;        // Windows does not tell (a share that reconnects): the file may be there
     [[nodiscard]] bool operator==(const FileStamp&) const = default;
 };
+// Asks for the file's attributes only: it is not opened.
 [[nodiscard]] FileStamp StampOf(const std::string& path) noexcept;
 
+// A file of that name is no folder.
 [[nodiscard]] bool FolderIsThere(const std::string& path) noexcept;
 
 // None where the file cannot be opened or read. Others may read and delete the file meanwhile. Where they may not write
@@ -30,6 +32,7 @@ enum class Others { MayWrite, MayNotWrite };
 [[nodiscard]] std::optional<std::string> ReadWhole(const std::string& path, Others others = Others::MayWrite);
 
 enum class Opening { Replacing, Appending };
+// Writes into the file itself, which is made if need be; a crash may leave a part.
 bool WriteWhole(const std::string& path, std::string_view bytes, Opening opening) noexcept;
 
 // Writes so that whatever happens meanwhile, the file is the old or the new one: beside it (path + besideEnding),
@@ -49,6 +52,7 @@ struct Replacement {
 // No user's own file is called so: one that is there is what a crash has left, and is replaced.
 inline constexpr std::string_view besideEnding = ".CVOutlookAddIn.tmp";
 
+// DuplicateFile replaces a file that is there. MakeFolder fails where the folder is there already, or has no parent.
 bool DuplicateFile(const std::string& from, const std::string& to) noexcept;
 bool MakeFolder(const std::string& path) noexcept;
 

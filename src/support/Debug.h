@@ -49,6 +49,7 @@ Ports Plug(const Ports& ports) noexcept;
 
 namespace detail {
 
+// While the log is on, writes the pending error and then the entry; shows a shortage even when it is off.
 void Report(std::string& text, std::int32_t code) noexcept;
 void Report(std::string_view text, std::int32_t code) noexcept;
 void AskForMode() noexcept;
@@ -83,6 +84,7 @@ inline void WriteDebug(const char* text, std::int32_t code) noexcept {
 // Reports the entry of the procedure in whose first line it stands, and its exit.
 class Trace {
   public:
+    // The name is kept as it is: a text that lives as long as the program.
     explicit Trace(const char* name) noexcept : name_(name) {
         WriteDebug(name_, 0);
         ++state.OpenProcedures;

@@ -68,6 +68,7 @@ class Port {
     virtual std::int32_t Ask(std::int32_t questionId, std::string& prompt, std::int32_t buttons,
                              const std::string& title) = 0;
 
+    // What the user typed; empty, and `cancelled`, where it was given up.
     virtual std::string Input(const std::string& prompt, const std::string& title, const std::string& defaultText,
                               bool& cancelled) = 0;
 
@@ -80,10 +81,13 @@ class Port {
 // Plugs `port` in (null: none) and returns the one that was there.
 Port* Plug(Port* port) noexcept;
 
+// Through the port that is plugged in. Without one: in Windows' own message box.
 std::int32_t Ask(std::int32_t questionId, std::string& prompt, std::int32_t buttons, const std::string& title);
 
+// Without a port: the default text, as if it were given up.
 std::string Input(const std::string& prompt, const std::string& title, const std::string& defaultText, bool& cancelled);
 
+// Without a port: 0, and nothing is shown.
 std::int32_t Message(std::int32_t questionId, std::int32_t number, std::int32_t buttons,
                      const std::string& search1 = {}, const std::string& replace1 = {}, const std::string& search2 = {},
                      const std::string& replace2 = {}, std::int32_t askLimit = 0);

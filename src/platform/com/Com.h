@@ -19,11 +19,13 @@ template <class Interface>
 class ComPtr {
   public:
     ComPtr() noexcept = default;
+    // Attach takes the caller's reference over; Copy adds one of its own.
     static ComPtr Attach(Interface* object) noexcept { return ComPtr(object); }
     static ComPtr Copy(Interface* object) noexcept {
         if (object) object->AddRef();
         return ComPtr(object);
     }
+    // Copies add a reference, moves take it along.
     ComPtr(const ComPtr& other) noexcept : ComPtr(Copy(other.object_)) {}
     ComPtr(ComPtr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
     ComPtr& operator=(ComPtr other) noexcept {
@@ -32,9 +34,11 @@ class ComPtr {
     }
     ~ComPtr() { Reset(); }
 
+    // Gives the reference back; empty from the first moment, so that a call back finds nothing.
     void Reset() noexcept {
         if (Interface* object = std::exchange(object_, nullptr)) object->Release();
     }
+    // Get() and -> keep the reference here; Detach() hands it to the caller.
     [[nodiscard]] Interface* Get() const noexcept { return object_; }
     Interface* operator->() const noexcept { return object_; }
     explicit operator bool() const noexcept { return object_ != nullptr; }
@@ -60,17 +64,20 @@ class ComPtr {
     Interface* object_ = nullptr;
 };
 
+// Between the system's code page and Unicode; a letter that the code page lacks becomes a similar one or "?".
 [[nodiscard]] std::wstring Widen(std::string_view text);
 [[nodiscard]] std::string Narrow(std::wstring_view text);
 
 class Bstr {
   public:
     Bstr() noexcept = default;
+    // A copy of the text, in Unicode.
     explicit Bstr(std::string_view text);
     Bstr(const Bstr&) = delete;
     Bstr& operator=(const Bstr&) = delete;
     ~Bstr() { SysFreeString(text_); }
 
+    // Get() keeps the string here, Detach() hands it to the caller, Put() frees it and takes another one in.
     [[nodiscard]] BSTR Get() const noexcept { return text_; }
     [[nodiscard]] BSTR Detach() noexcept { return std::exchange(text_, nullptr); }
     [[nodiscard]] BSTR* Put() noexcept;
@@ -80,6 +87,7 @@ class Bstr {
     BSTR text_ = nullptr;
 };
 
+// A null string is the empty text; a null letter within it stays.
 [[nodiscard]] std::string TextOf(BSTR text);
 
 class Variant : public VARIANT {

@@ -26,8 +26,10 @@ namespace platform {
 class Member {
   public:
     static constexpr std::int32_t unknownId = -1;
+    // The name is kept as it is: a text that lives as long as the program.
     constexpr Member(const char* name, std::int32_t id = unknownId) noexcept : name_(name), id_(id) {}
 
+    // As they were given; unknownId where only the name is known.
     [[nodiscard]] constexpr const char* Name() const noexcept { return name_; }
     [[nodiscard]] constexpr std::int32_t Id() const noexcept { return id_; }
 
@@ -45,11 +47,13 @@ class Dispatch {
     Dispatch() noexcept = default;
     static Dispatch Attach(IDispatch* object) noexcept;  // takes the caller's reference
     static Dispatch Copy(IDispatch* object) noexcept;    // adds one
+    // Copies add a reference, the end gives one back; none of them touches an error that is pending.
     Dispatch(const Dispatch& other) noexcept;
     Dispatch(Dispatch&& other) noexcept;
     Dispatch& operator=(Dispatch other) noexcept;
     ~Dispatch();
 
+    // Get() stays this object's own reference; Reset() gives it back and leaves the object empty.
     explicit operator bool() const noexcept { return object_ != nullptr; }
     [[nodiscard]] IDispatch* Get() const noexcept { return object_; }
     void Reset() noexcept;
@@ -93,6 +97,7 @@ class Argument {
   public:
     enum class Kind { None, Number, Flag, Text, Object };
 
+    // Implicit, so that a call reads like one of the host's own language.
     Argument(MissingArgument) noexcept : kind_(Kind::None) {}
     Argument(std::int32_t number) noexcept : kind_(Kind::Number), number_(number) {}
     Argument(bool flag) noexcept : kind_(Kind::Flag), number_(flag ? 1 : 0) {}
@@ -101,6 +106,7 @@ class Argument {
     Argument(const std::string& text) : kind_(Kind::Text), text_(text) {}
     Argument(Dispatch object) noexcept : kind_(Kind::Object), object_(std::move(object)) {}
 
+    // What it holds; the others then return 0, false, "" and the empty object.
     [[nodiscard]] Kind Holds() const noexcept { return kind_; }
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
     [[nodiscard]] bool Flag() const noexcept { return number_ != 0; }

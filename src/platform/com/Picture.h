@@ -28,6 +28,7 @@ struct ColourMapping {
 
 inline constexpr std::uint32_t LightGrey = 0x00C0C0C0;
 enum class SystemColour : std::int32_t { ScrollBar = 0, Menu = 4 };
+// As the user has it now.
 [[nodiscard]] std::uint32_t ColourOf(SystemColour colour);
 
 // A bitmap resource of this library with one colour replaced; the caller owns it.
@@ -54,10 +55,12 @@ class PictureOnClipboard {
   public:
     static constexpr std::size_t longestKept = 1024 * 1024;  // bytes
 
+    // Puts a copy of its bitmap there.
     explicit PictureOnClipboard(const Dispatch& picture);
     ~PictureOnClipboard();
     PictureOnClipboard(const PictureOnClipboard&) = delete;
     PictureOnClipboard& operator=(const PictureOnClipboard&) = delete;
+    // Whether the picture is there.
     explicit operator bool() const noexcept { return put_; }
 
   private:

@@ -40,6 +40,7 @@ struct InterfaceId {
 class EventArguments {
   public:
     explicit EventArguments(const tagDISPPARAMS& parameters) noexcept : parameters_(parameters) {}
+    // How many there are, and one of them: an object, or the empty one.
     [[nodiscard]] std::size_t Count() const noexcept;
     [[nodiscard]] Dispatch Object(std::size_t number) const noexcept;
 
@@ -60,11 +61,13 @@ class Connection {
     using Receiver = std::function<void(std::int32_t event, const EventArguments& arguments)>;
 
     Connection() noexcept = default;
+    // From now on each event of that interface calls the receiver.
     Connection(const Dispatch& source, const InterfaceId& events, Receiver receiver);
     Connection(Connection&& other) noexcept;
     Connection& operator=(Connection&& other) noexcept;
     ~Connection();
 
+    // False where the source refused, and after End().
     explicit operator bool() const noexcept { return sink_ != nullptr; }
     void End() noexcept;
 
@@ -74,6 +77,7 @@ class Connection {
     std::uint32_t cookie_ = 0;
 };
 
+// Calls the member that the table names for an event; other events are nobody's. The table must outlive the connection.
 template <class Listener, std::size_t count>
 [[nodiscard]] Connection ConnectEvents(const Dispatch& source, const InterfaceId& events,
                                        const std::shared_ptr<Listener>& listener,

@@ -54,6 +54,7 @@ enum class Property : std::uint8_t {
     Interval,
 };
 
+// Whether that kind of control has the property at all.
 [[nodiscard]] bool Has(ControlKind kind, Property property);
 
 // What is left out here comes from the form, and what the form leaves out from Windows' message font.
@@ -114,6 +115,7 @@ class Control;
 // What shows a control.
 class ControlPeer {
   public:
+    // Called after each change, and for what the user may have changed meanwhile.
     virtual void Show(const Control& control, Property changed) = 0;
     [[nodiscard]] virtual std::string FetchText(const Control& control) const = 0;
     // False for a control whose window could not be made: it keeps what it was given.
@@ -127,14 +129,17 @@ class ControlPeer {
 
 class Control {
   public:
+    // With the caption and style of the table, and the colours and the font of its kind.
     explicit Control(const ControlSpec& spec);
 
+    // As the form's table has them.
     [[nodiscard]] std::string_view Name() const { return spec_.name; }
     [[nodiscard]] std::int32_t Index() const { return spec_.index; }
     [[nodiscard]] ControlKind Kind() const { return spec_.kind; }
     [[nodiscard]] bool Has(Property property) const { return platform::Has(spec_.kind, property); }
     [[nodiscard]] bool Is(std::uint32_t controlStyle) const { return (spec_.style & controlStyle) != 0; }
 
+    // As last set, else as the table has it.
     [[nodiscard]] const std::string& Caption() const { return caption_; }
     [[nodiscard]] const std::string& ToolTip() const { return toolTip_; }
     [[nodiscard]] const std::string& Picture() const { return picture_; }
@@ -157,6 +162,7 @@ class Control {
     [[nodiscard]] bool ValueSet() const { return value_; }
     [[nodiscard]] std::int32_t ListIndexSet() const { return listIndex_; }
 
+    // Each keeps the new value and shows it where there is a window; false where this kind has no such property.
     bool SetCaption(std::string_view caption);
     void ShowDesignCaption();  // the one of the form's table, if the control has one
     bool SetToolTip(std::string_view toolTip);
@@ -180,6 +186,7 @@ class Control {
     bool SetTabToolTip(std::size_t position, std::string_view toolTip);  // positions count from 0
     bool RemoveTab(std::size_t position);
 
+    // Without a window nothing happens.
     void TakeFocus();
 
     Handlers on;

@@ -32,6 +32,7 @@ struct FormStyle {
 
 class Form : public FormView {
   public:
+    // `controls` in tab order, as FormView takes them; no window is made yet.
     Form(std::string_view name, std::span<const ControlSpec> controls, FormStyle style = {});
     ~Form() override;
 
@@ -52,16 +53,21 @@ class Form : public FormView {
     void BringToFront();
 
     [[nodiscard]] Rect Position() const;  // on the screen, with its border
+    // On the screen, with its border; taken as it is. Nothing happens before Load.
     void SetPosition(const Rect& position);
     void SetInsideSize(Size inside);  // the border is added; the form stays where it is
+    // Without its border and title bar.
     [[nodiscard]] Size InsideSize() const;
     void Center();                        // over its owner, wholly on the screen
     [[nodiscard]] Rect WorkArea() const;  // of the screen that the form or its owner is on
+    // That length at the resolution of the screen that the form is on.
     [[nodiscard]] std::int32_t Scaled(std::int32_t lengthAt96) const;
     // What `text` needs in the font of `control`, broken into lines at `width` (0: not broken).
     [[nodiscard]] Size TextSize(const Control& control, std::string_view text, std::int32_t width = 0) const;
 
+    // A colour of Control.h.
     void SetBackColor(std::uint32_t colour);
+    // The button that Enter presses while no other one has the focus.
     void SetDefaultButton(Control& button);
     [[nodiscard]] Control* Focus();                                                 // the control that has it
     void SelectText(const Control& textBox, std::int32_t first, std::int32_t end);  // 0, -1: all of it

@@ -27,6 +27,7 @@ class FormView {
     FormView(const FormView&) = delete;
     FormView& operator=(const FormView&) = delete;
 
+    // The name of its section in the settings and language files; caption and font as last set.
     [[nodiscard]] const std::string& Name() const { return name_; }
     [[nodiscard]] const std::string& Caption() const { return caption_; }
     [[nodiscard]] const FontStyle& Font() const { return font_; }
