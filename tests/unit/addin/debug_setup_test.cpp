@@ -1,3 +1,4 @@
+// The debug log at the start of a session: modes, rotation, the questions after an unclean end.
 #include <doctest.h>
 #include <windows.h>
 

@@ -1,3 +1,4 @@
+// What is handed to Corvella: the lists of changed items, the timer, and the call of the program.
 #include <doctest.h>
 #include <windows.h>
 

@@ -1,3 +1,4 @@
+// Where everything stands on the options dialog, in any language and resolution; without windows.
 #include <doctest.h>
 
 #include <string>

@@ -1,3 +1,4 @@
+// The list of profiles, read from real folders.
 #include <doctest.h>
 #include <windows.h>
 

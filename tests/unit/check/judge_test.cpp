@@ -1,3 +1,4 @@
+// What the check program concludes from what it has read; pure.
 #include <doctest.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Settings in real files: the cache, flushes, changes from outside, what is unreadable.
 #include "config/IniFile.h"
 
 #include <doctest.h>

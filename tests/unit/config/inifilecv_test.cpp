@@ -1,3 +1,4 @@
+// The settings folder, profiles and the storage modes, with real files and a registry of their own.
 #include "config/InifileCV.h"
 
 #include <doctest.h>

@@ -1,3 +1,4 @@
+// The text of a settings file: finding, changing and removing keys; pure.
 #include <doctest.h>
 
 #include <random>

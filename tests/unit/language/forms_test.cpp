@@ -1,3 +1,4 @@
+// How a language file and the settings change a form; without windows.
 #include <doctest.h>
 
 #include <map>

@@ -1,3 +1,4 @@
+// Choosing and reading language files.
 #include <doctest.h>
 #include <windows.h>
 

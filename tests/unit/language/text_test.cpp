@@ -1,3 +1,4 @@
+// The rules for texts, placeholders and names of elements; pure.
 #include <doctest.h>
 
 #include <string>

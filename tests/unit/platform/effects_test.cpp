@@ -1,3 +1,4 @@
+// Programs, files, the clock and the errors of the platform, with Windows itself.
 #include <doctest.h>
 #include <windows.h>
 

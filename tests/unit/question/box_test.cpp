@@ -1,3 +1,4 @@
+// The question box in real windows, used as a person would.
 #include <doctest.h>
 #include <windows.h>
 

@@ -1,3 +1,4 @@
+// Where everything stands on the question box; pure.
 #include <doctest.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Identifiers, memory, captions, links and access keys of a question; pure.
 #include <doctest.h>
 
 #include <limits>

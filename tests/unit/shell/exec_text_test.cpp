@@ -1,3 +1,4 @@
+// From what is to be opened to a command line; pure.
 #include <doctest.h>
 
 #include <map>

@@ -1,3 +1,4 @@
+// Finding and opening the help, and placing its window.
 #include <doctest.h>
 #include <windows.h>
 

@@ -1,3 +1,4 @@
+// Programs that are really started: what arrives as their command line.
 #include <doctest.h>
 #include <windows.h>
 

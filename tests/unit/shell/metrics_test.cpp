@@ -1,3 +1,4 @@
+// Window measures from the registry, and where a form's handle is published.
 #include <doctest.h>
 #include <windows.h>
 

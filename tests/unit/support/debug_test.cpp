@@ -1,3 +1,4 @@
+// The debug log: lines, the pending error, shortages, files that cannot be written.
 #include <doctest.h>
 #include <windows.h>
 

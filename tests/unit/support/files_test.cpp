@@ -1,3 +1,4 @@
+// Files and folders as the procedures use them: names, dates, copies, what is missing.
 #include "support/Files.h"
 
 #include <doctest.h>

@@ -1,3 +1,4 @@
+// How a line of the log looks; pure.
 #include <doctest.h>
 
 #include <string>

@@ -1,3 +1,4 @@
+// Values and keys of the registry: types, failures, what is left.
 #include <doctest.h>
 #include <windows.h>
 

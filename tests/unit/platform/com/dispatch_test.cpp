@@ -1,3 +1,4 @@
+// Late-bound calls: conversions, failures, the pending error, references.
 #include <doctest.h>
 
 #include <algorithm>

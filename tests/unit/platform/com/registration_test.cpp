@@ -1,3 +1,4 @@
+// What registration writes and takes away, also where a step fails.
 #include "platform/com/Registration.h"
 
 #include <doctest.h>

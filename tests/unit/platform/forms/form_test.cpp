@@ -1,3 +1,4 @@
+// Real windows of a form: keyboard, focus, fonts, lists, size and place.
 #include <doctest.h>
 #include <windows.h>
 // after windows.h

@@ -1,3 +1,4 @@
+// A form without windows: its controls and what they keep.
 #include <doctest.h>
 
 #include <stdexcept>

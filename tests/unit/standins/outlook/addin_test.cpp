@@ -1,3 +1,4 @@
+// How the stand-in finds, connects and leaves add-ins.
 #include <doctest.h>
 
 #include "testing/PrivateRegistry.h"

@@ -1,3 +1,4 @@
+// The stand-in's command bars.
 #include <doctest.h>
 #include <olectl.h>
 

@@ -1,3 +1,4 @@
+// Clicks on the stand-in's buttons and the events they bring.
 #include <doctest.h>
 
 #include "unit/standins/outlook/client.h"

@@ -1,3 +1,4 @@
+// Calls by name and by id on the stand-in's objects.
 #include <doctest.h>
 
 #include <map>

@@ -1,3 +1,4 @@
+// The gate through which every call into the stand-in goes: faults, counts, the ledger of references.
 #include <doctest.h>
 
 #include "unit/standins/outlook/client.h"

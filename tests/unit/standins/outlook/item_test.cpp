@@ -1,3 +1,4 @@
+// The stand-in's items and the windows that show them.
 #include <doctest.h>
 
 #include <algorithm>

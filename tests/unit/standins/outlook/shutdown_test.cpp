@@ -1,3 +1,4 @@
+// How a session of the stand-in ends in each version.
 #include <doctest.h>
 
 #include <algorithm>

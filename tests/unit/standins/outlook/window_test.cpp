@@ -1,3 +1,4 @@
+// The stand-in's Explorers and Inspectors and their events.
 #include <doctest.h>
 
 #include "unit/standins/outlook/client.h"
