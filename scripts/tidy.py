@@ -1,21 +1,26 @@
 #!/usr/bin/env python3
-"""Lets clang-tidy look at sources that have changed since it last found nothing in them.
+"""Lets clang-tidy look at the sources that it has not yet found clean.
 
-    scripts/tidy.py folder...        looks at the .cpp files below; prints what it finds, exits with 1 when there is something
+    scripts/tidy.py folder...            looks at the .cpp files below; prints what it finds, exits with 1 if there is any
+    scripts/tidy.py --record folder...   also writes scripts/tidy-clean.txt
 
 What a source is made of - itself, the headers of this repository that it includes, the settings of clang-tidy and its
-version - is remembered in build/tidy once nothing was found. It needs the build win32-release, whose commands it reads.
+version - has a hash. scripts/tidy-clean.txt holds the hashes that were seen clean and is part of the repository, so that
+a fresh clone looks only at what has changed since; build/tidy remembers those of this clone. Only this script writes
+them. It needs the build win32-release, whose commands it reads.
 """
 import concurrent.futures
 import hashlib
 import os
 import pathlib
+import re
 import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build" / "win32-release"
 CLEAN = ROOT / "build" / "tidy"
+RECORD = ROOT / "scripts" / "tidy-clean.txt"
 
 
 def output_of(*command):
@@ -31,6 +36,12 @@ def options():
             "--extra-arg=-Wno-unused-command-line-argument"]
 
 
+def settings_of(tidy):
+    """Everything but the sources that decides what is found."""
+    version = re.search(r"version [\d.]+", output_of("clang-tidy", "--version")).group()
+    return (ROOT / ".clang-tidy").read_text() + version + " ".join(tidy).replace(str(ROOT), "")
+
+
 def headers_of_sources():
     """{source: what it includes}, as the compiler noted it at the last build."""
     found, files = {}, []
@@ -38,7 +49,7 @@ def headers_of_sources():
         if line.startswith("    "):
             files.append(os.path.normpath(BUILD / line.strip()))
         elif not line.strip() and files:
-            found[files[0]] = [file for file in files if file.startswith(str(ROOT))]
+            found[files[0]] = [file for file in files if file.startswith(str(ROOT)) and not file.startswith(str(BUILD))]
             files = []
     return found
 
@@ -50,35 +61,48 @@ def sources(folders):
 
 
 def mark_of(source, headers, settings):
-    """The file that tells that nothing was found in this very source; none where its headers are not known."""
+    """The hash of what was looked at; none where the headers are not known."""
     if not headers:
         return None
     content = hashlib.sha256(settings.encode())
     for name in sorted({source, *headers}):
-        content.update(name.encode() + b"\0" + pathlib.Path(name).read_bytes())
-    return CLEAN / content.hexdigest()
+        content.update(os.path.relpath(name, ROOT).encode() + b"\0" + pathlib.Path(name).read_bytes())
+    return content.hexdigest()
+
+
+def recorded():
+    return {line.split()[0] for line in RECORD.read_text().splitlines()} if RECORD.exists() else set()
 
 
 def look_at(source, mark, tidy):
     done = subprocess.run(["clang-tidy", *tidy, source], capture_output=True, text=True)
     if done.returncode == 0 and mark:
-        mark.touch()
+        (CLEAN / mark).touch()
     return done.returncode, done.stdout
 
 
-def main(folders):
-    CLEAN.mkdir(parents=True, exist_ok=True)
-    tidy = options()
-    settings = (ROOT / ".clang-tidy").read_text() + output_of("clang-tidy", "--version") + " ".join(tidy)
-    headers = headers_of_sources()
-    marks = {source: mark_of(source, headers.get(source), settings) for source in sources(folders)}
-    changed = {source: mark for source, mark in marks.items() if not mark or not mark.exists()}
-    print(f"tidy: {len(changed)} of {len(marks)} sources are new to clang-tidy", flush=True)
+def look_at_all(changed, tidy):
     failed = False
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         for code, told in pool.map(lambda item: look_at(*item, tidy), changed.items()):
             failed = failed or code != 0
             print(told, end="", flush=True)
+    return failed
+
+
+def main(arguments):
+    record = "--record" in arguments
+    folders = [argument for argument in arguments if argument != "--record"]
+    CLEAN.mkdir(parents=True, exist_ok=True)
+    tidy = options()
+    settings, headers, known = settings_of(tidy), headers_of_sources(), recorded()
+    marks = {source: mark_of(source, headers.get(source), settings) for source in sources(folders)}
+    changed = {source: mark for source, mark in marks.items()
+               if not mark or (mark not in known and not (CLEAN / mark).exists())}
+    print(f"tidy: {len(changed)} of {len(marks)} sources are new to clang-tidy", flush=True)
+    failed = look_at_all(changed, tidy)
+    if record and not failed:
+        RECORD.write_text("".join(f"{mark} {os.path.relpath(source, ROOT)}\n" for source, mark in sorted(marks.items()) if mark))
     return 1 if failed or not marks else 0
 
 
