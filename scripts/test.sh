@@ -2,15 +2,16 @@
 # All tests: the Windows programs under Wine, the pure text natively under AddressSanitizer and UBSan.
 # Ends non-zero when anything fails.
 #
-#   scripts/test.sh          32 bits in full; of 64 bits the product's scenarios and what depends on the size of a pointer;
-#                            of Outlook 2010 and later, which differ little, 2016
+#   scripts/test.sh          32 bits in full; of 64 bits the product's scenarios, the ribbon and what depends on the size of
+#                            a pointer; of Outlook 2010 and later, which differ little, 2016, but the ribbon in all three
 #   scripts/test.sh --whole  everything in both, every version, each call of the host failing in every way
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export UBSAN_OPTIONS=print_stacktrace=1
 failed=0
-targets64=(CVOutlookAddIn installed_addin e2e_scenarios platform_form_test platform_registration_test)
-tests64='^(register_addin|library|addin_registration|addin_created_by_script|e2e_scenarios|platform_form_test|platform_registration_test)$'
+targets64=(CVOutlookAddIn installed_addin e2e_ribbon e2e_scenarios platform_form_test platform_registration_test)
+tests64='register_addin|library|addin_registration|addin_registration_beside|addin_created_by_script'
+tests64="^($tests64|e2e_ribbon|e2e_scenarios|platform_form_test|platform_registration_test)\$"
 leave_out=(--label-exclude whole)
 if [ "${1:-}" = --whole ]; then
     export CV_WHOLE=1
