@@ -271,6 +271,30 @@ TEST_CASE("in a window that is none of the command's, or no window at all, nothi
     CheckNothingHappened(corvella);
 }
 
+TEST_CASE(
+    "a command of Explorers in an item window, and the other way round, does nothing and asks for nothing amiss") {
+    Session session({.version = 16}, RibbonIs::Asked);
+    RecordedCorvella corvella;
+    corvella.Install();
+    session.host.Start();
+    session.host.SwitchFolder(session.FirstWindow(), FolderKind::Contacts);
+    session.host.Select(session.FirstWindow(), {session.host.AddItem(FolderKind::Contacts)});
+    session.OpenNew(ItemClass::Contact);
+    const Found explorer(session, activeExplorer), inspector(session, activeInspector);
+    const Callbacks ribbon(session);
+    for (const char* name : {"OnAction", "GetEnabled", "GetVisible"}) {
+        Given itemCommand("ButtonUpdate", explorer.Get());
+        ribbon.CheckNeutral(name, &itemCommand);
+        for (const char* tag : {"mEditor", "mSync", "Buttonsync", "ButtonSendToPhone"}) {
+            CAPTURE(tag);
+            Given explorerCommand(tag, inspector.Get());
+            ribbon.CheckNeutral(name, &explorerCommand);
+        }
+    }
+    CheckNothingHappened(corvella);
+    for (const std::string& complaint : session.host.Complaints()) CHECK_MESSAGE(false, complaint);
+}
+
 TEST_CASE("before the host has taken the ribbon nothing happens, in whatever window") {
     Session session({.version = 16, .ribbon = {.refuseAll = true}}, RibbonIs::Asked);
     RecordedCorvella corvella;

@@ -6,9 +6,11 @@
 #include <algorithm>
 
 #include "outlook/Outlook.h"
+#include "outlook/RibbonHost.h"
 #include "outlook/program/Program.h"
 #include "outlook/program/Stage.h"
 #include "outlook/program/Versions.h"
+#include "unit/standins/outlook/client.h"
 
 using program::RibbonGroup;
 using program::RibbonTab;
@@ -68,6 +70,77 @@ struct Windowed {
     const program::Stage stage{program};
     standin::Window explorer, contact;
     int button = 0, onExplorer = 0;
+};
+
+// What an add-in has on the ribbon: a button on the contacts' home tab and in their windows, and one in their context menu.
+class RibbonPart : public standin::RibbonExtensibility {
+  public:
+    int clicks = 0;
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
+        *out = iid == IID_IUnknown || iid == IID_IDispatch ? this : nullptr;
+        return *out ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* id) override { return *id = 7, S_OK; }
+    STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
+        clicks += id == 7 ? 1 : 0;
+        return S_OK;
+    }
+    STDMETHODIMP GetCustomUI(BSTR ribbonId, BSTR* xml) override {
+        const std::wstring id = ribbonId;
+        const std::wstring begin =
+            L"<customUI xmlns='http://schemas.microsoft.com/office/2009/07/customui'><ribbon><tabs>";
+        const std::wstring group = L"<group id='g' label='G'><button id='own' label='Own' onAction='Do'/></group>";
+        const std::wstring menu =
+            L"<contextMenus><contextMenu idMso='ContextMenuContactItem'><button id='menu' label='M' onAction='Do'/>"
+            L"</contextMenu></contextMenus>";
+        std::wstring text;
+        if (id == L"Microsoft.Outlook.Contact")
+            text = begin + L"<tab idMso='TabContact'>" + group + L"</tab></tabs></ribbon></customUI>";
+        if (id == L"Microsoft.Outlook.Explorer")
+            text = begin + L"<tab idMso='TabContacts'>" + group + L"</tab></tabs></ribbon>" + menu + L"</customUI>";
+        *xml = SysAllocString(text.c_str());
+        return S_OK;
+    }
+};
+
+class RibbonAddIn : public client::AddIn {
+  public:
+    RibbonPart ribbon;
+    STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
+        constexpr IID extensibilityId{0x000C0396, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+        if (iid != extensibilityId) return AddIn::QueryInterface(iid, out);
+        *out = &ribbon;
+        return S_OK;
+    }
+};
+
+// The windowed stand-in with that add-in, a contacts folder with one contact selected, and a contact's window.
+struct WithRibbon {
+    explicit WithRibbon(int version, standin::RibbonAsked asked = standin::RibbonAsked::BeforeStartupComplete)
+        : program({.version = version, .ribbon = {.asked = asked}}, "") {
+        outlook.IgnoreRegistry();
+        outlook.UseAddIn("Some.AddIn", &addIn);
+        outlook.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
+        program.Start();
+        explorer = outlook.Windows().front();
+        stage.ChooseFolder(explorer, standin::FolderKind::Contacts);
+        stage.SelectFirst(explorer, 1);
+        contact = outlook.OpenInspector(outlook.NewItem(ItemClass::Contact));
+        stage.Pump(50);
+    }
+    ~WithRibbon() { outlook.Quit(); }
+    WithRibbon(const WithRibbon&) = delete;
+    WithRibbon& operator=(const WithRibbon&) = delete;
+    RibbonAddIn addIn;
+    program::Program program;
+    standin::Outlook& outlook = program.Host();
+    program::Stage stage{program};
+    standin::Window explorer, contact;
 };
 
 }  // namespace
@@ -168,4 +241,35 @@ TEST_CASE("the title of every window names the version") {
         CHECK(host.Title(host.explorer) == "Inbox - Microsoft Outlook (" + name + ")");
         CHECK(host.Title(host.contact) == "Untitled - Contact (" + name + ")");
     }
+}
+
+TEST_CASE("in 2010 and later the mouse presses what an add-in has on the ribbon of Explorers and item windows") {
+    for (const int version : {14, 15, 16}) {
+        CAPTURE(version);
+        WithRibbon host(version);
+        CHECK(host.outlook.RibbonErrors().empty());
+        CHECK(host.stage.PressRibbon(host.contact, "own"));
+        CHECK(host.addIn.ribbon.clicks == 1);
+        CHECK(host.stage.PressRibbon(host.explorer, "own"));
+        CHECK(host.addIn.ribbon.clicks == 2);
+        CHECK_FALSE(host.stage.PressRibbon(host.explorer, "another"));
+    }
+}
+
+TEST_CASE("the right button of the mouse opens the menu of what is selected, and its entry can be pressed once") {
+    WithRibbon host(16);
+    CHECK_FALSE(host.stage.PressRibbon(host.explorer, "menu"));
+    CHECK(host.stage.RightClickSelection(host.explorer));
+    CHECK(host.stage.PressRibbon(host.explorer, "menu"));
+    CHECK(host.addIn.ribbon.clicks == 1);
+    CHECK_FALSE(host.stage.PressRibbon(host.explorer, "menu"));
+    host.stage.SelectFirst(host.explorer, 0);
+    CHECK_FALSE(host.stage.RightClickSelection(host.explorer));
+}
+
+TEST_CASE("a host of 2010 that asks for no ribbon draws its item windows as 2007 did") {
+    WithRibbon host(14, standin::RibbonAsked::Never);
+    CHECK(host.program.FrameOf(host.contact)->HasRibbon());
+    CHECK_FALSE(host.stage.PressRibbon(host.contact, "own"));
+    CHECK(host.addIn.ribbon.clicks == 0);
 }
