@@ -9,7 +9,7 @@ BITS ?= 32
 SECONDS ?= 60
 SHARE ?= 1/1
 N ?= 40
-.PHONY: help tools dll setup demo run test test-all bench fuzz weather mutants check format screenshots clean
+.PHONY: help tools dll setup release reproducible symbols demo run test test-all bench fuzz weather mutants check format screenshots clean
 
 help:             ## this list
 	@grep -hE '^[a-z-]+: .*##|^[a-z-]+:  +##' $(MAKEFILE_LIST) | sed -E 's/: *[a-z-]* *##/\t/' | expand -t 14
@@ -24,6 +24,15 @@ dll: tools        ## build what a user installs into dist/: the DLL beside its l
 
 setup: tools      ## the setup and a zip of the same files, into dist/
 	@scripts/setup.sh
+
+release: tools    ## everything a release is made of, into dist/: checked, tested, with symbols and checksums
+	@scripts/release.sh
+
+reproducible: tools ## build what users get twice, elsewhere the second time, and compare the bytes
+	@scripts/reproducible.sh
+
+symbols: tools    ## which line of the sources an address comes from, for the libraries as shipped, into dist/
+	@scripts/symbols.sh
 
 demo: tools       ## a working day with the add-in: make demo [OUTLOOK=2000|2002|2003|2007|2010|2013|2016] [BITS=64] [LANGUAGE=Deutsch]
 	@scripts/demo.sh $(OUTLOOK) $(LANGUAGE) $(BITS)

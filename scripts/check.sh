@@ -6,6 +6,7 @@ failed=0
 for check in scripts/check-*.py; do
     [ "$check" = scripts/check-library.py ] || python3 "$check" || failed=1
 done
+scripts/version.py --check || failed=1
 
 unformatted=$(git ls-files '*.h' '*.cpp' | xargs -P "$(nproc)" -n 40 clang-format --output-replacements-xml |
               grep -c '<replacement ' || true)

@@ -14,12 +14,14 @@ older=build/setup/older
 mkdir -p "$older"
 cp -R build/setup/stage build/setup/Product.nsh "$older/"
 echo "only in the older version" > "$older/stage/Obsolete.txt"
-printf 'Obsolete.txt\r\n' >> "$older/stage/files.txt"
-makensis -V2 -WX -NOCD "-DSTAGE=$PWD/$older/stage" "-DOUTFILE=$PWD/$older/older-setup.exe" -DVERSION=1.9.0 -DSIZE=2000 \
-    setup/Setup.nsi || exit 1
+python3 scripts/setup-files.py "$older/stage"
+makensis -V2 -WX -NOCD "-DSTAGE=$PWD/$older/stage" "-DOUTFILE=$PWD/$older/older-setup.exe" -DVERSION=1.9.0 setup/Setup.nsi ||
+    exit 1
 
 size=$(stat -c %s "$setup")
 [ "$size" -le 1048576 ] || { echo "setup-test: the setup takes $size bytes, more than 1 MB" >&2; exit 1; }
+
+scripts/version.py --built build/setup/stage/CVOutlookAddIn.dll build/setup/stage/x64/CVOutlookAddIn.dll "$setup" || exit 1
 
 # What other tests have registered in the usual prefix is no concern of these.
 . scripts/wine-env.sh

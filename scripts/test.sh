@@ -31,4 +31,6 @@ ctest --preset win32-release -j "$(nproc)" "${leave_out[@]}" 7>&- || failed=1
 ctest --preset win64-release -j "$(nproc)" "${leave_out[@]}" --tests-regex "$tests64" 7>&- || failed=1
 exec 7>&-
 scripts/setup-test.sh || failed=1
+scripts/reproducible.sh --relink || failed=1
+[ "${1:-}" != --whole ] || scripts/symbols.sh build/symbols || failed=1
 exit $failed

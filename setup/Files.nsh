@@ -1,14 +1,7 @@
 ; Files in and out of their places. files.txt lists what belongs to an installation, one path a line, below $INSTDIR.
 
 !macro RemoveEmptyFolders
-    RMDir "$INSTDIR\Manual\Deutsch"
-    RMDir "$INSTDIR\Manual\English"
-    RMDir "$INSTDIR\Manual"
-    RMDir "$INSTDIR\x64\Manual\Deutsch"
-    RMDir "$INSTDIR\x64\Manual\English"
-    RMDir "$INSTDIR\x64\Manual"
-    RMDir "$INSTDIR\x64"
-    RMDir "$INSTDIR"
+    !insertmacro RemoveListedFolders
     ${If} $AllUsers = 0
         RMDir "$LOCALAPPDATA\Programs"
     ${EndIf}
@@ -71,7 +64,7 @@ Function Unpack
         ${Fail} "$INSTDIR cannot be written"
     ${EndIf}
     SetOverwrite try
-    File /r "${STAGE}/*"
+    !insertmacro UnpackListedFiles
     ${IfNot} ${RunningX64}
         RMDir /r "$INSTDIR\~new\x64"
     ${EndIf}

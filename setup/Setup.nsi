@@ -1,11 +1,10 @@
 ; The setup of Corvella for Outlook. scripts/setup.sh gathers the files and calls makensis with
 ;
-;   STAGE    the folder with everything that is installed, and files.txt, the list of it
+;   STAGE    the folder with everything that is installed, and files.txt, the list of it; beside the folder lie
+;            Files.nsh, which takes the files in that order, and Product.nsh, which holds the names under which the
+;            add-in registers itself
 ;   OUTFILE  the setup
 ;   VERSION  major.minor.patch
-;   SIZE     what the files take, in KB
-;
-; and with Product.nsh, which holds the names under which the add-in registers itself.
 ;
 ; How files are replaced: everything is unpacked to ~new first; the file ~new\swap opens the exchange, in which each old
 ; file goes to the folder that it names and each new one to its place; deleting it closes the exchange. A setup that was
@@ -23,6 +22,7 @@ ManifestDPIAware true
 !include nsDialogs.nsh
 !include WinVer.nsh
 !include "${STAGE}/../Product.nsh"
+!include "${STAGE}/../Files.nsh"
 
 !define NAME "Corvella for Outlook"
 !define PUBLISHER "the Corvella developers"
