@@ -1,7 +1,7 @@
 // addin/RibbonPicture.h: a button's face and mask as the picture that the ribbon wants: any size, soft edges, real
 // transparency, and a light edge by which its dark outlines are seen on a dark theme. Pure: no Windows header.
 //
-// Shapes  Faces are opaque, masks black where the face shows (host quirk 9); the result's colours are multiplied by
+// Shapes  Faces are opaque, masks black where the face shows (host quirk 8); the result's colours are multiplied by
 //         its alpha. Sizes are in pixels of a side.
 // Errors  A face that is empty, not square or not of its mask's size gives an empty picture, as does a size below 1
 //         or above 256.

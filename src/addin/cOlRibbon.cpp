@@ -117,6 +117,7 @@ bool IsVisible(const Control& control) {
 }
 
 bool IsEnabled(const Control& control) {
+    if (!control.Is(RibbonXml::SendToPhoneTag)) return false;  // no other control asks
     const Context context(control);
     const bool selection = context.windowClass == selectionClass;
     if (!selection && context.windowClass != Members::explorerClass) return false;

@@ -96,3 +96,24 @@ IN_EVERY_VERSION("fifty Explorers open at once have a menu each, and closing the
     for (const standin::Window window : windows) session.host.CloseWindow(window);
     CheckNotMore(HeldNow(session), before);
 }
+
+IN_VERSIONS("round after round with the ribbon and its pictures leaves no more held than the tenth", 14, 16) {
+    Session session({.version = version}, e2e::RibbonIs::Asked);
+    session.host.Start();
+    const standin::Item ann = session.host.AddItem(standin::FolderKind::Contacts, {{"FullName", "Ann"}});
+    Held before;
+    for (int round = 1; round <= Rounds() / 2; ++round) {
+        const standin::Window window = session.host.OpenExplorer(standin::FolderKind::Contacts);
+        session.host.Select(window, {ann});
+        REQUIRE(session.host.FindRibbon(window, "TabContacts_ButtonSendToPhone").image.width > 0);
+        REQUIRE(session.host.ContextMenu(window).size() == 1);
+        const standin::Window contact = session.host.OpenInspector(ann);
+        REQUIRE(session.host.FindRibbon(contact, "TabContact_ButtonUpdate").image.width > 0);
+        session.host.CloseWindow(contact);
+        session.host.CloseWindow(window);
+        REQUIRE(session.host.UnloadAddIn(e2e::progId));
+        REQUIRE(session.host.LoadAddIn(e2e::progId));
+        if (round == settled) before = HeldNow(session);
+    }
+    CheckNotMore(HeldNow(session), before);
+}
