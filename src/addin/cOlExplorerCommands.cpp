@@ -6,6 +6,7 @@
 #include "bridge/FormOlAddInOptions.h"
 #include "bridge/OlVersion.h"
 #include "platform/Environment.h"
+#include "platform/Guard.h"
 #include "platform/MessageBox.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
@@ -73,8 +74,13 @@ void cOlExplorer::SendToPhone_Click() { SendToPhone(window_.Object(Members::Wind
 // Every selected item in turn; the timer is armed once, with the last.
 void cOlExplorer::SendToPhone(const Dispatch& selection) {
     const std::int32_t count = selection.Long(Members::Collection::Count);
+    if (count < 1) return;
+    CVOutlAddIn::HandOff handOff('C');
     for (std::int32_t number = 1; number <= count; ++number) {
-        const Dispatch item = selection.Object(Members::Collection::Item, number);
-        CVOutlAddIn::AddChangedItem(item.Text(Members::Item::EntryID), 'C', true, number == count);
+        platform::Attempt([&] {  // one that memory does not suffice for keeps none of the others back
+            const Dispatch item = selection.Object(Members::Collection::Item, number);
+            handOff.Add(item.Text(Members::Item::EntryID));
+        });
     }
+    handOff.Finish();
 }

@@ -1,6 +1,8 @@
 #include "bridge/CVOutlAddIn.h"
 
 #include <cstdint>
+#include <span>
+#include <utility>
 
 #include "bridge/ChangedItems.h"
 #include "bridge/FormOlAddInTimer.h"
@@ -58,12 +60,25 @@ bool IsHandedOffAutomatically(char typeLetter) {
     return platform::Val(*text) != 0;
 }
 
-// False where the item is not in the list afterwards.
-bool ListItem(std::string_view entryId, char typeLetter) {
+// False where an item is not in the list afterwards.
+bool ListItems(std::span<const std::string> entryIds, char typeLetter) {
     const std::string listName = std::string("Changed") + typeLetter;
     const auto list = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Outlook, listName);
-    if (!list || entryId.empty()) return false;  // a list that cannot be read is not overwritten
-    return ChangedItems::IsListed(*list, entryId) || SaveValue(listName, ChangedItems::Add(*list, entryId));
+    if (!list) return false;  // a list that cannot be read is not overwritten
+    const std::string longer = ChangedItems::AddAll(*list, entryIds);
+    return longer == *list || SaveValue(listName, longer);
+}
+
+// What lacked memory, or met another program, works a moment later.
+template <class Step>
+bool AttemptTwice(Step step) {
+    bool done = false;
+    for (int attempt = 0; !done && attempt < 2; ++attempt) platform::Attempt([&] { done = step(); });
+    return done;
+}
+
+bool List(std::span<const std::string> entryIds, char typeLetter) {
+    return AttemptTwice([&] { return ListItems(entryIds, typeLetter); });
 }
 
 void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {
@@ -77,6 +92,15 @@ void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {
     if (!timer.Enable()) FormOlAddInTimer::Unload();
 }
 
+void SetTimer(bool explicitly, bool startTimer) {
+    AttemptTwice([&] {
+        FormOlAddInTimer::TimerControl& timer = FormOlAddInTimer::Load().TimerUpdate;
+        timer.Disable();
+        if (startTimer) Arm(timer, explicitly);
+        return FormOlAddInTimer::IsLoaded();
+    });
+}
+
 std::string MainAppFolder() {
     const std::string folder = RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Product, "Path");
     return folder.empty() ? Files::AppFolder() : folder;
@@ -87,17 +111,24 @@ std::string MainAppFolder() {
 void AddChangedItem(std::string_view entryId, char typeLetter, bool explicitly, bool startTimer) {
     const Debug::Trace trace("AddChangedItem");
     if (!explicitly && !IsHandedOffAutomatically(typeLetter)) return;
-    bool listed = false;
-    const auto list = [&] { listed = ListItem(entryId, typeLetter); };
-    platform::Attempt(list);
-    if (!listed) platform::Attempt(list);  // what lacked memory, or met another program, works a moment later
-    const auto arm = [&] {
-        FormOlAddInTimer::TimerControl& timer = FormOlAddInTimer::Load().TimerUpdate;
-        timer.Disable();
-        if (startTimer) Arm(timer, explicitly);
-    };
-    platform::Attempt(arm);
-    if (!FormOlAddInTimer::IsLoaded()) platform::Attempt(arm);
+    AttemptTwice([&] { return ListItems({{std::string(entryId)}}, typeLetter); });
+    SetTimer(explicitly, startTimer);
+}
+
+void HandOff::Add(std::string entryId) {
+    const Debug::Trace trace("AddChangedItem");
+    AttemptTwice([&] {
+        waiting_.push_back(std::move(entryId));
+        return true;
+    });
+    if (waiting_.size() >= itemsAWrite && List(waiting_, typeLetter_)) waiting_.clear();
+    SetTimer(true, false);
+}
+
+void HandOff::Finish() {
+    if (!waiting_.empty()) List(waiting_, typeLetter_);
+    waiting_.clear();
+    SetTimer(true, true);
 }
 
 void CallMainApp(std::string_view argument) {

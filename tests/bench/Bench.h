@@ -44,6 +44,7 @@ struct Medians {
     double measured;
     [[nodiscard]] double Ratio() const { return measured / baseline; }
 };
+using Minima = Medians;
 
 // `prepare` is called before each round, untimed.
 template <class Prepare, class Baseline, class Measured>
@@ -57,6 +58,18 @@ Medians TakeTurns(int rounds, int calls, Prepare&& prepare, Baseline&& baseline,
         measurements.push_back(NanosecondsPerCall(calls, measured));
     }
     return {Median(baselines), Median(measurements)};
+}
+
+template <class Prepare, class Baseline, class Measured>
+Minima TakeTurnsForMinima(int rounds, int calls, Prepare&& prepare, Baseline&& baseline, Measured&& measured) {
+    Minima minima{1e30, 1e30};
+    for (int round = 0; round < rounds; ++round) {
+        prepare();
+        minima.baseline = std::min(minima.baseline, NanosecondsPerCall(calls, baseline));
+        prepare();
+        minima.measured = std::min(minima.measured, NanosecondsPerCall(calls, measured));
+    }
+    return minima;
 }
 
 template <class Work>

@@ -9,6 +9,7 @@
 #include <memory>
 #include <utility>
 
+#include "bench/AddIns.h"
 #include "bench/Bench.h"
 #include "bench/ImportCounter.h"
 #include "bench/PrivateKey.h"
@@ -20,35 +21,15 @@
 
 namespace {
 
+using Bench::emptyClass;
+using Bench::Folder;
+using Bench::Library;
+using Bench::ourClass;
 using standin::FolderKind;
 using standin::Outlook;
 
 constexpr int rounds = 15;
 constexpr int mostCallsOfMenu = 60, mostCallsOfSwitch = 3;
-constexpr CLSID ourClass{0x6B0C1E52, 0x3D8F, 0x4C0A, {0x9A, 0x5E, 0x7F, 0x21, 0xC7, 0xB4, 0xD9, 0x13}};
-constexpr CLSID emptyClass{0xC3A1F7D0, 0x2B64, 0x4E58, {0x9D, 0x0B, 0x6F, 0x1E, 0x8A, 0x75, 0xC2, 0x04}};
-
-// Where the add-ins and the program that they start are: beside this program.
-std::string Folder() {
-    char path[MAX_PATH];
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\') + 1) + "addins";
-}
-
-struct Library {
-    Library(const std::string& path, const CLSID& classId) : module(LoadLibraryA(path.c_str())), id(classId) {}
-    [[nodiscard]] IUnknown* Factory() const {
-        using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-        IUnknown* factory = nullptr;
-        const auto getClassObject =
-            reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-        getClassObject(id, IID_IClassFactory, reinterpret_cast<void**>(&factory));
-        return factory;
-    }
-    HMODULE module;
-    CLSID id;
-};
 
 // A host with one of the two add-ins in it.
 class Host {

@@ -1,6 +1,9 @@
 #include <doctest.h>
 
+#include <chrono>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "bridge/ChangedItems.h"
 #include "bridge/MainAppCommand.h"
@@ -35,6 +38,37 @@ TEST_CASE("an id of a long list is found and added without a limit") {
     CHECK_FALSE(IsListed(list, "5000"));
     CHECK(list.starts_with(";0;1;2;"));
     CHECK(list.ends_with(";4998;4999"));
+}
+
+TEST_CASE("many items are added as one after the other would be") {
+    std::uint32_t seed = 1;
+    const auto below = [&](std::uint32_t limit) { return (seed = seed * 1664525u + 1013904223u) / 65536 % limit; };
+    const char* const texts[] = {"0A", "0B", "0AB", "0a", "", "A;B", "A", "B", ";", "0A0B"};
+    const char* const lists[] = {"", ";0A", "0B;0A", ";;", ";A;B", "0A;", ";0AB;0a;B"};
+    for (int round = 0; round < 5000; ++round) {
+        const std::string list = lists[below(std::size(lists))];
+        std::vector<std::string> ids;
+        for (std::uint32_t count = below(8); count > 0; --count) ids.emplace_back(texts[below(std::size(texts))]);
+        std::string expected = list;
+        for (const std::string& id : ids) {
+            if (!id.empty() && !IsListed(expected, id)) expected = Add(expected, id);
+        }
+        CAPTURE(round);
+        REQUIRE(AddAll(list, ids) == expected);
+    }
+}
+
+TEST_CASE("ten thousand items are added to ten thousand others in no more than a moment") {
+    std::vector<std::string> first, second;
+    for (int i = 0; i < 10000; ++i) {
+        first.push_back(std::string(130, '0') + std::to_string(1000000000 + i));
+        second.push_back(std::string(130, '0') + std::to_string(1000005000 + i));  // half of them are listed
+    }
+    const std::string list = AddAll("", first);
+    CHECK(list.size() == 10000 * 141);
+    const auto start = std::chrono::steady_clock::now();
+    CHECK(AddAll(list, second).size() == 15000 * 141);
+    CHECK(std::chrono::steady_clock::now() - start < std::chrono::seconds(5));  // one search each takes minutes
 }
 
 TEST_CASE("a delay in seconds is an interval in milliseconds, halves to the even neighbour") {
