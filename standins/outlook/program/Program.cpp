@@ -3,6 +3,7 @@
 #include "outlook/BuiltInBars.h"
 #include "outlook/program/ExplorerFrame.h"
 #include "outlook/program/InspectorFrame.h"
+#include "outlook/program/Places.h"
 #include "outlook/program/StartRecord.h"
 
 namespace program {
@@ -32,7 +33,7 @@ constexpr GoCommand folders[] = {
 
 Program::Program(const standin::Options& options, std::string record) : outlook_(options), record_(std::move(record)) {
     Create("", 0, 0, HWND_MESSAGE, {0, 0, 0, 0});
-    log_ = std::make_unique<LogWindow>(RECT{40, 740, 1240, 1000});
+    log_ = std::make_unique<LogWindow>(PlaceOfLog(Screen()));
     startsBefore_ = ReadStarts(record_).size();
     SetTimer(Handle(), 1, 250, nullptr);
     outlook_.Record();
@@ -127,9 +128,7 @@ void Program::CloseByUser(standin::Window window) { outlook_.CloseWindow(window)
 // --- what the host tells ---
 
 RECT Program::NextPlace(bool explorer) {
-    const int number = explorer ? explorers_++ : inspectors_++;
-    const int x = (explorer ? 40 : 300) + 40 * (number % 6), y = (explorer ? 30 : 190) + 40 * (number % 6);
-    return explorer ? RECT{x, y, x + 900, y + 600} : RECT{x, y, x + 640, y + 430};
+    return explorer ? PlaceOfExplorer(Screen(), explorers_++) : PlaceOfInspector(Screen(), inspectors_++);
 }
 
 void Program::WindowShown(standin::Window window) {
