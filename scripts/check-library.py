@@ -8,7 +8,7 @@
     kind      asks for Windows 2000 at most        asks for Windows 7 at most
     imports   that imports.txt lists as there in   that imports.txt or imports-x64.txt list as there in Windows 7,
               Windows 2000, and no others          and no others (both lists are in tests/data)
-    flags     subsystem windows; loaded anywhere; no code in data; of 32 bits no exception handlers
+    flags     subsystem windows; loaded anywhere; no code in data; of 32 bits no exception handlers; stacks guarded
     exports   the four functions that COM and regsvr32 look for, by plain name, and no others
 """
 import argparse
@@ -24,6 +24,8 @@ DATA = ROOT / "tests" / "data"
 EXPORTS = {"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"}
 WINDOWS_INTERFACE = 2
 # Loaded anywhere; no code in data; no exception handlers that could be overwritten (32 bits only).
+# With which platform/StackGuard.cpp ends a process; it is linked only where some function is guarded.
+STACK_OVERRUN = bytes.fromhex("090400c0")
 FLAGS = {"dynamic base": 0x40, "no execution": 0x100, "no handlers": 0x400}
 VERSIONS = ["NT4", "2000", "XP", "2003", "Vista", "7", "8"]
 
@@ -66,6 +68,7 @@ def read_library(path):
     tool = "x86_64-w64-mingw32-objdump"  # it reads both kinds
     text = subprocess.run([tool, "-p", path], check=True, capture_output=True, text=True).stdout
     facts = {"size": path.stat().st_size, "imports": [], "exports": []}
+    facts["guarded"] = STACK_OVERRUN in path.read_bytes()
     facts["format"] = re.search(r"file format (\S+)", text).group(1)
     facts["library"] = re.search(r"^\s*DLL$", text, re.M) is not None
     facts["interface"] = int(re.search(r"^Subsystem\s+([0-9a-f]+)", text, re.M).group(1), 16)
@@ -102,6 +105,8 @@ def faults(facts, kind, known):
     for name, flag in FLAGS.items():
         if not facts["flags"] & flag and (name != "no handlers" or kind.bits == 32):
             found.append(f"flags: {name} is not set")
+    if not facts["guarded"]:
+        found.append("flags: no function has a guarded stack")
     for name in sorted(EXPORTS - set(facts["exports"])):
         found.append(f"exports: {name} is missing")
     for name in sorted(set(facts["exports"]) - EXPORTS):
@@ -138,6 +143,7 @@ def self_test(path):
         "flags: subsystem 3": (good | {"interface": 3}, known),
         "flags: dynamic base": (good | {"flags": good["flags"] & ~0x40}, known),
         "flags: no execution": (good | {"flags": good["flags"] & ~0x100}, known),
+        "flags: no function has a guarded stack": (good | {"guarded": False}, known),
         "exports: DllCanUnloadNow is missing": (good | {"exports": good["exports"][1:], "export entries": 3}, known),
         "exports: DllMain@12 is one too many":
             (good | {"exports": good["exports"] + ["DllMain@12"], "export entries": 5}, known),

@@ -164,15 +164,45 @@ Outcome WriteBeside(const std::string& beside, std::string_view bytes, DWORD att
     return Outcome::Failed;
 }
 
-// Windows does not replace a file that somebody has open.
+// A second name of the old file, where the disk has such: whatever is saved in it until it is replaced can be read there.
+class SecondName {
+  public:
+    SecondName(const std::string& path, bool exists) : name_(std::string(path).append(keptEnding)) {
+        if (!exists) return;
+        DeleteFileA(name_.c_str());  // what a crash has left
+        made_ = MayDo("keep") && CreateHardLinkA(name_.c_str(), path.c_str(), nullptr);
+        taken_ = !made_ && GetLastError() == ERROR_ALREADY_EXISTS;
+    }
+    ~SecondName() {
+        if (made_) RemoveQuietly(name_);
+    }
+    SecondName(const SecondName&) = delete;
+    SecondName& operator=(const SecondName&) = delete;
+
+    [[nodiscard]] bool Taken() const noexcept { return taken_; }  // by a file that somebody has open
+    // The first name is that of the old file again, where it is not as it was.
+    [[nodiscard]] bool PutBackIfChanged(const std::string& path, const FileStamp& stamp) const noexcept {
+        return made_ && StampOf(name_) != stamp &&
+               MoveFileExA(name_.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    }
+
+  private:
+    std::string name_;
+    bool made_ = false;
+    bool taken_ = false;
+};
+
+// Windows does not replace a file that somebody has open, but it does where somebody has just saved and closed it.
 Outcome PutInPlace(const std::string& beside, const std::string& path, FileStamp& stamp) {
     const FileStamp ours = StampOf(beside);
     const DWORD how = MOVEFILE_WRITE_THROUGH | (stamp.exists ? MOVEFILE_REPLACE_EXISTING : 0u);
+    const SecondName kept(path, stamp.exists);
     Outcome outcome = Outcome::NotPossibleHere;
-    if (MayDo("replace")) {
+    if (!kept.Taken() && MayDo("replace")) {
         if (StampOf(path) != stamp) {
             outcome = Outcome::Changed;
         } else if (MoveFileExA(beside.c_str(), path.c_str(), how)) {
+            if (kept.PutBackIfChanged(path, stamp)) return Outcome::Changed;
             stamp = ours;
             return Outcome::Done;
         }

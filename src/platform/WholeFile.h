@@ -41,7 +41,8 @@ bool WriteWhole(const std::string& path, std::string_view bytes, Opening opening
 // is reserved. A file marked read-only is not written.
 //
 // Nothing is written over a file that is not, or not any more, the one of the stamp `expected`, nor over one that
-// somebody else is writing: the outcome is then Changed, and the caller loads it again.
+// somebody else is writing: the outcome is then Changed, and the caller loads it again. What somebody saves in the very
+// moment of the replacement is put back, where the disk gives a file a second name (path + keptEnding).
 enum class Replacing { Done, Changed, Failed };  // Failed: the error is pending
 struct Replacement {
     Replacing outcome = Replacing::Failed;
@@ -51,6 +52,7 @@ struct Replacement {
 
 // No user's own file is called so: one that is there is what a crash has left, and is replaced.
 inline constexpr std::string_view besideEnding = ".CVOutlookAddIn.tmp";
+inline constexpr std::string_view keptEnding = ".CVOutlookAddIn.old";
 
 // DuplicateFile replaces a file that is there. MakeFolder fails where the folder is there already, or has no parent.
 bool DuplicateFile(const std::string& from, const std::string& to) noexcept;

@@ -123,6 +123,13 @@ std::uint32_t DoAtStep(const char* step) {
     if (step == stepOfInterest) std::exchange(atStep, [] {})();
     return 0;
 }
+std::function<void()> atMove;
+BOOL WINAPI Move(LPCSTR from, LPCSTR to, DWORD how) {
+    if (atMove) std::exchange(atMove, nullptr)();
+    return MoveFileExW(std::wstring(from, from + lstrlenA(from)).c_str(), std::wstring(to, to + lstrlenA(to)).c_str(),
+                       how);
+}
+
 void Before(const char* step, std::function<void()> work) {
     stepOfInterest = step;
     atStep = std::move(work);
@@ -230,6 +237,26 @@ TEST_CASE("what another process saves right before our text would replace the fi
         CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
         CHECK(GetIniSetting("T", "ours") == "1");
         CHECK(GetIniSetting("S", "k") == "theirs");
+    }
+}
+
+TEST_CASE("what another process saves between the last look at the file and its replacement stays") {
+    for (const bool hasSecondName : {true, false}) {
+        CAPTURE(hasSecondName);
+        const Settings settings;
+        settings.File(Text("v"));
+        if (!hasSecondName) CreateDirectoryA(settings.folder.Path("corvella.ini.CVOutlookAddIn.old").c_str(), nullptr);
+        file = location.CurrentFile;
+        atMove = [] { Save(Text("theirs")); };
+        ImportPatch patch;
+        const ImportPatch::Import imports[] = {{"KERNEL32.dll", "MoveFileExA", reinterpret_cast<void*>(Move)}};
+        REQUIRE(patch.Replace(GetModuleHandleA(nullptr), imports) == 1);
+        CHECK(SetIniSetting("T", "ours", "1", true));
+        CHECK(settings.File() == Text(hasSecondName ? "theirs" : "v") + "\r\n[T]\r\nours=1\r\n");
+        CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
+        CHECK(GetIniSetting("T", "ours") == "1");
+        atMove = nullptr;
+        if (hasSecondName) CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.old"));
     }
 }
 
