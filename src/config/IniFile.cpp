@@ -6,6 +6,7 @@
 #include "platform/Text.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
+#include "support/RegistryKeys.h"
 
 using IniText::Comparison;
 using RegEdit::Root;
@@ -16,8 +17,7 @@ Location location;
 
 namespace {
 
-constexpr std::string_view registryLocation = "Software\\Quillmark\\Corvella\\";
-constexpr std::string_view legacyLocation = "Software\\Wexo\\Farrowlane\\";
+constexpr std::string_view legacyLocation = "Software\\Wexo\\Farrowlane";
 
 Cache cache;
 bool initialised = false;
@@ -48,11 +48,13 @@ bool EndsInBackslash(std::string_view section) { return section.ends_with('\\');
 
 std::string_view WithoutLast(std::string_view section) { return section.substr(0, section.size() - 1); }
 
-std::string Below(std::string_view place, std::string_view section) { return std::string(place).append(section); }
+std::string Below(std::string_view place, std::string_view section) {
+    return std::string(place).append("\\").append(section);
+}
 
 std::string FromRegistry(std::string_view section, std::string_view key, std::string_view defaultText,
                          bool useLegacyLocation) {
-    std::string value = RegEdit::GetRegString(Root::CurrentUser, Below(registryLocation, section), key);
+    std::string value = RegEdit::GetRegString(Root::CurrentUser, Below(RegistryKeys::Product, section), key);
     if (useLegacyLocation && value == defaultText) {
         value = RegEdit::GetRegString(Root::CurrentUser, Below(legacyLocation, section), key);
     }
@@ -101,8 +103,8 @@ bool SetIniSetting(std::string_view section, std::string_view key, std::string_v
     const Debug::Trace trace("SetIniSetting");
     return Quietly(false, [&] {
         if (location.StorageMode == inRegistry) {
-            return RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(Below(registryLocation, section)), key,
-                                         value, RegEdit::TypeText);
+            return RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(Below(RegistryKeys::Product, section)),
+                                         key, value, RegEdit::TypeText);
         }
         const std::string_view name = EndsInBackslash(section) ? WithoutLast(section) : section;
         return WriteToIniFile(location.CurrentFile, name, key, value, flush, option);

@@ -2,6 +2,7 @@
 // changed items over when it is started with "update", and shows itself for a moment unless it is started minimised.
 #include <windows.h>
 
+#include <cstring>
 #include <string>
 
 #include "corvella/Start.h"
@@ -34,7 +35,8 @@ std::string List(HKEY lists, const char* name) {
     if (RegQueryValueExA(lists, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &size) != ERROR_SUCCESS) {
         return {};
     }
-    return text.c_str();
+    text.resize(std::strlen(text.c_str()));  // up to the NUL at its end
+    return text;
 }
 
 void Clear(HKEY lists, const char* name) {

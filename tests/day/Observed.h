@@ -8,12 +8,13 @@
 #include <vector>
 
 #include "outlook/program/Stage.h"
+#include "testing/Keys.h"
 
 namespace program::day {
 
-inline constexpr const char* productKey = "Software\\Quillmark\\Corvella";
-inline constexpr const char* addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
-inline constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+using keys::addInKey;
+using keys::outlookKey;
+using keys::productKey;
 
 // A text of the registry, under HKEY_CURRENT_USER.
 [[nodiscard]] std::optional<std::string> Value(const char* key, const char* name);

@@ -22,7 +22,7 @@ class OwnLanguage {
     OwnLanguage& operator=(const OwnLanguage&) = delete;
 
     void Start(Session& session) const {
-        WriteValue("Software\\Quillmark\\Corvella", "IniFiles", folder_.Path());
+        WriteValue(productKey, "IniFiles", folder_.Path());
         session.host.Start();
     }
 

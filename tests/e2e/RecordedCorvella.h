@@ -11,8 +11,6 @@
 
 namespace e2e {
 
-inline constexpr const char* productKey = "Software\\Quillmark\\Corvella";
-
 // Corvella's place is taken by a program that records its starts.
 class RecordedCorvella {
   public:

@@ -10,13 +10,16 @@
 #include <vector>
 
 #include "outlook/Outlook.h"
+#include "testing/Keys.h"
 #include "testing/PrivateRegistry.h"
 
 namespace e2e {
 
 inline constexpr const char* progId = "CVOutlookAddIn.Connect";
-inline constexpr const char* addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
-inline constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+using keys::addInKey;
+using keys::outlookKey;
+using keys::productKey;
+using keys::settingsKey;
 
 // How a session ends in which nothing is held: from 2010 on add-ins are not told of it.
 [[nodiscard]] inline standin::Ending OrderlyEnd(int version) {

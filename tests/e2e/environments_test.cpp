@@ -22,13 +22,13 @@
 #include "testing/TempFolder.h"
 #include "weather/Person.h"
 
+using e2e::productKey;
 using standin::ItemClass;
 using standin::Window;
 using weather::Person;
 
 namespace {
 
-constexpr const char* productKey = "Software\\Quillmark\\Corvella";
 constexpr const char* shellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 constexpr const char* settings = "[Settings]\r\nLanguage=English\r\nPort=COM3\r\n\r\n[Phone]\r\nModel=K-700\r\n";
 constexpr CLSID addInClass{0x6B0C1E52, 0x3D8F, 0x4C0A, {0x9A, 0x5E, 0x7F, 0x21, 0xC7, 0xB4, 0xD9, 0x13}};
@@ -416,8 +416,7 @@ const Environment environments[] = {
          world.mostBoxes = 1;
      }},
     {"\"IniFiles\" names a missing folder", [](World&) { e2e::WriteValue(productKey, "IniFiles", "Q:\\Nobody\\"); }},
-    {"the settings are kept in the registry",
-     [](World&) { e2e::WriteValue("Software\\Quillmark\\Corvella\\Settings", "SaveIn", "2"); }},
+    {"the settings are kept in the registry", [](World&) { e2e::WriteValue(e2e::settingsKey, "SaveIn", "2"); }},
     {"there are no language files",
      [](World& world) {
          world.hasCaptions = false;

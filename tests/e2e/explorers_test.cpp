@@ -237,7 +237,7 @@ FROM_VERSION("windows that were open before the add-in was loaded get their butt
 
 FROM_VERSION("a click on the synchronise button of one of two windows runs one command once", 10) {
     Session session({.version = version});
-    e2e::WriteValue("Software\\Quillmark\\Corvella", "Path", "Z:\\nowhere");
+    e2e::WriteValue(e2e::productKey, "Path", "Z:\\nowhere");
     session.host.Start();
     const standin::Window second = session.host.OpenExplorer();
     session.host.Record();

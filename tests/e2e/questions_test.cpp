@@ -259,7 +259,7 @@ std::vector<User::Box> StartWithoutDrive(const std::string& storageMode, const s
             e2e::WriteValue("Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", name,
                             "Q:\\Maria\\Application Data");
         }
-        e2e::WriteValue("Software\\Quillmark\\Corvella\\Settings", "SaveIn", storageMode);
+        e2e::WriteValue(e2e::settingsKey, "SaveIn", storageMode);
         e2e::WriteValue("Control Panel\\International", "sLanguage", "DEU");
         User user(button);
         session.host.Start();

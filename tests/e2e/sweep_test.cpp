@@ -275,7 +275,7 @@ struct Played {
 
 Played PlayUndisturbed(const Scenario& scenario, int version) {
     Session session({.version = version});
-    e2e::WriteValue("Software\\Quillmark\\Corvella", "Path", "C:\\Corvella");
+    e2e::WriteValue(e2e::productKey, "Path", "C:\\Corvella");
     scenario.play(session);
     const int calls = session.host.Calls();
     return {calls, scenario.clickAlone ? ofTheClick : Span{1, calls}, Commands()};
@@ -283,7 +283,7 @@ Played PlayUndisturbed(const Scenario& scenario, int version) {
 
 void PlayWithFault(const Scenario& scenario, int version, int number, const Fault& fault, const Played& undisturbed) {
     Session session({.version = version});
-    e2e::WriteValue("Software\\Quillmark\\Corvella", "Path", "C:\\Corvella");
+    e2e::WriteValue(e2e::productKey, "Path", "C:\\Corvella");
     session.host.FailCall(number, fault);
     scenario.play(session);
     for (const standin::AddInView& addIn : session.host.AddIns()) CHECK(addIn.loadBehavior == 3);

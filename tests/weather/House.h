@@ -9,14 +9,15 @@
 #include <vector>
 
 #include "testing/ImportPatch.h"
+#include "testing/Keys.h"
 #include "testing/MemoryClipboard.h"
 #include "testing/MemoryRegistry.h"
 
 namespace weather {
 
-inline constexpr const char* productKey = "Software\\Quillmark\\Corvella";
-inline constexpr const char* addInKey = "Software\\Quillmark\\Corvella\\OlAddIn";
-inline constexpr const char* outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
+using keys::addInKey;
+using keys::outlookKey;
+using keys::productKey;
 inline constexpr const char* earlierEntries[] = {"EARLIER1", "EARLIER2"};
 
 // A file as it is; empty where it is missing.
