@@ -81,13 +81,13 @@ const TypeDescription& NameSpaceObject::Type() const {
 }
 
 Result NameSpaceObject::CallGetDefaultFolder(Call& call) {
-    const Result folder = TheHost().DefaultFolder(call.Long(0));
+    Result folder = TheHost().DefaultFolder(call.Long(0));
     if (!folder) RefuseWords(E_INVALIDARG, L"There is no such folder.");
     return folder;
 }
 
 Result NameSpaceObject::CallGetItemFromId(Call& call) {
-    const Result item = TheHost().ItemByEntryId(call.Text(0));
+    Result item = TheHost().ItemByEntryId(call.Text(0));
     if (!item) RefuseWords(static_cast<HRESULT>(0x8004010F), L"The operation failed. An object could not be found.");
     return item;
 }

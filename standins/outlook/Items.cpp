@@ -186,7 +186,7 @@ Result ItemObject::ParentObject() { return TheHost().Folder(folder_.value_or(kin
 
 const Member* ItemObject::FieldNamed(const std::string& name) const {
     const Member* member = kind_.type.Find(name, Version());
-    return member && fields_.count(member->id) != 0 ? member : nullptr;
+    return member && fields_.contains(member->id) ? member : nullptr;
 }
 
 std::wstring ItemObject::FieldText(const std::string& name) const {
@@ -233,7 +233,7 @@ void ItemObject::Derive(DISPID changed) {
         fields_[IdFileAs] = Value::OfText(last.empty() ? first : last + L", " + first);
     }
     if (changed == IdDLName) fields_[IdSubject] = fields_[IdDLName];
-    if (changed == IdBody && fields_.count(IdNoteSubject)) {
+    if (changed == IdBody && fields_.contains(IdNoteSubject)) {
         const std::wstring body = fields_[IdBody].Text();
         fields_[IdNoteSubject] = Value::OfText(body.substr(0, body.find_first_of(L"\r\n")));
     }

@@ -27,7 +27,7 @@ struct EventArgument {
     std::wstring words;             // of a VT_BSTR
     std::string text;               // for the transcript
     EventArgument(Object* object);  // NOLINT: meant to convert
-    explicit EventArgument(const std::wstring& text);
+    explicit EventArgument(const std::wstring& given);
     explicit EventArgument(VARIANT_BOOL* cancel);
 };
 

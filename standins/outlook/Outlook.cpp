@@ -43,7 +43,7 @@ void Fill(ItemObject& item, const Fields& fields) {
         try {
             item.SetFieldText(name, Wide(value));
         } catch (const Failure&) {
-            throw std::out_of_range(item.Name() + " does not take " + name + " = " + value);
+            throw std::out_of_range(item.Name().append(" does not take ").append(name).append(" = ").append(value));
         }
     }
 }
@@ -224,6 +224,7 @@ bool Outlook::SwitchFolder(Window explorer, FolderKind folder) {
 void Outlook::Select(Window explorer, const std::vector<Item>& items) {
     ExplorerObject& selecting = ExplorerOf(*session_, explorer);
     std::vector<Ref<ItemObject>> selection;
+    selection.reserve(items.size());
     for (const Item item : items) selection.emplace_back(&ItemOf(*session_, item));
     session_->gate->Action("select " + std::to_string(items.size()) + " items");
     session_->Select(&selecting, selection);

@@ -244,7 +244,7 @@ std::wstring RibbonHost::GetCustomUI(Part& part, const std::string& ribbonId) {
     const Value id = Value::OfText(Wide(ribbonId));
     BSTR xml = nullptr;
     const HRESULT answer = alive->GetCustomUI(id.bstrVal, &xml);
-    const std::wstring text = xml ? std::wstring(xml, SysStringLen(xml)) : std::wstring();
+    std::wstring text = xml ? std::wstring(xml, SysStringLen(xml)) : std::wstring();
     SysFreeString(xml);
     if (SUCCEEDED(answer)) return text;
     gate_->Complain(part.progId + ": GetCustomUI returns " + Hex(static_cast<unsigned long>(answer)));

@@ -134,9 +134,9 @@ WindowObject* Session::FindWindow(int number) const {
 }
 
 template <class T, class... Arguments>
-Ref<T> Session::AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments) {
-    const Ref<T> window = Make<T>(gate, ++lastWindow_, std::forward<Arguments>(arguments)...);
-    window->bars.bars = std::move(bars);
+Ref<T> Session::AddWindow(const std::vector<BarPointer>& bars, Arguments&&... arguments) {
+    Ref<T> window = Make<T>(gate, ++lastWindow_, std::forward<Arguments>(arguments)...);
+    window->bars.bars = bars;
     windows_.push_back(window);
     RestoreBars(*window);
     return window;
@@ -144,7 +144,7 @@ Ref<T> Session::AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments
 
 Ref<ExplorerObject> Session::NewExplorer(FolderObject* folder) {
     const Turn turn(*this);
-    const Ref<ExplorerObject> explorer =
+    Ref<ExplorerObject> explorer =
         AddWindow<ExplorerObject>(ExplorerBars(options.version, [this] { return NextInstance(); }), folder);
     explorers->Raise(events::NewExplorer, {EventArgument(explorer.get())});
     return explorer;
@@ -161,7 +161,7 @@ InspectorObject* Session::InspectorOf(const ItemObject* item) const {
 Ref<InspectorObject> Session::InspectorFor(ItemObject* item) {
     const Turn turn(*this);
     if (InspectorObject* known = InspectorOf(item)) return known;
-    const Ref<InspectorObject> inspector =
+    Ref<InspectorObject> inspector =
         AddWindow<InspectorObject>(InspectorBars(item->Kind().itemClass, [this] { return NextInstance(); }), item);
     inspectors->Raise(events::NewInspector, {EventArgument(inspector.get())});
     return inspector;

@@ -123,7 +123,7 @@ class Session : public Host {
 
   private:
     template <class T, class... Arguments>
-    Ref<T> AddWindow(std::vector<BarPointer> bars, Arguments&&... arguments);
+    Ref<T> AddWindow(const std::vector<BarPointer>& bars, Arguments&&... arguments);
     void RestoreBars(WindowObject& window);
     void SaveBars(const WindowObject& window);
     void TakeOff(WindowObject& window);

@@ -82,6 +82,7 @@ void HostFrame::OpenContextMenu(POINT corner) {
     if (entries.empty()) return;
     contextMenu_ =
         std::make_unique<RibbonMenu>(Handle(), std::move(entries), corner, false, [this](const std::string& id) {
+            // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): what is clicked may take the menu away
             const std::string chosen = id;
             ShowWindow(contextMenu_->Handle(), SW_HIDE);
             ReleaseCapture();

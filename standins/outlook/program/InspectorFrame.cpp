@@ -1,5 +1,6 @@
 #include "outlook/program/InspectorFrame.h"
 
+#include <algorithm>
 #include <span>
 #include <stdexcept>
 
@@ -111,14 +112,13 @@ void InspectorFrame::CommitEdits() {
 }
 
 bool InspectorFrame::Type(const std::string& field, const std::string& text) {
-    for (const Entry& entry : entries_) {
-        if (entry.field != field) continue;
-        SetFocus(entry.edit);
-        SetWindowTextA(entry.edit, text.c_str());
-        Commit(entry);
-        return true;
-    }
-    return false;
+    const auto entry =
+        std::find_if(entries_.begin(), entries_.end(), [&](const Entry& each) { return each.field == field; });
+    if (entry == entries_.end()) return false;
+    SetFocus(entry->edit);
+    SetWindowTextA(entry->edit, text.c_str());
+    Commit(*entry);
+    return true;
 }
 
 bool InspectorFrame::AskClose() {

@@ -258,6 +258,7 @@ void RibbonBand::CloseMenu() {
 }
 
 void RibbonBand::OnChosen(const std::string& id) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be the menu's own
     const std::string kept = id;
     CloseMenu();
     if (!kept.empty()) onRibbon(kept);

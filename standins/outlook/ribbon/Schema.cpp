@@ -134,11 +134,11 @@ class Checker {
     void Wrong(const std::string& text) { wrong_.push_back(text); }
 
     [[nodiscard]] const Shape* ShapeOf(const XmlElement& element, const XmlElement* parent) const {
-        const std::string name = Narrow(element.name), in = parent ? Narrow(parent->name) : std::string();
+        const std::string name = Narrow(element.name);
+        const std::string within = parent ? name + " < " + Narrow(parent->name) : name, anywhere = name + " < *";
         for (const Shape& shape : Shapes()) {
             if (shape.since >= outlook2010 && !later_) continue;
-            if (!parent ? name == shape.path : shape.path == name + " < " + in || shape.path == name + " < *")
-                return &shape;
+            if (shape.path == within || (parent && shape.path == anywhere)) return &shape;
         }
         return nullptr;
     }
