@@ -10,6 +10,7 @@
 #include "e2e/RecordedCorvella.h"
 #include "e2e/Session.h"
 #include "e2e/User.h"
+#include "testing/ImportPatch.h"
 #include "testing/MenuTable.h"
 
 using e2e::RecordedCorvella;
@@ -92,6 +93,12 @@ Window ShowContacts(Session& session, const std::vector<Item>& selected) {
     return window;
 }
 
+// The resolution that the library finds.
+int dots = 96;
+int WINAPI DotsOf(HDC device, int index) {
+    return index == LOGPIXELSX || index == LOGPIXELSY ? dots : GetDeviceCaps(device, index);
+}
+
 constexpr std::pair<ItemClass, const char*> itemButtons[] = {
     {ItemClass::Contact, "TabContact_ButtonUpdate"},
     {ItemClass::Task, "TabTask_ButtonUpdate"},
@@ -156,6 +163,23 @@ TEST_CASE("pictures have transparency and a light edge, in the size of their con
         CHECK(group.controls[0].controls[0].image.width == 16);  // the editor
         CHECK(group.controls[0].controls[3].image.width == 0);   // synchronise contacts
     });
+}
+
+TEST_CASE("pictures are as large as the resolution asks for") {
+    constexpr std::pair<int, int> sides[] = {{96, 16}, {120, 20}, {144, 24}, {192, 32}};
+    for (const auto& [resolution, side] : sides) {
+        CAPTURE(resolution);
+        Session session({.version = 16}, RibbonIs::Asked);
+        session.host.Start();
+        ImportPatch patch;
+        const ImportPatch::Import import[] = {{"GDI32.dll", "GetDeviceCaps", reinterpret_cast<void*>(&DotsOf)}};
+        REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), import) == 1);
+        dots = resolution;
+        const RibbonGroupView group = OwnGroup(session, session.FirstWindow(), "TabMail");
+        CHECK(group.controls[0].image.width == 2 * side);
+        CHECK(group.controls[1].image.width == side);
+        CHECK(group.controls[1].image.height == side);
+    }
 }
 
 TEST_CASE("sending is offered in contacts folders alone, and can be clicked while something is selected") {
@@ -263,6 +287,26 @@ TEST_CASE("the options and the info box are shown from the ribbon") {
         e2e::User ok("OK");
         CHECK(session.host.ClickRibbon(session.FirstWindow(), "TabMail_mAbout"));
         CHECK(ok.boxes.size() == 1);
+    });
+}
+
+TEST_CASE("a click in another window while the options are open acts once, in that window") {
+    InEachVersion([](Session& session) {
+        const Window contact = session.OpenNew(ItemClass::Contact, {{"FullName", "Ann"}});
+        const Window other = session.OpenNew(ItemClass::Contact, {{"FullName", "Ben"}});
+        const Item item = session.host.View(contact).item;
+        e2e::User cancel("Cancel");
+        bool clicked = false;
+        cancel.beforeAnswer = [&](const e2e::User::Box&) {
+            clicked = session.host.ClickRibbon(contact, "TabContact_ButtonUpdate");
+            CHECK(session.host.ClickRibbon(session.FirstWindow(), "TabMail_mOptions"));  // the same dialog
+        };
+        CHECK(session.host.ClickRibbon(session.FirstWindow(), "TabMail_mOptions"));
+        CHECK(cancel.boxes.size() == 1);
+        CHECK(clicked);
+        CHECK_FALSE(session.host.Exists(contact));
+        CHECK(session.host.Exists(other));
+        CHECK(Changed("C") == ";" + session.host.EntryId(item));
     });
 }
 

@@ -47,7 +47,6 @@ struct RibbonOptions {
     bool refuseAll = false;                     // every XML is refused, without a word to the add-in
     std::vector<std::string> missingIds = {};   // built-in names that this host has not
     std::vector<std::string> askedBefore = {};  // ids of other ribbons that are asked for at start
-    int dotsPerInch = 96;
 };
 
 }  // namespace standin
