@@ -114,7 +114,10 @@ void CheckSecond(const Stage& stage, standin::Window first, standin::Window seco
 
 }  // namespace
 
-bool HasRibbon(const Stage& stage) { return !stage.Outlook().RibbonsAsked().empty(); }
+// Outlook 2007 asks for the ribbons of item windows alone, and is given none.
+bool HasRibbon(const Stage& stage) {
+    return stage.Outlook().Version() >= 14 && !stage.Outlook().RibbonsAsked().empty();
+}
 
 FoundOnRibbon OnRibbon(const Stage& stage, standin::Window window, const std::string& tag) {
     for (const standin::RibbonTabView& tab : stage.Outlook().Ribbon(window))
