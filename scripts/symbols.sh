@@ -4,7 +4,7 @@
 #   FOLDER/CVOutlookAddIn-VERSION-32.debug, -64.debug   (dist when no folder is named); scripts/where.sh reads them
 #
 # The libraries are built once more with debug information, and have to be, without it, the shipped ones but for their headers.
-# At the end the files have to tell the lines in which the exported functions begin.
+# At the end the files have to tell the lines of the exported functions.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 dist=${1:-dist}
@@ -27,7 +27,8 @@ for bits in 32 64; do
         offset=$("$tools-objdump" -p "$shipped" | python3 scripts/export-offset.py "$function")
         place=$(scripts/where.sh "$symbols" "$offset")
         source=${place##* at } line=${place##*:}
-        sed -n "${line}p" "${source%:*}" | grep -q "$function" || { echo "symbols: $function begins at $place?" >&2; exit 1; }
+        # The first instruction may belong to a line that follows the function's name.
+        sed -n "$((line - 4)),${line}p" "${source%:*}" | grep -q "$function" || { echo "symbols: $function begins at $place?" >&2; exit 1; }
         echo "$function, $bits bits: $offset is $place"
     done
 done

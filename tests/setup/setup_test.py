@@ -213,7 +213,7 @@ def run_as_outlook(world):
     outlook = folder / "OUTLOOK.EXE"
     if not outlook.exists():
         shutil.copy(world.host, outlook)
-    host = drive_test.StandIn(world.prefix, outlook, "2003")
+    host = drive_test.StandIn(world.prefix, outlook, "2003", ribbon=False)
     expect("the host runs", host.ready())
     return host
 
@@ -280,7 +280,7 @@ def is_used(world):
     world.prefix.run(world.host, "/regserver")
     world.reg("add", PRODUCT, "/v", "Path", "/d", windows_path(folder), "/f")
     world.reg("delete", PRODUCT + "\\Outlook", "/v", "ChangedC", "/f")
-    drive_test.drive(world.prefix, "2003", world.host, folder, expect)
+    drive_test.drive(world.prefix, "2003", world.host, folder, False, expect)
     wait_until(lambda: not drive_test.programs_in(folder))
     world.prefix.run(world.host, "/unregserver")
     world.reg("delete", PRODUCT, "/v", "Path", "/f")
