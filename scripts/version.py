@@ -38,7 +38,25 @@ def faults(number, changelog, pages):
     return found
 
 
+def self_test():
+    """Every kind of disagreement is found, and agreement is not."""
+    pages = {"page": "Corvella-Outlook-AddIn-1.2.3-setup.exe"}
+    changelog = "# Changelog\n\n## 1.2.3 (unreleased)\n\n## 1.2.2\n"
+    built = b"MZ" + "FileVersion\0\0001.2.3\0ProductVersion\0\0001.2.3\0".encode("utf-16-le")
+    as_expected = [
+        faults("1.2.3", changelog, pages) == [],
+        len(faults("1.2.4", changelog, pages)) == 2,
+        len(faults("1.2.3", "# Changelog\n", pages)) == 1,
+        record(built) == {"FileVersion": "1.2.3", "ProductVersion": "1.2.3"},
+        record(b"MZ") == {"FileVersion": "", "ProductVersion": ""},
+    ]
+    print("version: the check finds what it is for" if all(as_expected) else f"version: {as_expected}")
+    return 0 if all(as_expected) else 1
+
+
 def main():
+    if sys.argv[1:2] == ["--self-test"]:
+        return self_test()
     if sys.argv[1:2] == ["--built"]:
         wrong = [f"version: {name} says {record(pathlib.Path(name).read_bytes())}" for name in sys.argv[2:]
                  if set(record(pathlib.Path(name).read_bytes()).values()) != {version()}]
