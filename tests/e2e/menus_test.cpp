@@ -201,7 +201,7 @@ IN_EVERY_VERSION("the synchronise button shows the same picture as its entry, on
     CHECK(button.index == static_cast<int>(session.host.Controls(session.FirstWindow(), "Standard").size()));
 }
 
-IN_EVERY_VERSION("a language file without the texts of four entries leaves these without caption, and has the others") {
+IN_EVERY_VERSION("a language file without the texts of some entries leaves these without caption, and has the others") {
     std::string text = "[OutlookAddIn]\r\n";
     std::vector<std::string> expected;
     for (const MenuRow& entry : menuTable) {
@@ -209,7 +209,7 @@ IN_EVERY_VERSION("a language file without the texts of four entries leaves these
         if (named) text += std::string(entry.key) + "=Text of " + entry.key + "\r\n";
         expected.push_back(named ? std::string("Text of ") + entry.key : "");
     }
-    CHECK(std::count(expected.begin(), expected.end(), "") == 4);
+    CHECK(std::count(expected.begin(), expected.end(), "") >= 4);
     CHECK(CaptionsWith(text, version) == expected);
 }
 

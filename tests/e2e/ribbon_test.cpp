@@ -2,7 +2,9 @@
 #include <doctest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -99,6 +101,27 @@ int WINAPI DotsOf(HDC device, int index) {
     return index == LOGPIXELSX || index == LOGPIXELSY ? dots : GetDeviceCaps(device, index);
 }
 
+// What the menu's captions are on a ribbon: without "&", a "-" before each group; and the letter behind the "&".
+Texts MenuLabels() {
+    Texts labels;
+    for (const MenuRow& row : menuTable) {
+        if (row.beginsGroup) labels.push_back("-");
+        std::string label = row.caption;
+        label.erase(label.find('&'), 1);
+        labels.push_back(label);
+    }
+    return labels;
+}
+Texts MenuKeyTips() {
+    Texts tips;
+    for (const MenuRow& row : menuTable) {
+        const std::string_view caption = row.caption;
+        const char letter = caption[caption.find('&') + 1];
+        tips.push_back(std::string(1, static_cast<char>(std::toupper(static_cast<unsigned char>(letter)))));
+    }
+    return tips;
+}
+
 constexpr std::pair<ItemClass, const char*> itemButtons[] = {
     {ItemClass::Contact, "TabContact_ButtonUpdate"},
     {ItemClass::Task, "TabTask_ButtonUpdate"},
@@ -123,9 +146,7 @@ TEST_CASE("the home tab of each module has the Corvella group, and no command ba
             CHECK(group.controls[0].kind == "menu");
             CHECK(group.controls[0].large);
             CHECK(group.controls[0].label == "Corvella");
-            CHECK(Labels(group.controls[0].controls) ==
-                  Texts{"Corvella Editor", "-", "Synchronize", "Synchronize Contacts", "Synchronize Calendar", "-",
-                        "New SMS", "-", "Settings...", "Add-In Options...", "-", "Log File", "-", "About Corvella"});
+            CHECK(Labels(group.controls[0].controls) == MenuLabels());
             CHECK(group.controls[1].label == "Synchronize");
         }
         CHECK_FALSE(HasBarControls(session, window));
@@ -141,7 +162,7 @@ TEST_CASE("the access keys of the menu are its key tips, its labels carry none")
              OwnGroup(session, session.FirstWindow(), "TabMail").controls[0].controls) {
             if (entry.kind == "button") keyTips.push_back(entry.keytip);
         }
-        CHECK(keyTips == Texts{"E", "Y", "C", "L", "N", "T", "O", "G", "A"});
+        CHECK(keyTips == MenuKeyTips());
     });
 }
 
