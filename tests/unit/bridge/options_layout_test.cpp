@@ -169,11 +169,29 @@ TEST_CASE("where the screen is low everything moves closer together, and where i
     CHECK(low.inside.width == roomy.inside.width);
 }
 
+namespace {
+
+struct Row {
+    const char* name;
+    Rect place;
+};
+
+template <std::size_t count>
+void CheckPlaces(const Arranged& layout, const Row (&expected)[count]) {
+    CHECK(count == OptionsControls::places.size());
+    for (const Row& row : expected) {
+        CAPTURE(std::string(row.name));
+        const Rect& place = layout.Of(row.name);
+        CHECK(place.left == row.place.left);
+        CHECK(place.top == row.place.top);
+        CHECK(place.width == row.place.width);
+        CHECK(place.height == row.place.height);
+    }
+}
+
+}  // namespace
+
 TEST_CASE("every control of the options dialog stands in its own place") {
-    struct Row {
-        const char* name;
-        Rect place;
-    };
     const Arranged layout = ArrangedAt(Texts(96));
     constexpr Row expected[] = {
         {"Picture1", {12, 12, 32, 32}},
@@ -198,13 +216,61 @@ TEST_CASE("every control of the options dialog stands in its own place") {
         {"ButtonCancel", {158, 289, 96, 23}},
         {"ButtonHelp", {260, 289, 96, 23}},
     };
-    CHECK(std::size(expected) == OptionsControls::places.size());
-    for (const Row& row : expected) {
-        CAPTURE(std::string(row.name));
-        const Rect& place = layout.Of(row.name);
-        CHECK(place.left == row.place.left);
-        CHECK(place.top == row.place.top);
-        CHECK(place.width == row.place.width);
-        CHECK(place.height == row.place.height);
-    }
+    CheckPlaces(layout, expected);
+    CHECK(layout.inside.width == 368);
+    CHECK(layout.inside.height == 324);
+}
+
+TEST_CASE("where the screen is low every gap between two lines is half as high, and nothing else changes") {
+    const Arranged layout = ArrangedAt(Texts(96), 0, 323);
+    constexpr Row expected[] = {
+        {"Picture1", {12, 6, 32, 32}},
+        {"Label6", {56, 9, 300, 26}},
+        {"Frame1", {12, 43, 344, 68}},
+        {"Label1", {24, 64, 72, 13}},
+        {"TextDelay", {104, 60, 60, 21}},
+        {"Label2", {172, 64, 172, 13}},
+        {"Label3", {24, 88, 72, 13}},
+        {"TextRemain", {104, 84, 60, 21}},
+        {"Label4", {172, 88, 172, 13}},
+        {"CheckT", {}},
+        {"CheckA", {}},
+        {"CheckC", {}},
+        {"Frame2", {12, 116, 344, 58}},
+        {"OptionSync", {24, 133, 320, 17}},
+        {"OptionDlg", {24, 151, 320, 17}},
+        {"Frame3", {12, 179, 344, 44}},
+        {"Label5", {24, 200, 72, 13}},
+        {"ComboProfiles", {104, 196, 240, 21}},
+        {"ButtonOK", {56, 228, 96, 23}},
+        {"ButtonCancel", {158, 228, 96, 23}},
+        {"ButtonHelp", {260, 228, 96, 23}},
+    };
+    CheckPlaces(layout, expected);
+    CHECK(layout.inside.width == 368);
+    CHECK(layout.inside.height == 257);
+    CHECK(ArrangedAt(Texts(96), 0, 324).inside.height == 324);
+}
+
+TEST_CASE("the widest of all lines decides how wide the dialog is, and short texts leave it a width of its own") {
+    Texts texts(96);
+    for (std::int32_t& length : texts.lengths) length = 1;
+    CHECK(ArrangedAt(texts).inside.width == 12 + 300 + 12);
+    texts.Set("Frame2", 70);  // with the frame's ends beside it
+    CHECK(ArrangedAt(texts).inside.width == 12 + 70 * 6 + 24 + 12);
+    texts.Set("Label4", 70);  // behind a label, a number and the gaps between them
+    CHECK(ArrangedAt(texts).inside.width == 12 + 12 + 6 + 8 + 60 + 8 + 70 * 6 + 12 + 12);
+    texts.Set("OptionDlg", 90);
+    CHECK(ArrangedAt(texts).inside.width == 12 + 12 + 20 + 90 * 6 + 12 + 12);
+}
+
+TEST_CASE("of the picture and the introduction the lower one stands in the middle of the other") {
+    Texts texts(96);
+    texts.Set("Label6", 200);
+    const Arranged high = ArrangedAt(texts);
+    CHECK(high.Of("Label6").height == 52);
+    CHECK(high.Of("Label6").top == 12);
+    CHECK(high.Of("Picture1").top == 12 + (52 - 32) / 2);
+    texts.Set("Label6", 10);
+    CHECK(ArrangedAt(texts).Of("Label6").top == 12 + (32 - 13) / 2);
 }

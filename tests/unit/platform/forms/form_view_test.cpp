@@ -58,6 +58,20 @@ TEST_CASE("asking the form's own code for a control that is not there is an erro
     CHECK_THROWS_AS((void)form.The("Label9"), platform::NoSuchControl);
 }
 
+TEST_CASE("a control begins enabled, not ticked, with nothing chosen and no text") {
+    TestForm form;
+    for (Control* const control : {form.Find("Option", 0), form.Find("Combo1"), form.Find("TextDelay")}) {
+        REQUIRE(control);
+        CHECK(control->Enabled());
+        CHECK_FALSE(control->ValueSet());
+        CHECK_FALSE(control->Value());
+        CHECK(control->ListIndexSet() == -1);
+        CHECK(control->TextSet().empty());
+        CHECK(control->Interval() == 0);
+        CHECK(control->PasswordChar() == 0);
+    }
+}
+
 TEST_CASE("a property that a control has is set and read back without windows") {
     TestForm form;
     Control& label = form.The("Label1");
