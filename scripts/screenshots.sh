@@ -9,16 +9,25 @@ scripts/contact-sheet.sh
 crop() {  # crop folder-of-the-demo picture part name
     "$convert" "build/demo/$1/$2.png" -crop "$3" +repage -define png:exclude-chunks=date,time "docs/pictures/$4.png"
 }
-crop 2003 menu 900x300+40+30 menu
-crop 2003 contact 940x640+30+20 contact
-# For the manual, in each language that has one.
+folder_of() { [ "$2" = English ] && echo "$1" || echo "$1-$2"; }  # folder_of version language
+
+# For the manual, in each language that has one. Outlook 2007 shows item windows with a ribbon, 2016 all windows.
 manuals=$(cd help && ls -d */ | tr -d /)
 for language in $manuals; do
-    played=2003-$language
-    [ "$language" != English ] || played=2003
-    crop "$played" menu 640x256+290+54 "menu-$language"
-    crop "$played" contact 640x300+30+20 "contact-$language"
+    for version in 2007 2016; do
+        echo "screenshots: Outlook $version, $language"
+        scripts/demo.sh "$version" "$language" > build/screens.log || { tail build/screens.log >&2; exit 1; }
+    done
+    crop "$(folder_of 2003 "$language")" menu 640x256+290+54 "menu-$language"
+    crop "$(folder_of 2003 "$language")" contact 640x300+300+190 "contact-$language"
+    crop "$(folder_of 2007 "$language")" contact 640x300+300+190 "contact2007-$language"
+    crop "$(folder_of 2016 "$language")" menu 900x400+40+30 "ribbon-$language"
 done
+# For the README: the menu and below it what happens; a contact; the ribbon.
+"$convert" build/demo/2003/menu.png \( -clone 0 -crop 900x300+40+30 +repage \) \( -clone 0 -crop 1204x262+38+762 +repage \) \
+    -delete 0 -background '#3a6ea5' -append -define png:exclude-chunks=date,time docs/pictures/menu.png
+crop 2003 contact 940x640+30+20 contact
+cp docs/pictures/ribbon-English.png docs/pictures/ribbon.png
 python3 scripts/draw-bitmaps.py
 
 scripts/build.sh win32-release question_screens options_screens > build/screens.log ||
@@ -65,5 +74,5 @@ for language in $manuals; do
     cp "build/screens/options-$language-96.png" "docs/pictures/options-$language.png"
     cp "build/screens/question-message-$language-96.png" "docs/pictures/question-$language.png"
 done
-cp build/screens/question-link-English-96.png docs/pictures/question.png
+cp build/screens/question-message-English-96.png docs/pictures/question.png
 ls -l docs/pictures
