@@ -15,7 +15,7 @@ using standin::ItemClass;
 
 // --- what stations share ---
 
-inline constexpr int outlook2000 = 9, outlook2002 = 10, outlook2003 = 11, outlook2007 = 12;
+inline constexpr int outlook2000 = 9, outlook2002 = 10, outlook2003 = 11, outlook2007 = 12, outlook2010 = 14;
 
 // The entries of the add-in's menu, by their keys in the language files.
 using Entry = const char*;

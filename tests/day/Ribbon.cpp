@@ -116,7 +116,7 @@ void CheckSecond(const Stage& stage, standin::Window first, standin::Window seco
 
 // Outlook 2007 asks for the ribbons of item windows alone, and is given none.
 bool HasRibbon(const Stage& stage) {
-    return stage.Outlook().Version() >= 14 && !stage.Outlook().RibbonsAsked().empty();
+    return stage.Outlook().Version() >= outlook2010 && !stage.Outlook().RibbonsAsked().empty();
 }
 
 FoundOnRibbon OnRibbon(const Stage& stage, standin::Window window, const std::string& tag) {

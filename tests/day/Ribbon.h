@@ -20,7 +20,7 @@ struct FoundOnRibbon {
     explicit operator bool() const { return static_cast<bool>(control); }
 };
 
-// Whether the host asks add-ins for its ribbon in this session.
+// Whether the host asks add-ins for all of its ribbons in this session.
 [[nodiscard]] bool HasRibbon(const Stage& stage);
 // The visible control with that tag, on the tabs that the window has now; none where it is not to be seen. Entries of
 // menus have the tab and the group of their menu.
