@@ -62,6 +62,18 @@ if [ -z "$browser" ] && [ "$shown" != picture ]; then
     find_browser
 fi
 
+# For as long as this runs, pages are the browser's; tests want a prefix where nothing is.
+classes='HKLM\Software\Classes'
+forget_pages() {
+    wine reg delete "$classes\\.htm" /f > /dev/null 2>&1 || true
+    wine reg delete "$classes\\CorvellaRunPage" /f > /dev/null 2>&1 || true
+}
+viewer=
+at_end() { [ -z "$viewer" ] || kill "$viewer" 2> /dev/null || true; forget_pages; }
+trap at_end EXIT
+wine reg add "$classes\\.htm" /ve /d CorvellaRunPage /f > /dev/null 2>&1
+wine reg add "$classes\\CorvellaRunPage\\shell\\open\\command" /ve /d 'C:\windows\system32\winebrowser.exe -nohome "%1"' /f > /dev/null 2>&1
+
 explorers="the menu Corvella, left of Help, and the button Synchronize at the end of the toolbar"
 contacts="Click the folder Contacts on the left: the toolbar gets one more button, Send to Phone. Select some contacts
      and click it."
@@ -84,7 +96,8 @@ Outlook $outlook (a stand-in) with the add-in. What to try:
   1. In the large window: $explorers.
   2. $contacts
   3. $items
-  4. Choose Add-In Options in the menu, and press F1 there: the manual comes${browser:+ ($browser shows it)}.
+  4. Choose Add-In Options in the menu, and press F1 there: the folder of the manual opens, as Wine cannot show compiled help.
+     Double-click AddInOutl.htm${browser:+ ($browser shows it)}.
   5. Below, "What happens" shows each call between Outlook and the add-in, and to the right what was started.
 
 Corvella is a stand-in too: a program that notes what it was called with, and clears the lists.
@@ -108,9 +121,8 @@ case "$shown" in
     vnc)
         x11vnc -display "$DISPLAY" -localhost -forever -shared -nopw -quiet > build/x11vnc.log 2>&1 &
         viewer=$!
-        trap 'kill "$viewer" 2> /dev/null' EXIT
         echo "Look at it with a VNC viewer: vncviewer localhost:5900"
         "${start[@]}"
         ;;
-    *) exec "${start[@]}" ;;
+    *) "${start[@]}" ;;
 esac
