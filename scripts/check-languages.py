@@ -24,6 +24,7 @@ The rules
                   English text has one
     placeholders  the same "%f" as in English, as often
     tool-tips     "|" as often as in English, and none outside the sections of forms
+    own-texts     the texts that the check program has of its own are those of the English file
     lengths       a text of the options dialog leaves the dialog narrow enough for the smallest screen
     terms         wherever the English text has a term of lang/terms.txt, the other language has its own word for it
 """
@@ -167,6 +168,9 @@ def of_tables(root):
     for keys in tables.question_captions(root):
         needed.update({("FormQuestion", key): "the question box has it" for key in keys})
         together.append([("FormQuestion", key) for key in keys])
+    texts = tables.check_texts(root)
+    needed.update({("FormCheck", key): "the check program has it" for key, _ in texts})
+    together.append([("FormCheck", key) for key, _ in texts if key.startswith(("Button", "Label"))])
     return needed, allowed, together
 
 
@@ -300,6 +304,13 @@ def plain(text):
     return text.replace("&", "")
 
 
+def check_own_texts(root, reference, faults):
+    """Where no language file is there, the check program speaks by itself, and says the same."""
+    for key, english in tables.check_texts(root):
+        if reference.texts.get(("FormCheck", key), english) != english:
+            faults.append(("own-texts", f"{reference.name}.lng: [FormCheck] {key} is not the text of check/Texts.cpp"))
+
+
 def terms(root):
     """The blocks of lang/terms.txt: an English word and the words of the languages, as regular expressions."""
     found = []
@@ -337,6 +348,7 @@ def check(root):
         if path.exists() and entry.page in CHARSETS:
             files[entry.name] = LanguageFile(entry.name, entry.page, path.read_bytes())
     reference = files[listed[0].name]
+    check_own_texts(root, reference, faults)
     for pair in reference.texts:
         used.setdefault(pair, f"{reference.name} has it") if pair in allowed else None
     for language in files.values():
@@ -396,6 +408,10 @@ BREAKS = [
     ("lengths", "src/bridge/OptionsLayout.cpp", "fieldWidth = 160", "fieldWidth = 460"),
     ("terms", "lang/Deutsch.lng", "An Handy senden", "An Telefon senden"),
     ("terms", "lang/terms.txt", "Polski = \\btelefon\\b\n", ""),
+    ("own-texts", "lang/English.lng", "SignHint=Hint", "SignHint=Advice"),
+    ("missing", "src/check/Texts.cpp", '{"SignHint"', '{"SignAdvice", "Advice"}, {"SignHint"'),
+    ("access-keys", "lang/Deutsch.lng", "ButtonClose=&Schli", "ButtonClose=Sc&hli"),
+    ("placeholders", "lang/Cesky.lng", "LoadOther=LoadBehavior je %a", "LoadOther=LoadBehavior je"),
     ("listed", "lang/languages.txt", "Nederlands    1252", "Hollands      1252"),
     ("listed", "lang/languages.txt", "  NL  ", "  XX  "),
     ("listed", "lang/languages.txt", " nl ", " ne "),

@@ -102,6 +102,11 @@ def question_captions(root):
     return groups
 
 
+def check_texts(root):
+    """The texts of the check program: (key, English text)."""
+    return [(key, english) for key, english in rows(root / "src/check/Texts.cpp", "texts")]
+
+
 def system_languages(root):
     """Windows' codes and the language files that they stand for."""
     return [(code, name.removesuffix(".lng")) for code, name in

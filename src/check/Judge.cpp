@@ -262,7 +262,7 @@ class Judgement {
         const std::string name = NameOfOutlook(item.version);
         const Fill fill{name, list};
         bool ours = false, mentioned = false;
-        for (const auto& [library, lower] : now_.lowerPaths) {
+        for (const std::u16string& lower : now_.lowerPaths) {
             ours = ours || (entry && Resiliency::SameFolded(entry->path, lower));
             mentioned = mentioned || Resiliency::Holds(item.value.bytes, lower);
         }

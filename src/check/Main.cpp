@@ -8,16 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "check/FormCheck.h"
 #include "check/Judge.h"
 #include "check/Mending.h"
 #include "check/Reading.h"
 #include "check/Report.h"
-#include "config/IniText.h"
+#include "platform/Beside.h"
 #include "platform/Console.h"
-#include "platform/Guard.h"
 #include "platform/Locale.h"
 #include "platform/Text.h"
-#include "platform/WholeFile.h"
 
 namespace {
 
@@ -46,12 +45,6 @@ Snapshot LookAround() {
     return ReadSnapshot([](const char*) {});
 }
 
-Lookup TextsOf(const Snapshot& snapshot) {
-    return [&snapshot](std::string_view key) {
-        return std::string(IniText::Read(snapshot.language.text, "FormCheck", key).value_or(""));
-    };
-}
-
 void Repair(const Snapshot& snapshot, bool all) {
     std::vector<Change> changes;
     for (const Finding& finding : Judge(snapshot)) {
@@ -62,14 +55,14 @@ void Repair(const Snapshot& snapshot, bool all) {
 }
 
 int Run(const Options& options) {
+    if (!options.report && !options.repair) return FormCheck().Run();
     if (options.repair) Repair(LookAround(), options.all);
     const Snapshot snapshot = LookAround();
     const std::vector<Finding> findings = Judge(snapshot);
     if (options.report) {
         const std::string report = Report(snapshot, findings, TextsOf(snapshot));
-        const bool written = options.file.empty()
-                                 ? platform::WriteToConsole(report)
-                                 : platform::WriteWhole(options.file, report, platform::Opening::Replacing);
+        const bool written =
+            options.file.empty() ? platform::WriteToConsole(report) : platform::WriteReportFile(options.file, report);
         if (!written) return cannotWork;
     }
     return ExitCode(findings);
@@ -78,10 +71,6 @@ int Run(const Options& options) {
 }  // namespace
 
 int main(int count, char** values) {
-    int code = cannotWork;
-    platform::RunGuarded([&] {
-        platform::TellLeadBytes(platform::IsLeadByte);
-        code = Run(Read(std::vector<std::string>(values + 1, values + count)));
-    });
-    return code;
+    platform::TellLeadBytes(platform::IsLeadByte);
+    platform::EndProgram(Run(Read(std::vector<std::string>(values + 1, values + count))));
 }

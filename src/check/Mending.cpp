@@ -2,9 +2,7 @@
 
 #include "check/UndoText.h"
 #include "platform/Environment.h"
-#include "platform/Err.h"
 #include "platform/Text.h"
-#include "platform/WholeFile.h"
 #include "support/Product.h"
 
 namespace Check {
@@ -25,7 +23,7 @@ bool Make(const Change& change) {
 std::string FolderForUndo(const Snapshot& snapshot) {
     if (!snapshot.settings.appData.empty()) {
         std::string folder = platform::WithBackslash(snapshot.settings.appData) + Product::Folder;
-        if (platform::FolderIsThere(folder) || platform::MakeFolder(folder)) return folder;
+        if (platform::MakeReportFolder(folder)) return folder;
     }
     return platform::WithBackslash(platform::EnvironmentVariable("TEMP"));
 }
@@ -34,15 +32,14 @@ std::string FolderForUndo(const Snapshot& snapshot) {
 
 // "CorvellaCheck 2026-11-22 0330.reg"
 std::string UndoFileFor(const Snapshot& snapshot) {
-    const platform::ErrorScope ownErrors;
     const std::string begin = FolderForUndo(snapshot) + "CorvellaCheck " + platform::Replace(snapshot.now, ":", "");
     std::string file = begin + ".reg";
-    for (std::int32_t i = 2; platform::StampOf(file).exists; ++i) file = begin + " " + platform::Decimal(i) + ".reg";
+    for (std::int32_t i = 2; platform::LookAtFile(file).found != Found::Missing; ++i)
+        file = begin + " " + platform::Decimal(i) + ".reg";
     return file;
 }
 
 Mended Mend(const std::vector<Change>& changes, const std::string& undoFile) {
-    const platform::ErrorScope ownErrors;
     Mended mended;
     std::vector<Done> done;
     for (const Change& change : changes) {
@@ -51,8 +48,7 @@ Mended Mend(const std::vector<Change>& changes, const std::string& undoFile) {
             one.keyBefore != Found::Unreadable && one.before.found != Found::Unreadable && !one.before.tooLong;
         if (readable) done.push_back(std::move(one));
     }
-    mended.undoWritten =
-        platform::WriteWhole(undoFile, UndoText(done, platform::HasRegistryViews()), platform::Opening::Replacing);
+    mended.undoWritten = platform::WriteReportFile(undoFile, UndoText(done, platform::HasRegistryViews()));
     if (!mended.undoWritten) return mended;
     mended.all = done.size() == changes.size();
     for (const Done& one : done) mended.all = Make(one.change) && mended.all;

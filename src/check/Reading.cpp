@@ -73,7 +73,7 @@ class Reader {
 
     void LookAtProgram(const std::string& path) {
         if (path.empty()) return;
-        Program& program = to_.files[platform::ToLower(path)];
+        Program& program = to_.FileToFill(path);
         const platform::SeenFile seen = platform::LookAtFile(path);
         program.found = seen.found;
         if (seen.found != Found::There || seen.isFolder) {
@@ -154,7 +154,7 @@ class Reader {
         ClassEntry entry{scope, view, ValueAt(RootOf(scope), Keys::Library, "", ViewOf(view)), {}};
         if (const auto text = TextOf(entry.library)) entry.path = WithoutQuotes(platform::Expanded(*text));
         LookAtProgram(entry.path);
-        if (!entry.path.empty()) to_.lowerPaths[entry.path] = platform::LowerUtf16(entry.path);
+        if (!entry.path.empty()) to_.lowerPaths.push_back(platform::LowerUtf16(entry.path));
         to_.classes.push_back(std::move(entry));
     }
     void Entry(Scope scope, int view, bool clickToRun, RegistryView registryView, const std::string& path) {
@@ -229,12 +229,14 @@ class Reader {
 
     // --- settings, language, log
 
-    // Where the add-in looks for what lies beside it.
+    // Where the add-in looks for what lies beside it. Beside a wrong library nothing of it is to be expected.
     [[nodiscard]] std::string AddInFolder() const {
         const Outlook* const outlook = MainOutlook(to_);
         const ClassEntry* const entry = ClassFor(to_, outlook ? BitsOf(to_, *outlook) : 32);
-        const bool there = entry && to_.FileAt(entry->path).found == Found::There;
-        return there ? FolderOf(entry->path) : to_.ownFolder;
+        const Program library = entry ? to_.FileAt(entry->path) : Program();
+        const bool ours = library.found == Found::There && library.bits != 0 && library.isLibrary && library.whole &&
+                          platform::ToLower(entry->path).ends_with(platform::ToLower(AddInNames::Library));
+        return ours ? FolderOf(entry->path) : to_.ownFolder;
     }
 
     void Settings() {

@@ -20,9 +20,18 @@ std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind
 
 }  // namespace
 
-Program Snapshot::FileAt(const std::string& path) const {
-    const auto found = files.find(platform::ToLower(path));
-    return found == files.end() ? Program() : found->second;
+Program Snapshot::FileAt(std::string_view path) const {
+    for (const auto& [name, program] : files) {
+        if (platform::SameIgnoringCase(name, path)) return program;
+    }
+    return {};
+}
+
+Program& Snapshot::FileToFill(std::string_view path) {
+    for (auto& [name, program] : files) {
+        if (platform::SameIgnoringCase(name, path)) return program;
+    }
+    return files.emplace_back(path, Program()).second;
 }
 
 std::optional<std::string> TextOf(const Value& value) {

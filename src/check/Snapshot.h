@@ -5,10 +5,10 @@
 //         backslash. Times are those of platform/Look.h; a time as text is local.
 #pragma once
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Look.h"
@@ -140,7 +140,7 @@ struct Snapshot {
     std::vector<ClassEntry> classes;
     std::vector<NameEntry> names;
     std::vector<AddInEntry> entries;
-    std::map<std::string, std::u16string> lowerPaths;  // of libraries, as Outlook keeps them in its lists
+    std::vector<std::u16string> lowerPaths;  // of libraries, as Outlook keeps them in its lists
     Value active;
     // Corvella
     Value userPath, machinePath[2];  // [0]: in the view of 32 bits, [1]: of 64
@@ -152,9 +152,11 @@ struct Snapshot {
     SettingsFacts settings;
     LogFacts log;
     std::vector<Placement> placements;
-    std::map<std::string, Program> files;  // every one that was looked at, by its path in small letters
+    std::vector<std::pair<std::string, Program>> files;  // every one that was looked at, by its path
 
-    [[nodiscard]] Program FileAt(const std::string& path) const;
+    [[nodiscard]] Program FileAt(std::string_view path) const;
+    // The place for what is found there.
+    Program& FileToFill(std::string_view path);
 };
 
 // --- values

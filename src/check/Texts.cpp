@@ -14,6 +14,15 @@ struct Text {
 
 // scripts/tables.py reads these rows as text: literals only.
 constexpr Text texts[] = {
+    // the window
+    {"FormCheck", "Corvella for Outlook: why is it not there?"},
+    {"LabelDetails", "&Details:"},
+    {"ButtonRepair", "&Repair"},
+    {"ButtonRepairAll", "Repair a&ll"},
+    {"ButtonAgain", "Check &again"},
+    {"ButtonCopy", "&Copy report"},
+    {"ButtonHelp", "&Help"},
+    {"ButtonClose", "Cl&ose"},
     // the signs and what stands around the findings
     {"SignFine", "Fine"},
     {"SignHint", "Hint"},
@@ -22,7 +31,6 @@ constexpr Text texts[] = {
     {"Result1", "No fault was found, but %a hints."},
     {"Result2", "%a faults and %b hints were found."},
     {"Checking", "Checking, please wait: %a"},
-    {"Selected", "&Details:"},
     {"Changes", "Repair would change:"},
     {"NoRepair", "This program cannot repair it."},
     {"NothingToRepair", "There is nothing that this program could repair."},

@@ -175,6 +175,22 @@ bool MayAddFile(const std::string& folder) noexcept {
     return static_cast<bool>(OpenedFile(folder, FILE_ADD_FILE, FILE_FLAG_BACKUP_SEMANTICS));
 }
 
+bool WriteReportFile(const std::string& path, std::string_view bytes) noexcept {
+    const HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    DWORD written = 0;
+    const bool whole = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+                       written == bytes.size() && FlushFileBuffers(file);
+    CloseHandle(file);
+    if (!whole) DeleteFileA(path.c_str());
+    return whole;
+}
+
+bool MakeReportFolder(const std::string& folder) noexcept {
+    return CreateDirectoryA(folder.c_str(), nullptr) || LookAtFile(folder).isFolder;
+}
+
 std::string FileVersion(const std::string& path) {
     DWORD ignored = 0;
     const DWORD size = GetFileVersionInfoSizeA(path.c_str(), &ignored);

@@ -77,6 +77,10 @@ struct SeenText {
 [[nodiscard]] bool MayWriteFile(const std::string& path) noexcept;
 [[nodiscard]] bool MayAddFile(const std::string& folder) noexcept;
 
+// What a program that looks has to write: a file of its own, whole or not at all, in place of an older one of that name.
+[[nodiscard]] bool WriteReportFile(const std::string& path, std::string_view bytes) noexcept;
+[[nodiscard]] bool MakeReportFolder(const std::string& folder) noexcept;  // true where it is there already, too
+
 // "11.0.5510.0" of the version record; empty where the file has none.
 [[nodiscard]] std::string FileVersion(const std::string& path);
 

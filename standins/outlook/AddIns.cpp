@@ -7,6 +7,7 @@
 #include "outlook/Handlers.h"
 #include "outlook/Host.h"
 #include "outlook/RibbonHost.h"
+#include "outlook/SwitchedOff.h"
 #include "outlook/Words.h"
 
 namespace standin {
@@ -136,6 +137,7 @@ void AddInList::LoadAtStart() {
     for (const auto& addIn : addIns_) {
         const bool bootLoad = (addIn->loadBehavior & 3) == 3, firstTime = addIn->loadBehavior == 16;
         if (!bootLoad && !firstTime) continue;
+        if (addIn->registered && IsSwitchedOff(host_.TheOptions().version, addIn->progId)) continue;
         const bool loaded = Load(*addIn, ConnectMode::Startup);
         if (loaded && firstTime) SetLoadBehavior(*addIn, 9);
         if (!loaded && bootLoad) SetLoadBehavior(*addIn, addIn->loadBehavior & ~1);

@@ -107,7 +107,8 @@ class Outlook {
     void IgnoreRegistry();
     // Loads the add-ins under Software\Microsoft\Office\Outlook\Addins with LoadBehavior 3 or 16 (and UseAddIn's): the
     // user's, and the machine's that the user's do not hide.
-    // A failing OnConnection releases the add-in and writes LoadBehavior 2.
+    // A failing OnConnection releases the add-in and writes LoadBehavior 2. What Outlook's lists or policies switch off is
+    // left out (SwitchedOff.h).
     void Start();
     // The user ticks or unticks it in the dialog: OnConnection(AfterStartup) / OnDisconnection(UserClosed), then
     // OnAddInsUpdate of the loaded ones; LoadBehavior 2 <-> 3. False: was so already, or could not be loaded.

@@ -28,7 +28,7 @@ inline void PutFile(Snapshot& snapshot, const std::string& path, int bits = 32, 
     program.bits = bits;
     program.isLibrary = isLibrary;
     program.version = "2.0.0.0";
-    snapshot.files[platform::ToLower(path)] = program;
+    snapshot.FileToFill(path) = program;
 }
 
 inline std::u16string Wide(const std::string& text) { return {text.begin(), text.end()}; }
@@ -44,7 +44,7 @@ inline Snapshot Healthy(int version = 11, Scope scope = Scope::User, int bits = 
         for (const int view : {32, 64}) {
             const std::string& path = view == 64 ? library64 : library32;
             PutFile(snapshot, path, view, true);
-            snapshot.lowerPaths[path] = Wide(platform::ToLower(path));
+            snapshot.lowerPaths.push_back(Wide(platform::ToLower(path)));
             if (each == scope) snapshot.classes.push_back({each, view, Text(path), path});
         }
         snapshot.names.push_back({each, each == scope ? Text(AddInNames::ClassId) : Value()});

@@ -74,7 +74,7 @@ TEST_CASE("there is no menu because only the new Outlook is installed") {
 
 TEST_CASE("an Outlook whose program is gone is a fault") {
     Snapshot snapshot = Healthy();
-    snapshot.files.erase("c:\\office\\outlook.exe");
+    snapshot.FileToFill("c:\\office\\outlook.exe").found = Found::Missing;
     CHECK(Troubles(snapshot) == "OutlookGone");
 }
 
@@ -89,7 +89,7 @@ TEST_CASE("the newest Outlook whose program is there is the one that is meant") 
 
 TEST_CASE("where the program tells no bitness the registry's word is taken, and before 2010 there are 32 bits") {
     Snapshot snapshot = Healthy(14);
-    snapshot.files["c:\\office\\outlook.exe"].bits = 0;
+    snapshot.FileToFill("c:\\office\\outlook.exe").bits = 0;
     snapshot.outlooks.front().statedBits = 64;
     CHECK(BitsOf(snapshot, snapshot.outlooks.front()) == 64);
     snapshot.outlooks.front().version = 12;
@@ -111,7 +111,7 @@ TEST_CASE("the menu is missing because the class is not registered, and the libr
 TEST_CASE("nothing registers a library that is not there") {
     Snapshot snapshot = Healthy();
     snapshot.classes.clear();
-    snapshot.files.erase(platform::ToLower(library32));
+    snapshot.FileToFill(library32).found = Found::Missing;
     CHECK(Trouble(snapshot).mend.empty());
 }
 
@@ -138,16 +138,16 @@ TEST_CASE("the menu is missing because the registered file has the other bitness
 
 TEST_CASE("the menu is missing because the library is damaged") {
     Snapshot snapshot = Healthy();
-    SUBCASE("it is cut off") { snapshot.files[platform::ToLower(library32)].whole = false; }
-    SUBCASE("it is no program") { snapshot.files[platform::ToLower(library32)].bits = 0; }
-    SUBCASE("it is a program that cannot be loaded") { snapshot.files[platform::ToLower(library32)].isLibrary = false; }
+    SUBCASE("it is cut off") { snapshot.FileToFill(library32).whole = false; }
+    SUBCASE("it is no program") { snapshot.FileToFill(library32).bits = 0; }
+    SUBCASE("it is a program that cannot be loaded") { snapshot.FileToFill(library32).isLibrary = false; }
     CHECK(Troubles(snapshot) == "LibraryDamaged");
     CHECK(Trouble(snapshot).mend.empty());
 }
 
 TEST_CASE("a library that cannot be read is not taken for one that is missing") {
     Snapshot snapshot = Healthy();
-    snapshot.files[platform::ToLower(library32)].found = Found::Unreadable;
+    snapshot.FileToFill(library32).found = Found::Unreadable;
     CHECK(Troubles(snapshot) == "LibraryUnreadable");
 }
 
@@ -190,7 +190,7 @@ TEST_CASE("two scopes with two files are a hint, with one file they are fine") {
 
 TEST_CASE("an add-in of another version than this program is a hint") {
     Snapshot snapshot = Healthy();
-    snapshot.files[platform::ToLower(library32)].version = "1.9.0.0";
+    snapshot.FileToFill(library32).version = "1.9.0.0";
     CHECK(Troubles(snapshot) == "LibraryVersion");
 }
 
