@@ -18,7 +18,7 @@ tools:            ## install what a bare Debian 12 lacks
 	@scripts/install-tools.sh
 
 dll: tools        ## build what a user installs into dist/: the DLL beside its language files and help, in dist/x64 for 64 bits
-	@scripts/build.sh win32-release CVOutlookAddIn cv_help
+	@scripts/build.sh win32-release CVOutlookAddIn CorvellaCheck cv_help
 	@scripts/build.sh win64-release CVOutlookAddIn
 	@scripts/dist.sh
 

@@ -13,7 +13,7 @@ stage=build/setup/stage
 name=Corvella-Outlook-AddIn-$version
 
 mkdir -p build
-scripts/build.sh win32-release CVOutlookAddIn cv_help > build/setup-build.log 2>&1 &&
+scripts/build.sh win32-release CVOutlookAddIn CorvellaCheck cv_help > build/setup-build.log 2>&1 &&
     scripts/build.sh win64-release CVOutlookAddIn >> build/setup-build.log 2>&1 ||
     { tail -n 40 build/setup-build.log >&2; exit 1; }
 

@@ -286,3 +286,21 @@ Function WriteUninstallEntry
         ${Fail} "the registry refuses Corvella's folder"
     ${EndIf}
 FunctionEnd
+
+; The check program in the Start menu of this scope. Last of all: without it everything else is as good.
+!define SHORTCUTS "$SMPROGRAMS\${NAME}"
+!macro UseStartMenuOfScope
+    SetShellVarContext current
+    ${If} $AllUsers = 1
+        SetShellVarContext all
+    ${EndIf}
+!macroend
+
+Function WriteShortcut
+    !insertmacro UseStartMenuOfScope
+    CreateDirectory "${SHORTCUTS}"
+    SetOutPath "$INSTDIR"
+    CreateShortcut "${SHORTCUTS}\Why is it not there.lnk" "$INSTDIR\CorvellaCheck.exe"
+    SetOutPath "$TEMP"
+    ClearErrors
+FunctionEnd

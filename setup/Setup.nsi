@@ -247,6 +247,7 @@ Section
     Call CloseSwap
     Call ForgetRegistration
     Call ForgetRibbonChecks
+    Call WriteShortcut
     SetErrorLevel ${DONE}
     ${If} $Running = 1
         ${Log} "Outlook runs: it takes the new version at its next start."

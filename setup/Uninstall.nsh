@@ -98,6 +98,7 @@ Function un.DeleteSettings
     SetShellVarContext current
     Delete "$APPDATA\Corvella\corvella.ini"
     Delete "$APPDATA\Corvella\config.ini"
+    Delete "$APPDATA\Corvella\CorvellaCheck *.reg"
     RMDir "$APPDATA\Corvella"
     ClearErrors
 FunctionEnd
@@ -124,6 +125,9 @@ Section Uninstall
     ${Else}
         !insertmacro UninstallFrom HKCU
     ${EndIf}
+    !insertmacro UseStartMenuOfScope
+    Delete "${SHORTCUTS}\Why is it not there.lnk"
+    RMDir "${SHORTCUTS}"
     SetOutPath "$TEMP"
     InitPluginsDir
     CopyFiles /SILENT "$INSTDIR\files.txt" "$PLUGINSDIR\files.txt"
