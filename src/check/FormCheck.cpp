@@ -92,7 +92,6 @@ void FormCheck::OnLoad() {
     The("TimerLook").SetInterval(lookInterval);
     ShowTexts();
     Arrange();
-    Center();
     LookAgain();
     The("ListFindings").TakeFocus();
 }
@@ -235,31 +234,33 @@ void FormCheck::ButtonHelp_Click() {
 // --- places
 
 void FormCheck::Arrange() {
-    std::int32_t button = Scaled(platform::buttonWidthAt96);
-    for (const char* name : buttons) {
-        button = std::max(button, TextSize(The(name), The(name).Caption()).width + Scaled(buttonPadding));
-    }
-    const auto count = static_cast<std::int32_t>(std::size(buttons));
-    const std::int32_t row = count * button + (count - 1) * Scaled(buttonGap);
+    const auto widthOf = [&](const char* name) {
+        return std::max(Scaled(platform::buttonWidthAt96),
+                        TextSize(The(name), The(name).Caption()).width + Scaled(buttonPadding));
+    };
+    std::int32_t row = -Scaled(buttonGap);
+    for (const char* name : buttons) row += widthOf(name) + Scaled(buttonGap);
     const std::int32_t left = Scaled(margin), width = std::max(Scaled(least), row);
     const std::int32_t line = TextSize(The("LabelDetails"), "X").height;
     std::int32_t top = Scaled(margin);
-    The("Picture1").SetPosition({left, top, Scaled(pictureSide), Scaled(pictureSide)});
+    const auto place = [&](const char* name, std::int32_t height, std::int32_t below) {
+        The(name).SetPosition({left, top, width, height});
+        top += height + below;
+    };
     const std::int32_t beside = Scaled(pictureSide + margin);
+    The("Picture1").SetPosition({left, top, Scaled(pictureSide), Scaled(pictureSide)});
     The("LabelSummary").SetPosition({left + beside, top, width - beside, Scaled(pictureSide)});
     top += Scaled(pictureSide + gap);
-    The("ListFindings").SetPosition({left, top, width, Scaled(listHeight)});
-    top += Scaled(listHeight + gap);
-    The("LabelDetails").SetPosition({left, top, width, line});
-    top += line + Scaled(gap) / 2;
-    The("TextDetails").SetPosition({left, top, width, Scaled(detailsHeight)});
-    top += Scaled(detailsHeight + margin);
+    place("ListFindings", Scaled(listHeight), Scaled(gap));
+    place("LabelDetails", line, Scaled(gap) / 2);
+    place("TextDetails", Scaled(detailsHeight), Scaled(margin));
     std::int32_t at = left + width - row;
     for (const char* name : buttons) {
-        The(name).SetPosition({at, top, button, Scaled(buttonHeight)});
-        at += button + Scaled(buttonGap);
+        The(name).SetPosition({at, top, widthOf(name), Scaled(buttonHeight)});
+        at += widthOf(name) + Scaled(buttonGap);
     }
     SetInsideSize({width + 2 * left, top + Scaled(buttonHeight + margin)});
+    Center();
 }
 
 }  // namespace Check

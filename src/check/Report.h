@@ -13,7 +13,7 @@ namespace Check {
 
 [[nodiscard]] std::string Report(const Snapshot& snapshot, const std::vector<Finding>& findings, const Lookup& lookup);
 
-// "No fault was found, but 2 hints."
+// "No fault was found. Hints: 2."
 [[nodiscard]] std::string Summary(const std::vector<Finding>& findings, const Lookup& lookup);
 
 // "C:\Users\Anna\x" is "C:\Users\A...\x", in each of Windows' usual places, and wherever the name itself is a folder.

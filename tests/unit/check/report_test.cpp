@@ -14,7 +14,7 @@ TEST_CASE("the report names versions and findings, with the key of each") {
     CHECK(platform::Contains(report, "Corvella for Outlook 2.0.0.0, 2026-11-22 03:30\r\n"));
     CHECK(platform::Contains(report, "Outlook 2003, 32 bits: C:\\Office\\OUTLOOK.EXE"));
     CHECK(platform::Contains(report, "FAULT  [Load2] LoadBehavior is 2"));
-    CHECK(platform::Contains(report, "1 faults and 0 hints were found.\r\n"));
+    CHECK(platform::Contains(report, "Faults: 1. Hints: 0.\r\n"));
     CHECK(platform::Contains(report, "Fine  [CorvellaFine]"));
 }
 
