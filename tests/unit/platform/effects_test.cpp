@@ -21,6 +21,7 @@
 #include "platform/com/Picture.h"
 #include "platform/forms/Keyboard.h"
 #include "testing/BoxAnswerer.h"
+#include "testing/HandleCount.h"
 #include "testing/ImportPatch.h"
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
@@ -269,6 +270,30 @@ TEST_CASE("Control and End are pressed and released with the codes of the user's
         {VK_CONTROL, VK_CONTROL + 1, KEYEVENTF_KEYUP},
     };
     CHECK(pressedKeys == expected);
+}
+
+namespace {
+
+BOOL WINAPI NoClipboard(HWND) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+}  // namespace
+
+TEST_CASE("a picture that cannot be put on the clipboard leaves no bitmap behind") {
+    const Dispatch picture = PictureOf(BitmapHandle{CreateBitmap(16, 16, 1, 1, nullptr)}, {});
+    REQUIRE(picture);
+    ImportPatch patch;
+    const ImportPatch::Import imports[] = {{"USER32.dll", "OpenClipboard", reinterpret_cast<void*>(NoClipboard)}};
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), imports) == 1);
+    const auto held = [&] {
+        const PictureOnClipboard onClipboard(picture);
+        CHECK_FALSE(static_cast<bool>(onClipboard));
+        return handles::GdiObjects();
+    };
+    const std::uint32_t before = held();
+    CHECK(held() == before);
 }
 
 TEST_CASE("a bitmap that cannot become a picture is let go of") {
