@@ -19,8 +19,9 @@ constexpr std::int32_t pictureGap = 12;
 constexpr std::int32_t fieldEdges = 6;    // pixels at any resolution, as Windows draws them
 constexpr std::int32_t fieldPadding = 2;  // and what a field is higher than edges and line
 constexpr std::int32_t numberWidth = 60;
-constexpr std::int32_t fieldWidth = 160;  // at least
-constexpr std::int32_t mark = 20;         // of an option, in front of its text
+constexpr std::int32_t leastNumberWidth = 30;  // five digits, where the screen is narrow
+constexpr std::int32_t fieldWidth = 160;       // at least
+constexpr std::int32_t mark = 20;              // of an option, in front of its text
 constexpr std::int32_t optionPadding = 4;
 constexpr std::int32_t captionEnds = 24;  // of a group's frame, beside its caption
 constexpr std::int32_t buttonPadding = 24;
@@ -78,6 +79,12 @@ class Arrangement {
     [[nodiscard]] std::int32_t ButtonsWidth() const {
         const auto buttons = static_cast<std::int32_t>(std::count(places_.begin(), places_.end(), Place::Button));
         return buttons * ButtonWidth() + std::max(buttons - 1, 0) * Scaled(buttonGap);
+    }
+
+    // Narrower where the text behind it would be cut off.
+    [[nodiscard]] std::int32_t NumberWidth() const {
+        const std::int32_t room = width_ - 2 * Scaled(inset) - labels_ - Scaled(columnGap) - Widest(Place::Unit);
+        return std::clamp(room, Scaled(leastNumberWidth), Scaled(numberWidth));
     }
 
     // Of the groups; the introduction is broken to fit.
@@ -149,11 +156,9 @@ class Arrangement {
         top_ += FieldHeight();
         PlaceOnLine(label, InsideLeft(), labels_ - Scaled(columnGap));
     }
-    void PlaceNumber(std::size_t field) {
-        layout_.at[field] = {FieldLeft(), line_, Scaled(numberWidth), FieldHeight()};
-    }
+    void PlaceNumber(std::size_t field) { layout_.at[field] = {FieldLeft(), line_, NumberWidth(), FieldHeight()}; }
     void PlaceUnit(std::size_t text) {
-        const std::int32_t left = FieldLeft() + Scaled(numberWidth) + Scaled(columnGap);
+        const std::int32_t left = FieldLeft() + NumberWidth() + Scaled(columnGap);
         PlaceOnLine(text, left, InsideRight() - left);
     }
     void PlaceField(std::size_t field) {

@@ -274,3 +274,20 @@ TEST_CASE("of the picture and the introduction the lower one stands in the middl
     texts.Set("Label6", 10);
     CHECK(ArrangedAt(texts).Of("Label6").top == 12 + (32 - 13) / 2);
 }
+
+TEST_CASE("where the screen is narrow a number's field gives way to the text behind it, as far as five digits need") {
+    Texts texts(96);
+    texts.Set("Label3", 40);
+    texts.Set("Label4", 20);
+    const std::int32_t whole = ArrangedAt(texts).inside.width;
+    CHECK(ArrangedAt(texts).Of("TextRemain").width == 60);
+    for (const std::int32_t missing : {1, 14, 30}) {
+        CAPTURE(missing);
+        const Arranged layout = ArrangedAt(texts, whole - missing);
+        CheckSound(layout);
+        CHECK(layout.Of("Label4").width >= 20 * texts.Letter());
+        CHECK(layout.Of("TextRemain").width == 60 - missing);
+        CHECK(layout.Of("Label4").left == layout.Of("TextRemain").Right() + 8);
+    }
+    CHECK(ArrangedAt(texts, whole - 31).Of("TextDelay").width == 30);
+}
