@@ -167,7 +167,8 @@ class Reader {
         for (const char* branch : {"ClickToRun\\", "15.0\\ClickToRun\\"}) {
             const std::string software = Keys::Office + branch + "REGISTRY\\MACHINE\\Software\\";
             Entry(Scope::Machine, whole, true, ViewOf(whole), software + rest);
-            if (to_.has64Bits) Entry(Scope::Machine, 32, true, ViewOf(whole), software + "Wow6432Node\\" + rest);
+            if (!to_.has64Bits) continue;
+            Entry(Scope::Machine, 32, true, ViewOf(whole), std::string(software).append("Wow6432Node\\").append(rest));
         }
     }
 
@@ -277,7 +278,7 @@ class Reader {
         constexpr const char* international = "Control Panel\\International";
         for (const auto& [key, name] : {std::pair{international, "sLanguage"},
                                         std::pair{"Control Panel\\Microsoft Input Devices\\Mouse", "Language"}}) {
-            const std::string code = AddInText(UserValue(key, name));
+            std::string code = AddInText(UserValue(key, name));
             if (!code.empty()) return code;
         }
         const std::string locale = AddInText(UserValue(international, "Locale"));

@@ -107,7 +107,7 @@ class World {
         const ImportPatch::Import copies[] = {{"USER32.dll", "CopyImage", reinterpret_cast<void*>(&CopyBits)}};
         REQUIRE(patch_.Replace(library, MemoryRegistry::Functions()) >= 7);
         REQUIRE(patch_.Replace(program, MemoryRegistry::Functions()) >= 10);
-        REQUIRE(patch_.Replace(library, MemoryClipboard::Functions()) == 7);
+        REQUIRE(patch_.Replace(library, MemoryClipboard::Functions()) == MemoryClipboard::functionCount);
         REQUIRE(patch_.Replace(program, MemoryClipboard::Functions()) >= 4);
         REQUIRE(patch_.Replace(library, others) == 4);
         REQUIRE(patch_.Replace(library, copies) == 1);

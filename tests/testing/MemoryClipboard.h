@@ -20,7 +20,7 @@ class MemoryClipboard {
     MemoryClipboard& operator=(const MemoryClipboard&) = delete;
 
     // The clipboard functions that stand in for Windows' own.
-    static constexpr std::size_t functionCount = 7;
+    static constexpr std::size_t functionCount = 9;
     static const ImportPatch::Import (&Functions())[functionCount] {
         static const ImportPatch::Import functions[] = {
             {"USER32.dll", "OpenClipboard", reinterpret_cast<void*>(&Open)},
@@ -30,6 +30,8 @@ class MemoryClipboard {
             {"USER32.dll", "GetClipboardData", reinterpret_cast<void*>(&Get)},
             {"USER32.dll", "IsClipboardFormatAvailable", reinterpret_cast<void*>(&Has)},
             {"USER32.dll", "RegisterClipboardFormatA", reinterpret_cast<void*>(&Register)},
+            {"USER32.dll", "EnumClipboardFormats", reinterpret_cast<void*>(&Next)},
+            {"USER32.dll", "GetClipboardSequenceNumber", reinterpret_cast<void*>(&Changes)},
         };
         return functions;
     }
@@ -41,12 +43,14 @@ class MemoryClipboard {
     static BOOL WINAPI Empty() {
         if (!current->open_) return FALSE;
         current->LetGo();
+        ++current->changes_;
         return TRUE;
     }
     static HANDLE WINAPI Set(UINT format, HANDLE data) {
         if (!current->open_) return nullptr;
         current->LetGo(format);
         current->contents_[format] = data;
+        ++current->changes_;
         return data;
     }
     static HANDLE WINAPI Get(UINT format) {
@@ -59,6 +63,12 @@ class MemoryClipboard {
         if (format == 0) format = 0xC000u + static_cast<UINT>(current->formats_.size());
         return format;
     }
+
+    static UINT WINAPI Next(UINT format) {
+        const auto found = current->contents_.upper_bound(format);
+        return current->open_ && found != current->contents_.end() ? found->first : 0;
+    }
+    static DWORD WINAPI Changes() { return current->changes_; }
 
   private:
     void LetGo(UINT format) {
@@ -78,6 +88,7 @@ class MemoryClipboard {
     static inline MemoryClipboard* current = nullptr;
     MemoryClipboard* former_;
     bool open_ = false;
+    DWORD changes_ = 1;
     std::map<UINT, HANDLE> contents_;
     std::map<std::string, UINT> formats_;
 };
