@@ -64,13 +64,14 @@ void cOutlookAddIn::InitHandler(const Dispatch& application, const std::string& 
 
     // The collections of the object whose events we have, then those of the object that was handed over: the only one
     // where there are no events (Outlook 2000). What cannot be had the second time is kept from the first.
-    AttachApplication(application);
-    if (myolapp_.Object()) AttachCollections(myolapp_.Object());
-    application_ = application;
-    AttachCollections(application_);
-
-    OpenFirstExplorer();
-    WrapOpenWindows();
+    platform::Attempt([&] {
+        AttachApplication(application);
+        if (myolapp_.Object()) AttachCollections(myolapp_.Object());
+        application_ = application;
+        AttachCollections(application_);
+        OpenFirstExplorer();
+    });
+    platform::Attempt([&] { WrapOpenWindows(); });
     // Of a session none of whose windows can be watched, nothing may be held: nobody would tell when to let go.
     if (windows_.empty()) ReleaseEverything();
 }

@@ -12,6 +12,7 @@
 #include "language/Language.h"
 #include "language/LanguageForms.h"
 #include "platform/Desktop.h"
+#include "platform/Guard.h"
 #include "platform/Text.h"
 #include "platform/com/Picture.h"
 #include "shell/WindowsMiscHelp.h"
@@ -75,8 +76,7 @@ FormOlAddInOptions& FormOlAddInOptions::Shared() {
 
 void FormOlAddInOptions::Show() {
     if (Visible()) return BringToFront();
-    if (!Load()) return;
-    ShowModal();
+    platform::Attempt([this] { ShowModal(); });
     Unload();
 }
 

@@ -197,7 +197,7 @@ void Form::Windows::Destroy() {
 
 // The dialog is being destroyed, by the form or because its owner went.
 void Form::Windows::Forget() {
-    form_.OnUnload();
+    Attempt([this] { form_.OnUnload(); });  // whatever becomes of it, the windows go
     form_.Attach(nullptr);
     shown_ = false;
     disabled_.Restore();
@@ -501,8 +501,13 @@ Form::~Form() { windows_->Destroy(); }
 
 bool Form::Load(WindowHandle owner) {
     if (IsLoaded()) return true;
-    if (!windows_->Create(owner)) return false;
-    OnLoad();
+    try {
+        if (!windows_->Create(owner)) return false;
+        OnLoad();
+    } catch (...) {  // a form that is half made would keep the library loaded, and be shown as it is the next time
+        windows_->Destroy();
+        throw;
+    }
     return IsLoaded();
 }
 

@@ -36,7 +36,8 @@ class Form : public FormView {
     Form(std::string_view name, std::span<const ControlSpec> controls, FormStyle style = {});
     ~Form() override;
 
-    // Makes the windows, hidden, owned by `owner`, and raises OnLoad. Loading twice is harmless.
+    // Makes the windows, hidden, owned by `owner`, and raises OnLoad. Loading twice is harmless; an exception leaves the
+    // form unloaded.
     bool Load(WindowHandle owner);
     bool Load() { return Load(FrontWindow()); }
     void Unload();  // raises OnUnload

@@ -4,6 +4,7 @@
 // after windows.h
 #include <commctrl.h>
 
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -599,6 +600,46 @@ TEST_CASE("an exception in a handler goes no further") {
                  [&] { FormDriver::Click(form.At("Picture")); }, [&] { FormDriver::Key(VK_ESCAPE); }}));
     CHECK(logIs(form, {"ButtonCancel"}));
     CHECK(Err().Number() == 5);
+}
+
+namespace {
+
+class FailingForm : public TestForm {
+  public:
+    bool failsToLoad = false, failsToUnload = false;
+
+  private:
+    void OnLoad() override {
+        TestForm::OnLoad();
+        if (failsToLoad) throw std::bad_alloc();
+    }
+    void OnUnload() override {
+        TestForm::OnUnload();
+        if (failsToUnload) throw std::bad_alloc();
+    }
+};
+
+}  // namespace
+
+TEST_CASE("a form whose loading ends in an exception is not left loaded") {
+    FailingForm form;
+    form.failsToLoad = true;
+    CHECK_THROWS_AS((void)form.ShowModal(), std::bad_alloc);
+    CHECK_FALSE(form.IsLoaded());
+    CHECK_FALSE(IsKeptLoaded());
+    form.failsToLoad = false;
+    CHECK(form.Load());
+}
+
+TEST_CASE("a form whose unloading ends in an exception is gone all the same") {
+    FailingForm form;
+    CHECK(form.Load());
+    form.failsToUnload = true;
+    form.Unload();
+    CHECK(form.unloads == 1);
+    CHECK_FALSE(form.IsLoaded());
+    CHECK_FALSE(IsKeptLoaded());
+    form.failsToUnload = false;
 }
 
 TEST_CASE("a hidden form can be shown again and keeps what was entered") {
