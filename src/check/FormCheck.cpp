@@ -169,6 +169,7 @@ void FormCheck::ShowFindings() {
     The("Picture1").SetPicture(worst == Sign::Fine ? "*information" : worst == Sign::Hint ? "*warning" : "*error");
     for (const char* button : {"ButtonAgain", "ButtonCopy"}) The(button).SetEnabled(true);
     The("ButtonRepairAll").SetEnabled(mendable);
+    The("ButtonHelp").SetEnabled(!ManualPage().empty());
     ShowDetails();
 }
 
@@ -222,13 +223,19 @@ void FormCheck::ButtonCopy_Click() {
     Tell(platform::PutTextOnClipboard(Report(snapshot_, findings_, TextsOf(snapshot_))) ? "Copied" : "NotCopied");
 }
 
-// The manual of the language, else the English one.
-void FormCheck::ButtonHelp_Click() {
+std::string FormCheck::ManualPage() const {
     const std::string& file = snapshot_.language.file;
     const std::string folder = file.substr(0, file.rfind('\\') + 1) + "Manual\\";
-    const std::string page = folder + snapshot_.language.chosen + "\\Trouble.htm";
-    const bool there = platform::LookAtFile(page).found == Found::There;
-    platform::StartDocument(there ? page : folder + "English\\Trouble.htm", {}, platform::Show::Normal);
+    for (const std::string& language : {snapshot_.language.chosen, std::string("English")}) {
+        std::string page = folder + language + "\\Trouble.htm";
+        if (platform::LookAtFile(page).found == Found::There) return page;
+    }
+    return {};
+}
+
+void FormCheck::ButtonHelp_Click() {
+    const std::string page = ManualPage();
+    if (!page.empty()) platform::StartDocument(page, {}, platform::Show::Normal);
 }
 
 // --- places

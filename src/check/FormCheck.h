@@ -43,6 +43,8 @@ class FormCheck : public platform::Form {
 
     [[nodiscard]] std::string Text(const char* key, const std::vector<std::string>& fill = {}) const;
     [[nodiscard]] const Finding* Selected();
+    // Of the user's language, else the English one; empty where the manual is not beside the texts.
+    [[nodiscard]] std::string ManualPage() const;
 
     Looking* looking_ = nullptr;  // while a thread reads, it is the thread's: the program ends with it
     Snapshot snapshot_;
