@@ -6,4 +6,4 @@ tools=i686-w64-mingw32
 [[ $1 != *-64.debug ]] || tools=x86_64-w64-mingw32
 base=$("$tools-objdump" -p "$1" | awk '$1 == "ImageBase" { print $2 }')
 "$tools-addr2line" --functions --demangle --inlines --pretty-print --exe="$1" "$(printf '0x%x' $((0x$base + $2)))" |
-    sed 's#build/[a-z0-9-]*/\.\./\.\./##'
+    sed -E 's#build/win[0-9]+-[a-z]+/(\.\./\.\./)?##'
