@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "platform/OpenedClipboard.h"
+
 namespace platform {
 
 bool PutTextOnClipboard(std::string_view text) noexcept {
@@ -13,11 +15,8 @@ bool PutTextOnClipboard(std::string_view text) noexcept {
     std::memcpy(bytes, text.data(), text.size());
     static_cast<char*>(bytes)[text.size()] = '\0';
     GlobalUnlock(memory);
-    bool put = false;
-    if (OpenClipboard(nullptr)) {
-        put = EmptyClipboard() && SetClipboardData(CF_TEXT, memory);
-        CloseClipboard();
-    }
+    const OpenedClipboard clipboard;
+    const bool put = clipboard && EmptyClipboard() && SetClipboardData(CF_TEXT, memory);
     if (!put) GlobalFree(memory);
     return put;
 }

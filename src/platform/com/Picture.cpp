@@ -12,6 +12,7 @@
 #include "platform/Err.h"
 #include "platform/LastError.h"
 #include "platform/Module.h"
+#include "platform/OpenedClipboard.h"
 #include "platform/SystemError.h"
 
 namespace platform {
@@ -75,33 +76,7 @@ Pixels PixelsOf(HBITMAP bitmap) {
     return lines == form.bmHeight ? pixels : Pixels();
 }
 
-constexpr int mostTries = 10;
-constexpr DWORD pauseBetween = 10;      // milliseconds
 constexpr UINT patienceForOwner = 200;  // milliseconds
-
-// A window of our own as owner: without one, Windows refuses what is put on an emptied clipboard.
-class OpenedClipboard {
-  public:
-    OpenedClipboard() {
-        owner_ = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, Library(), nullptr);
-        for (int tries = 0; owner_ && !open_ && tries < mostTries; ++tries) {
-            if (tries > 0) Sleep(pauseBetween);
-            open_ = OpenClipboard(owner_) != FALSE;
-        }
-        if (!open_) RecordLastError();
-    }
-    OpenedClipboard(const OpenedClipboard&) = delete;
-    OpenedClipboard& operator=(const OpenedClipboard&) = delete;
-    ~OpenedClipboard() {
-        if (open_) CloseClipboard();
-        if (owner_) DestroyWindow(owner_);
-    }
-    explicit operator bool() const { return open_; }
-
-  private:
-    HWND owner_ = nullptr;
-    bool open_ = false;
-};
 
 // Windows asks the owner for what it has only promised, and would wait for one that hangs.
 bool OwnerResponds() {
