@@ -4,6 +4,7 @@
 #include "check/ProgramFile.h"
 #include "check/SettingsRules.h"
 #include "config/IniText.h"
+#include "config/SettingsFiles.h"
 #include "language/LanguageText.h"
 #include "platform/Environment.h"
 #include "platform/Locale.h"
@@ -29,12 +30,13 @@ Value ValueAt(Root root, const std::string& key, const std::string& name, Regist
 
 Value UserValue(const std::string& key, const std::string& name) { return ValueAt(Root::CurrentUser, key, name); }
 
+// As the add-in reads it.
+std::string AddInUserText(const char* key, const char* name) { return AddInText(UserValue(key, name)); }
+
 std::string WithoutQuotes(std::string path) {
     if (path.size() >= 2 && path.front() == '"' && path.back() == '"') path = path.substr(1, path.size() - 2);
     return path;
 }
-
-std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('\\') + 1); }
 
 class Reader {
   public:
@@ -250,7 +252,7 @@ class Reader {
                                          settings.appData, platform::SystemFolder());
         settings.folderFound = platform::LookAtFile(settings.folder).found;
         settings.folderTakesFiles = platform::MayAddFile(NearestFolder(settings.folder));
-        settings.file = BaseFile(settings.folder);
+        settings.file = SettingsFiles::BaseFileIn(settings.folder);
         const platform::SeenText text = platform::LookInto(settings.file, largestText);
         settings.fileFound = text.found;
         if (text.found != Found::There) return;
@@ -274,23 +276,13 @@ class Reader {
         return std::string(IniText::Read(settingsText_, section, key).value_or(""));
     }
 
-    [[nodiscard]] static std::string SystemLanguage() {
-        constexpr const char* international = "Control Panel\\International";
-        for (const auto& [key, name] : {std::pair{international, "sLanguage"},
-                                        std::pair{"Control Panel\\Microsoft Input Devices\\Mouse", "Language"}}) {
-            std::string code = AddInText(UserValue(key, name));
-            if (!code.empty()) return code;
-        }
-        const std::string locale = AddInText(UserValue(international, "Locale"));
-        const std::string name = platform::AbbreviatedLanguageName(platform::ValLong(locale));
-        return name.empty() ? locale : name;
-    }
-
     void Language() {
         LanguageFacts& language = to_.language;
         language.systemPage = platform::AnsiCodePage();
         language.chosen = Setting("Settings", "Language");
-        if (language.chosen.empty()) language.chosen = LanguageText::LanguageForSystem(SystemLanguage());
+        if (language.chosen.empty())
+            language.chosen = LanguageText::LanguageForSystem(
+                LanguageText::CodeOfSystem(AddInUserText, platform::AbbreviatedLanguageName));
         const std::string folder = AddInFolder(), english = folder + "English.lng";
         language.wanted = LanguageText::FileName(language.chosen);
         if (!platform::Contains(language.wanted, "\\")) language.wanted = folder + language.wanted;

@@ -3,23 +3,18 @@
 #include <algorithm>
 
 #include "config/IniText.h"
+#include "config/SettingsFiles.h"
 #include "language/LanguageText.h"
 #include "platform/Text.h"
 #include "support/Product.h"
 
 using platform::Contains;
-using platform::ToLower;
 using platform::WithBackslash;
 
 namespace Check {
 namespace {
 
 constexpr const char* forms[] = {"FormOlAddInOptions", "FormQuestion"};
-
-std::string_view LastComponent(std::string_view folder) {
-    if (folder.ends_with('\\')) folder.remove_suffix(1);
-    return folder.substr(folder.rfind('\\') + 1);
-}
 
 std::string Setting(std::string_view text, std::string_view section, std::string_view key) {
     return std::string(IniText::Read(text, section, key, IniText::Comparison::IgnoringCase).value_or(""));
@@ -37,17 +32,11 @@ std::string SettingsFolder(std::int32_t storageMode, std::string_view iniFiles, 
     return WithBackslash(otherwise);
 }
 
-std::string BaseFile(const std::string& folder) {
-    return folder + (ToLower(LastComponent(folder)) == "pagerelay" ? "settings.ini" : "corvella.ini");
-}
-
 std::string ProfileFile(std::string_view baseText, const std::string& folder) {
     std::string profile = Setting(baseText, "Settings", "CurProfile");
     if (profile.empty()) profile = Setting(baseText, "Settings", "LastProfile");
-    const std::string lowered = ToLower(profile);
-    if (profile.empty() || profile == Product::Name || lowered == "standard" || lowered == "standard.ini") return {};
-    std::string file = Contains(profile, ":\\") ? profile : folder + profile;
-    return lowered.ends_with(".ini") ? file : file + ".ini";
+    if (SettingsFiles::IsBaseProfile(profile, Product::Name)) return {};
+    return SettingsFiles::ProfileFileIn(folder, profile);
 }
 
 std::vector<std::string> RestrictedControls(std::string_view baseText, std::string_view key) {

@@ -11,8 +11,6 @@ namespace Check {
 // The folder of the settings, with a backslash at its end. `otherwise` is where they go without AppData.
 [[nodiscard]] std::string SettingsFolder(std::int32_t storageMode, std::string_view iniFiles, std::string_view appData,
                                          const std::string& otherwise);
-// "corvella.ini" there.
-[[nodiscard]] std::string BaseFile(const std::string& folder);
 // The file of the profile that the base file's text chooses; empty for the base file itself.
 [[nodiscard]] std::string ProfileFile(std::string_view baseText, const std::string& folder);
 

@@ -16,8 +16,6 @@ bool IsText(const Value& value) {
     return value.type == platform::RegistryText || value.type == platform::RegistryExpandText;
 }
 
-std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('\\') + 1); }
-
 }  // namespace
 
 Program Snapshot::FileAt(std::string_view path) const {
@@ -93,6 +91,8 @@ const ClassEntry* ClassFor(const Snapshot& snapshot, int bits) {
 std::string LibraryBeside(const std::string& folder, int bits) {
     return folder + (bits == 64 ? "x64\\" : "") + AddInNames::Library;
 }
+
+std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('\\') + 1); }
 
 // The add-in's own folder stands for a path that nobody has written.
 std::string FolderOfCommands(const Snapshot& snapshot, int bits) {

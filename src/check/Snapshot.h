@@ -169,6 +169,9 @@ struct Snapshot {
 // It is there, but the add-in cannot read it.
 [[nodiscard]] bool IsUnreadable(const Value& value);
 
+// "C:\x\" of "C:\x\y.dll"; empty where there is no folder.
+[[nodiscard]] std::string FolderOf(const std::string& path);
+
 // --- what follows from it
 
 // The Outlook that the checks are about: the newest one whose program is there; null where there is none.

@@ -4,6 +4,7 @@
 
 #include "config/IniFile.h"
 #include "config/Paths.h"
+#include "config/SettingsFiles.h"
 #include "platform/Err.h"
 #include "platform/File.h"
 #include "platform/Text.h"
@@ -29,7 +30,7 @@ State state;
 
 namespace {
 
-constexpr std::string_view settingsFile = "corvella.ini";
+constexpr std::string_view settingsFile = SettingsFiles::Base;
 constexpr std::string_view configFile = "config.ini";
 constexpr std::string_view configFileBegin = "#Corvella config file";
 
@@ -68,26 +69,10 @@ std::string FindConfigFile() {
     return {};
 }
 
-std::string_view LastComponent(std::string_view folder) {
-    if (platform::EndsWithBackslash(folder)) folder.remove_suffix(1);
-    return Files::GetFileNamePart(folder);
-}
-
 std::string CurrentProfile() {
     std::string profile = IniFile::GetIniSetting("Settings", "CurProfile", {}, true, true);
     if (profile.empty()) profile = IniFile::GetIniSetting("Settings", "LastProfile", {}, true, true);
     return profile;
-}
-
-bool IsBaseProfile(const std::string& profile) {
-    const std::string lowered = ToLower(profile);
-    return profile.empty() || profile == state.DefaultProfile || lowered == "standard" || lowered == "standard.ini";
-}
-
-std::string ProfileFile(const std::string& profile) {
-    std::string file = Contains(profile, ":\\") ? profile : In(state.SettingsFolder, profile);
-    if (!ToLower(file).ends_with(".ini")) file.append(".ini");
-    return Files::GetFileFolderPath(file);
 }
 
 void TellMissingProfile(const std::string& file) {
@@ -186,12 +171,11 @@ std::string GetMainIniFile(std::int32_t storageMode) {
     const platform::ErrorScope ownErrors;
     const Debug::Trace trace("GetMainIniFile");
     state.SettingsFolder = GetIniFilename_(storageMode);
-    const bool pageRelay = ToLower(LastComponent(state.SettingsFolder)) == "pagerelay";
-    IniFile::location.BaseFile = In(state.SettingsFolder, pageRelay ? "settings.ini" : settingsFile);
+    IniFile::location.BaseFile = SettingsFiles::BaseFileIn(state.SettingsFolder);
     IniFile::location.CurrentFile = IniFile::location.BaseFile;
     const std::string profile = CurrentProfile();
-    if (IsBaseProfile(profile)) return IniFile::location.CurrentFile;
-    const std::string file = ProfileFile(profile);
+    if (SettingsFiles::IsBaseProfile(profile, state.DefaultProfile)) return IniFile::location.CurrentFile;
+    const std::string file = Files::GetFileFolderPath(SettingsFiles::ProfileFileIn(state.SettingsFolder, profile));
     if (platform::PathIsMissing(file)) {
         TellMissingProfile(file);
     } else {

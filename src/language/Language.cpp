@@ -20,9 +20,6 @@ State state;
 namespace {
 
 constexpr std::string_view webSite = "http://www.corvella.com";
-constexpr const char* international = "Control Panel\\International";
-constexpr const char* mouseDevice = "Control Panel\\Microsoft Input Devices\\Mouse";
-constexpr std::int32_t germanLocale = 407;  // read as a decimal number, as all locales are here
 
 std::string UserValue(const char* subkey, const char* name) {
     return RegEdit::GetRegString(RegEdit::Root::CurrentUser, subkey, name);
@@ -134,14 +131,7 @@ void LoadLanguageFile() {
 
 std::string GetSystemLanguage() {
     const Debug::Trace trace("GetSystemLanguage");
-    std::string code = UserValue(international, "sLanguage");
-    if (!code.empty()) return code;
-    code = UserValue(mouseDevice, "Language");
-    if (!code.empty()) return code;
-    code = UserValue(international, "Locale");
-    const std::string name = platform::AbbreviatedLanguageName(platform::ValLong(code));
-    if (!name.empty()) code = name;
-    return platform::Val(code) == germanLocale ? "DE" : code;
+    return LanguageText::CodeOfSystem(UserValue, platform::AbbreviatedLanguageName);
 }
 
 std::string GetLanguageString(std::string_view section, std::string_view key, bool reportMissing) {

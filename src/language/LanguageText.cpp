@@ -1,5 +1,7 @@
 #include "language/LanguageText.h"
 
+#include <utility>
+
 #include "config/IniText.h"
 #include "platform/Text.h"
 
@@ -106,6 +108,20 @@ std::string_view LanguageForSystem(std::string_view systemCode) {
         if (systemCode == row.code || (!wholeCode && systemCode.starts_with(row.code))) return row.language;
     }
     return "English";
+}
+
+std::string CodeOfSystem(std::string (*userValue)(const char* key, const char* name),
+                         std::string (*nameOfLocale)(std::int32_t locale)) {
+    constexpr const char* international = "Control Panel\\International";
+    constexpr std::int32_t germanLocale = 407;  // read as a decimal number, as all locales are here
+    std::string code = userValue(international, "sLanguage");
+    if (!code.empty()) return code;
+    code = userValue("Control Panel\\Microsoft Input Devices\\Mouse", "Language");
+    if (!code.empty()) return code;
+    code = userValue(international, "Locale");
+    std::string name = nameOfLocale(platform::ValLong(code));
+    if (!name.empty()) code = std::move(name);
+    return platform::Val(code) == germanLocale ? "DE" : code;
 }
 
 std::string FileName(std::string_view language) {

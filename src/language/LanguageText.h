@@ -68,6 +68,10 @@ struct TabMask {
 
 // --- the choice of the language
 
+// Windows' code of the user's language, such as "DEU". `userValue` reads a text below HKEY_CURRENT_USER, `nameOfLocale`
+// tells the code of a locale's number, or nothing.
+[[nodiscard]] std::string CodeOfSystem(std::string (*userValue)(const char* key, const char* name),
+                                       std::string (*nameOfLocale)(std::int32_t locale));
 // The language for a system's language code such as "DEU". Some carry the extension of the file already.
 [[nodiscard]] std::string_view LanguageForSystem(std::string_view systemCode);
 [[nodiscard]] std::string FileName(std::string_view language);  // "Deutsch.lng"

@@ -20,8 +20,6 @@ TEST_CASE("a profile is a file in the settings' folder, or the base file itself"
     CHECK(ProfileFile("[Settings]\r\nCurProfile=Standard\r\n", folder) == "");
     CHECK(ProfileFile("[Settings]\r\nCurProfile=Corvella\r\n", folder) == "");
     CHECK(ProfileFile("", folder) == "");
-    CHECK(BaseFile("C:\\x\\PageRelay\\") == "C:\\x\\PageRelay\\settings.ini");
-    CHECK(BaseFile(folder) == folder + "corvella.ini");
 }
 
 TEST_CASE("what the settings take from the forms is listed by name") {
