@@ -156,10 +156,7 @@ void FormCheck::ShowFindings() {
     std::vector<std::string> lines;
     bool mendable = false;
     for (const Finding& finding : findings_) {
-        const char* const sign = finding.sign == Sign::Fine   ? "SignFine"
-                                 : finding.sign == Sign::Hint ? "SignHint"
-                                                              : "SignFault";
-        lines.push_back(TextFor(texts, sign) + " - " + SentencesOf(texts, finding).found);
+        lines.push_back(TextFor(texts, SignKey(finding.sign)) + " - " + SentencesOf(texts, finding).found);
         mendable = mendable || !finding.mend.empty();
     }
     The("ListFindings").SetList(std::move(lines));
@@ -224,8 +221,7 @@ void FormCheck::ButtonCopy_Click() {
 }
 
 std::string FormCheck::ManualPage() const {
-    const std::string& file = snapshot_.language.file;
-    const std::string folder = file.substr(0, file.rfind('\\') + 1) + "Manual\\";
+    const std::string folder = FolderOf(snapshot_.language.file) + "Manual\\";
     for (const std::string& language : {snapshot_.language.chosen, std::string("English")}) {
         std::string page = folder + language + "\\Trouble.htm";
         if (platform::LookAtFile(page).found == Found::There) return page;

@@ -7,6 +7,7 @@
 #include "check/Resiliency.h"
 #include "platform/Text.h"
 #include "support/AddInNames.h"
+#include "support/FilePaths.h"
 #include "support/RegistryKeys.h"
 
 using platform::Decimal;
@@ -18,8 +19,6 @@ namespace {
 using Changes = std::vector<Change>;
 
 constexpr std::uint64_t hour = 36'000'000'000;  // in units of 100 nanoseconds
-
-std::string_view FileName(std::string_view path) { return path.substr(path.rfind('\\') + 1); }
 
 // What is filled in; views, so that each finding takes few instructions.
 struct Fill {
@@ -93,7 +92,7 @@ class Judgement {
     }
     [[nodiscard]] bool IsGood(const std::string& path) const {
         const Program file = now_.FileAt(path);
-        return SameIgnoringCase(FileName(path), AddInNames::Library) && file.found == Found::There &&
+        return SameIgnoringCase(Files::GetFileNamePart(path), AddInNames::Library) && file.found == Found::There &&
                file.bits == bits_ && file.isLibrary && file.whole;
     }
 
@@ -155,7 +154,7 @@ class Judgement {
         const Program file = now_.FileAt(entry.path);
         const std::string good = GoodLibrary();
         const Changes mend = good.empty() ? Changes() : NameTheLibrary(good);
-        if (!SameIgnoringCase(FileName(entry.path), AddInNames::Library))
+        if (!SameIgnoringCase(Files::GetFileNamePart(entry.path), AddInNames::Library))
             return Fault("LibraryOther", {entry.path}, mend);
         if (file.found == Found::Missing) return Fault("LibraryMissing", {entry.path}, mend);
         if (file.found == Found::Unreadable) return Fault("LibraryUnreadable", {entry.path}, mend);

@@ -17,10 +17,6 @@ std::int32_t Count(const std::vector<Finding>& findings, Sign sign) {
         std::count_if(findings.begin(), findings.end(), [&](const Finding& finding) { return finding.sign == sign; }));
 }
 
-const char* SignKey(Sign sign) {
-    return sign == Sign::Fine ? "SignFine" : sign == Sign::Hint ? "SignHint" : "SignFault";
-}
-
 void Line(std::string& report, std::string_view text) { report.append(text).append(lineEnd); }
 
 // What is there, without judging it.
@@ -70,6 +66,10 @@ std::string WithShortNames(std::string_view text, std::string_view userName) {
         made.replace(at, folder.size(), shortened);
     }
     return made;
+}
+
+const char* SignKey(Sign sign) {
+    return sign == Sign::Fine ? "SignFine" : sign == Sign::Hint ? "SignHint" : "SignFault";
 }
 
 std::string Summary(const std::vector<Finding>& findings, const Lookup& lookup) {

@@ -13,6 +13,9 @@ namespace Check {
 
 [[nodiscard]] std::string Report(const Snapshot& snapshot, const std::vector<Finding>& findings, const Lookup& lookup);
 
+// The key of a sign's text.
+[[nodiscard]] const char* SignKey(Sign sign);
+
 // "No fault was found. Hints: 2."
 [[nodiscard]] std::string Summary(const std::vector<Finding>& findings, const Lookup& lookup);
 

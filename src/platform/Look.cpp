@@ -279,13 +279,4 @@ std::u16string LowerUtf16(std::string_view text) {
     return lower;
 }
 
-std::string AnsiOf(std::u16string_view text) {
-    const auto* const letters = reinterpret_cast<const wchar_t*>(text.data());
-    const int wide = static_cast<int>(text.size());
-    const int length = WideCharToMultiByte(CP_ACP, 0, letters, wide, nullptr, 0, nullptr, nullptr);
-    std::string ansi(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(CP_ACP, 0, letters, wide, ansi.data(), length, nullptr, nullptr);
-    return ansi;
-}
-
 }  // namespace platform

@@ -98,7 +98,5 @@ struct SeenText {
 
 // UTF-16 of the ANSI text, in small letters by Windows' own rules.
 [[nodiscard]] std::u16string LowerUtf16(std::string_view text);
-// The ANSI text of UTF-16; letters that the code page lacks become what Windows makes of them.
-[[nodiscard]] std::string AnsiOf(std::u16string_view text);
 
 }  // namespace platform
