@@ -47,6 +47,7 @@ struct Ports {
 // Returns what was plugged in before.
 Ports Plug(const Ports& ports) noexcept;
 
+// All that happens while the log is off stands in the calling function, also where the compiler is told to save room.
 namespace detail {
 
 // While the log is on, writes the pending error and then the entry; shows a shortage even when it is off.
@@ -54,14 +55,16 @@ void Report(std::string& text, std::int32_t code) noexcept;
 void Report(std::string_view text, std::int32_t code) noexcept;
 void AskForMode() noexcept;
 
-[[nodiscard]] inline bool HasSomethingToReport() noexcept { return state.DebugActive || platform::Err(); }
+[[nodiscard, gnu::always_inline]] inline bool HasSomethingToReport() noexcept {
+    return state.DebugActive || platform::Err();
+}
 
 // A shortage has gone once a whole event passed without it.
 inline void EndOutermost() noexcept {
     if (!std::exchange(state.FailureSeen, false)) state.ShownFailure = 0;
 }
 
-inline void CountCall() noexcept {
+[[gnu::always_inline]] inline void CountCall() noexcept {
     state.DebugCallCount = static_cast<std::int32_t>(static_cast<std::uint32_t>(state.DebugCallCount) + 1u);
     if ((state.DebugCallCount & 255) == 255) AskForMode();
 }

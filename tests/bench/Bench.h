@@ -1,7 +1,8 @@
 // bench/Bench.h: measuring, and a table of what was measured against its target.
 //
-// Shapes  Times are nanoseconds a call; a result is the median of several rounds. Where there is a baseline, its
-//         rounds and the measured ones take turns within the same run, and the ratio is that of the medians.
+// Shapes  Times are nanoseconds a call; a result is the median of several rounds, or the shortest where other work on
+//         the machine would decide. Where there is a baseline, its rounds and the measured ones take turns within the
+//         same run, and the ratio is that of the two results.
 //         The CSV has one line a result: name,value,unit,ratio,target,met - empty where there is
 //         none, the name in quotation marks.
 // Use     Each program prints its table, adds its CSV lines to the file that is its first argument, and ends with 1

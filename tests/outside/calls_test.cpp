@@ -36,14 +36,14 @@ void CheckIds(const Dispatch& object, std::initializer_list<platform::Member> me
 }  // namespace
 
 IN_EVERY_VERSION(
-    "a menu costs at most 26 calls of the host and four an entry beyond writing and walking over controls") {
+    "a menu costs at most 24 calls of the host and four an entry beyond writing and walking over controls") {
     e2e::Session session({.version = version});
     const HostCalls::MenuBuild build = HostCalls::OfMenu(session.host);
     constexpr int entries = static_cast<int>(std::size(menuTable));
     CHECK(session.Popups(session.host.Windows().back()).front().entries.size() == entries);
     CHECK(build.entryWrites > entries * 6);
     CHECK(build.rest > entries * 4);        // each entry is added, and its clicks connected in three calls
-    CHECK(build.rest <= 26 + entries * 4);  // two of them ask which folder the window opens with
+    CHECK(build.rest <= 24 + entries * 4);  // two of them ask which folder the window opens with
     const HostCalls::Lines all = session.host.Transcript();
     CHECK(std::count_if(all.begin(), all.end(), HostCalls::IsCall) == session.host.Calls());  // each has its line
 }

@@ -25,6 +25,12 @@ inline Lines From(const Lines& lines, const char* part) {
     return found == lines.rend() ? Lines() : Lines(found.base() - 1, lines.end());
 }
 
+// Up to the first line that holds `part`; all when none does.
+inline Lines Until(const Lines& lines, const char* part) {
+    return {lines.begin(),
+            std::find_if(lines.begin(), lines.end(), [&](const auto& line) { return Holds(line, part); })};
+}
+
 struct MenuBuild {
     int walk = 0;          // over the controls that are there already
     int entryWrites = 0;   // to the properties of the entries
@@ -55,11 +61,15 @@ inline MenuBuild Sort(const Lines& lines) {
 }
 
 // The calls of one build of the menu, made by a host that is not yet started: in the second window's first activation;
-// in Outlook 2000, which has the menu in its first window alone, in the connection.
+// in Outlook 2000, which has the menu in its first window alone, in the connection, up to where that goes on to the
+// windows that are open already.
 inline MenuBuild OfMenu(standin::Outlook& outlook) {
     outlook.Record(standin::Detail::Everything);
     outlook.Start();
-    if (outlook.Version() == 9) return Sort(From(outlook.Transcript(), "Explorer 1.Class"));
+    if (outlook.Version() == 9) {
+        const Lines build = From(outlook.Transcript(), "Explorer 1.Class");
+        return Sort(Until(build, "Application.Explorers"));
+    }
     outlook.OpenExplorer(standin::FolderKind::Calendar);
     return Sort(From(outlook.Transcript(), "! Explorer 2: Activate()"));
 }
