@@ -12,17 +12,28 @@ std::wstring Widen(std::string_view text) {
 
 std::string Narrow(std::wstring_view text) {
     const int size = static_cast<int>(text.size());
-    const int length = WideCharToMultiByte(CP_ACP, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), size, narrow.data(), length, nullptr, nullptr);
+    const auto convert = [&](char* to, int room) {
+        return WideCharToMultiByte(CP_ACP, 0, text.data(), size, to, room, nullptr, nullptr);
+    };
+    std::string narrow(text.size(), '\0');  // a byte for a letter suffices in most code pages
+    int length = convert(narrow.data(), size);
+    if (length == 0 && size > 0) {
+        length = convert(nullptr, 0);
+        narrow.resize(static_cast<std::size_t>(length));
+        length = convert(narrow.data(), length);
+    }
+    narrow.resize(static_cast<std::size_t>(length));
     return narrow;
 }
 
 std::string TextOf(BSTR text) { return text ? Narrow({text, SysStringLen(text)}) : std::string(); }
 
 Bstr::Bstr(std::string_view text) {
-    const std::wstring wide = Widen(text);
-    text_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+    const int size = static_cast<int>(text.size());
+    const int length = MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0);
+    text_ = SysAllocStringLen(nullptr, static_cast<UINT>(length));
+    if (text_ && MultiByteToWideChar(CP_ACP, 0, text.data(), size, text_, length) != length)
+        SysFreeString(std::exchange(text_, nullptr));
 }
 
 BSTR* Bstr::Put() noexcept {

@@ -78,12 +78,14 @@ bool Invoke(IDispatch* object, const Member& member, WORD kind, std::initializer
     const ComPtr<IDispatch> kept = ComPtr<IDispatch>::Copy(object);
     DISPID id = member.Id();
     if (id == DISPID_UNKNOWN && !FindId(object, member, id)) return false;
-    const std::unique_ptr<Variant[]> values(arguments.size() ? new Variant[arguments.size()] : nullptr);
+    Variant single;  // most calls have no more than one argument
+    const std::unique_ptr<Variant[]> several(arguments.size() > 1 ? new Variant[arguments.size()] : nullptr);
+    Variant* const values = several ? several.get() : &single;
     std::size_t slot = arguments.size();
     for (const Argument& argument : arguments) Fill(values[--slot], argument);
 
     DISPID newValue = DISPID_PROPERTYPUT;
-    DISPPARAMS parameters{values.get(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    DISPPARAMS parameters{values, nullptr, static_cast<UINT>(arguments.size()), 0};
     if (kind == DISPATCH_PROPERTYPUT) {
         parameters.rgdispidNamedArgs = &newValue;
         parameters.cNamedArgs = 1;
@@ -111,6 +113,10 @@ bool Read(IDispatch* object, const Member& member, std::initializer_list<Argumen
     Variant raw;
     if (!Invoke(object, member, readOrCall, arguments, &raw)) return false;
     if (raw.vt == VT_EMPTY || raw.vt == VT_NULL) return false;
+    if (raw.vt == type) {
+        std::swap<VARIANT>(answer, raw);
+        return true;
+    }
     const HRESULT status = VariantChangeType(&answer, &raw, 0, type);
     if (SUCCEEDED(status)) return true;
     RecordFailure(member.Name(), status == DISP_E_TYPEMISMATCH ? static_cast<HRESULT>(TypeMismatch) : status);
