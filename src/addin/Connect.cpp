@@ -3,6 +3,7 @@
 #include "addin/DebugSetup.h"
 #include "addin/Members.h"
 #include "addin/Names.h"
+#include "bridge/CVOutlAddIn.h"
 #include "bridge/OlVersion.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
@@ -37,6 +38,7 @@ void Connect::AddinInstance_OnConnection(const Dispatch& application, std::int32
     DebugSetup::InitDebug(false, false);
     if (turn != turn_) return;  // disconnected while a question of the log's was open
     RegEdit::SaveRegValue(platform::Root::CurrentUser, RegistryKeys::AddIn, Names::Active, "1", textValue);
+    CVOutlAddIn::ListNotedItems('C');  // of a sending that ended with the host
     const bool windows = HasWindows(application);
     // From 2010 on Outlook tells of its end by Quit only, also where it has no window (host quirk 2).
     if (!windows && cOutlookAddIn::VersionOf(application) < Outlook2010) return;

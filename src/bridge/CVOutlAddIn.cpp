@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "bridge/ChangedItems.h"
 #include "bridge/FormOlAddInTimer.h"
@@ -81,6 +83,12 @@ bool List(std::span<const std::string> entryIds, char typeLetter) {
     return AttemptTwice([&] { return ListItems(entryIds, typeLetter); });
 }
 
+std::string BlockName(char typeLetter, std::int32_t block) {
+    return std::string(1, typeLetter) + platform::Decimal(block);
+}
+
+bool ForgetNotedItems() { return RegEdit::DeleteRegValue(Root::CurrentUser, RegistryKeys::Sending, {}); }
+
 void Arm(FormOlAddInTimer::TimerControl& timer, bool explicitly) {
     if (explicitly) {
         timer.SetInterval(commandInterval);
@@ -115,19 +123,44 @@ void AddChangedItem(std::string_view entryId, char typeLetter, bool explicitly, 
     SetTimer(explicitly, startTimer);
 }
 
+bool ListNotedItems(char typeLetter) {
+    std::vector<std::string> entryIds;
+    for (std::int32_t block = 1;; ++block) {
+        const auto ids = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Sending, BlockName(typeLetter, block));
+        if (!ids) return false;
+        if (ids->empty()) break;
+        ChangedItems::Split(*ids, entryIds);
+    }
+    if (entryIds.empty()) return true;
+    return List(entryIds, typeLetter) && ForgetNotedItems();
+}
+
 void HandOff::Add(std::string entryId) {
     const Debug::Trace trace("AddChangedItem");
+    if (entryIds_.empty()) SetTimer(true, false);
     AttemptTwice([&] {
-        waiting_.push_back(std::move(entryId));
+        entryIds_.push_back(std::move(entryId));
         return true;
     });
-    if (waiting_.size() >= itemsAWrite && List(waiting_, typeLetter_)) waiting_.clear();
-    SetTimer(true, false);
+    if (entryIds_.size() % itemsABlock == 0) platform::Attempt([this] { Note(); });
+}
+
+// What an earlier sending has noted is listed first; where it cannot be, it stays and nothing is noted beside it.
+void HandOff::Note() {
+    if (blocks_ == 0 && !ListNotedItems(typeLetter_)) return;
+    const std::span<const std::string> block = std::span(entryIds_).subspan(noted_);
+    const std::string ids = ChangedItems::AddAll({}, block);
+    if (!RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::Sending),
+                               BlockName(typeLetter_, blocks_ + 1), ids, RegEdit::TypeText))
+        return;
+    ++blocks_;
+    noted_ += block.size();
 }
 
 void HandOff::Finish() {
-    if (!waiting_.empty()) List(waiting_, typeLetter_);
-    waiting_.clear();
+    const bool listed = entryIds_.empty() || List(entryIds_, typeLetter_);
+    if (!listed) platform::Attempt([this] { Note(); });
+    if (listed && blocks_ > 0) ForgetNotedItems();
     SetTimer(true, true);
 }
 

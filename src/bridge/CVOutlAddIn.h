@@ -5,6 +5,8 @@
 // Effects registry values, the change-watch timer, processes. An automatic hand-off may ask the user once for each
 //         kind of item; a message is shown where no folder of the main application is known. Both may pump messages.
 #pragma once
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,21 +18,28 @@ namespace CVOutlAddIn {
 void AddChangedItem(std::string_view entryId, char typeLetter, bool explicitly, bool startTimer);
 
 // Many items of one kind, by a command of the user: what AddChangedItem makes of one after the other, the timer started
-// with the last, except that the list is written once for `itemsAWrite` of them. What could not be written is tried
-// again with the next ones. The list is read anew for each write, so that what the main application has taken from it
-// meanwhile stays taken.
+// with the last, except that the list is written once, at the end. Until then each `itemsABlock` of them are noted in
+// the registry beside it, so that the cost grows with their number only, and no more than so many are lost with the
+// host. What is noted stays there where the list cannot be written.
 class HandOff {
   public:
-    static constexpr std::size_t itemsAWrite = 256;
+    static constexpr std::size_t itemsABlock = 256;
 
     explicit HandOff(char typeLetter) : typeLetter_(typeLetter) {}
     void Add(std::string entryId);
     void Finish();
 
   private:
+    void Note();
+
     char typeLetter_;
-    std::vector<std::string> waiting_;
+    std::vector<std::string> entryIds_;
+    std::size_t noted_ = 0;  // the first so many of them
+    std::int32_t blocks_ = 0;
 };
+
+// Lists what an interrupted sending of such items has noted, and forgets it. False where some of it is still noted.
+bool ListNotedItems(char typeLetter);
 
 // Starts the main application with one argument and does not wait for it. Writes nothing to the debug log.
 void CallMainApp(std::string_view argument);

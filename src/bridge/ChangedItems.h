@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ChangedItems {
 
@@ -21,6 +22,9 @@ namespace ChangedItems {
 // Adds each that is not empty and not listed yet, in their order: what IsListed and Add make of one after the other, in
 // a time that grows with the letters only.
 [[nodiscard]] std::string AddAll(std::string_view list, std::span<const std::string> entryIds);
+
+// Adds the ids of a list to `entryIds`, in their order.
+void Split(std::string_view list, std::vector<std::string>& entryIds);
 
 // The longest interval of the change-watch timer, in milliseconds.
 inline constexpr std::int32_t longestInterval = 65535;

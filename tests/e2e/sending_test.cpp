@@ -1,7 +1,8 @@
-// Sending many selected contacts at once: the list is written once for 256 of them, and comes out as if each had been
-// written by itself.
+// Sending many selected contacts at once: the list is written once, and comes out as if each of them had been written
+// by itself. What is not listed yet is noted in the registry for every 256 of them.
 #include <doctest.h>
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,35 +18,59 @@ namespace {
 
 constexpr int selected = 600;
 constexpr std::size_t idLength = 140;
-constexpr std::size_t mostUnlisted = 256;
+constexpr std::size_t mostUnsafe = 256;
+const std::string sendingKey = std::string(e2e::outlookKey) + "\\Sending";
 
 std::string List() { return e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or(""); }
 
-// What is seen, and done, at each write of the list.
+// What the registry has of a sending.
+struct Kept {
+    std::string list;
+    std::vector<std::string> noted;
+
+    static Kept Now() {
+        Kept kept{List(), {}};
+        for (int block = 1;; ++block) {
+            const auto ids = e2e::ReadValue(sendingKey, "C" + std::to_string(block));
+            if (!ids) return kept;
+            kept.noted.push_back(*ids);
+        }
+    }
+    void Restore() const {
+        e2e::WriteValue(e2e::outlookKey, "ChangedC", list);
+        for (std::size_t i = 0; i < noted.size(); ++i)
+            e2e::WriteValue(sendingKey, "C" + std::to_string(i + 1), noted[i]);
+    }
+    [[nodiscard]] std::size_t Entries() const {
+        std::size_t letters = list.size();
+        for (const std::string& ids : noted) letters += ids.size();
+        return letters / (idLength + 1);
+    }
+};
+
+// What is seen, and done, at each write of the list or of a note.
 struct Writes {
     standin::Outlook* host = nullptr;
     std::vector<std::size_t> walked;  // items that the host was asked for before it, at most
-    std::vector<std::size_t> listed;  // entries with it
-    int fail = 0;                     // the next so many are refused
-    bool cleared = false;             // the main application clears the list behind the first
+    std::vector<Kept> kept;           // what there is behind it
+    std::vector<std::size_t> listed;  // entries of the list with it
+    int failNotes = 0;                // the next so many are refused
+    bool failList = false;
+    bool clears = false;  // the main application clears the list behind each note
 };
 Writes writes;
 
 LONG WINAPI Write(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) {
-    const bool list = std::string(name) == "ChangedC";
-    if (list && writes.fail > 0 && writes.fail--) return ERROR_ACCESS_DENIED;
+    const bool list = std::string(name) == "ChangedC", note = std::string(name).rfind("C", 0) == 0 && !list;
+    if (note && writes.failNotes > 0 && writes.failNotes--) return ERROR_ACCESS_DENIED;
+    if (list && writes.failList) return ERROR_ACCESS_DENIED;
     const LONG status = RegSetValueExA(key, name, reserved, type, data, size);
-    if (!list) return status;
+    if (!list && !note) return status;
+    if (note && writes.clears) e2e::WriteValue(e2e::outlookKey, "ChangedC", "");
     writes.walked.push_back(static_cast<std::size_t>(writes.host->Calls()) / 2);  // Item and EntryID
-    writes.listed.push_back(size / (idLength + 1));
+    if (list) writes.listed.push_back(size / (idLength + 1));
+    writes.kept.push_back(Kept::Now());
     return status;
-}
-
-LONG WINAPI ClearBeforeRead(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
-    const bool between = std::string(name) == "ChangedC" && writes.listed.size() == 1 &&
-                         writes.walked.front() < static_cast<std::size_t>(writes.host->Calls()) / 2;
-    if (between && !std::exchange(writes.cleared, true)) RegDeleteValueA(key, name);
-    return RegQueryValueExA(key, name, reserved, type, data, size);
 }
 
 struct Sending {
@@ -58,19 +83,25 @@ struct Sending {
         writes = {};
         writes.host = &session.host;
     }
-    // `replaced`: another function of the registry's, beside the one that writes.
-    void Click(std::vector<ImportPatch::Import> replaced = {}) {
-        replaced.push_back({"ADVAPI32.dll", "RegSetValueExA", reinterpret_cast<void*>(&Write)});
+    void Click() {
+        const ImportPatch::Import replaced[] = {{"ADVAPI32.dll", "RegSetValueExA", reinterpret_cast<void*>(&Write)}};
         ImportPatch patch;
-        REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), replaced) == static_cast<int>(replaced.size()));
+        REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), replaced) == 1);
         const standin::ControlView button = session.OwnControls(window, "107").front();
         session.host.ResetCalls();
         session.host.Click(button);
     }
+    void StartAgain() {
+        session.host.UnloadAddIn(e2e::progId);
+        REQUIRE(session.LoadAddIn());
+    }
     // The ids of the items from `first` on, but that of `without`, as they stand in a list.
     [[nodiscard]] std::string Ids(std::size_t first = 0, std::size_t without = selected) const {
+        return IdsUpTo(items.size(), first, without);
+    }
+    [[nodiscard]] std::string IdsUpTo(std::size_t end, std::size_t first = 0, std::size_t without = selected) const {
         std::string ids;
-        for (std::size_t i = first; i < items.size(); ++i) {
+        for (std::size_t i = first; i < end; ++i) {
             if (i != without) ids += ";" + session.host.EntryId(items[i]);
         }
         return ids;
@@ -81,23 +112,68 @@ struct Sending {
     std::vector<standin::Item> items;
 };
 
+bool NothingIsNoted() { return Kept::Now().noted.empty(); }
+
+// A value of a type that the add-in does not read.
+void PutUnreadable(const std::string& path, const char* name) {
+    HKEY key = nullptr;
+    RegCreateKeyA(HKEY_CURRENT_USER, path.c_str(), &key);
+    const char several[] = "one\0two\0";
+    RegSetValueExA(key, name, 0, REG_MULTI_SZ, reinterpret_cast<const BYTE*>(several), sizeof several);
+    RegCloseKey(key);
+}
+DWORD TypeOf(const std::string& path, const char* name) {
+    HKEY key = nullptr;
+    DWORD type = REG_NONE;
+    RegCreateKeyA(HKEY_CURRENT_USER, path.c_str(), &key);
+    RegQueryValueExA(key, name, nullptr, &type, nullptr, nullptr);
+    RegCloseKey(key);
+    return type;
+}
+void RemoveValue(const std::string& path, const char* name) {
+    HKEY key = nullptr;
+    RegCreateKeyA(HKEY_CURRENT_USER, path.c_str(), &key);
+    RegDeleteValueA(key, name);
+    RegCloseKey(key);
+}
+
 }  // namespace
 
-IN_EVERY_VERSION("six hundred selected contacts are listed in their order, by a write for every 256") {
+IN_EVERY_VERSION("six hundred selected contacts are listed in their order by one write, and nothing stays noted") {
     Sending sending(version);
     sending.Click();
     CHECK(List() == sending.Ids());
-    CHECK(writes.listed == std::vector<std::size_t>{256, 512, 600});
+    CHECK(writes.listed == std::vector<std::size_t>{600});
+    CHECK(NothingIsNoted());
 }
 
-IN_EVERY_VERSION("at no time are more than 256 items that were asked for not on the list") {
+IN_EVERY_VERSION("at no time are more than 256 items that were asked for neither noted nor listed") {
     Sending sending(version);
     sending.Click();
     REQUIRE(writes.walked.size() == 3);
     std::size_t before = 0;
     for (std::size_t i = 0; i < writes.walked.size(); ++i) {
-        CHECK(writes.walked[i] - before <= mostUnlisted + 4);  // a few calls belong to the click itself
-        before = writes.listed[i];
+        CHECK(writes.walked[i] - before <= mostUnsafe + 4);  // a few calls belong to the click itself
+        before = writes.kept[i].Entries();
+    }
+}
+
+IN_EVERY_VERSION("whenever the host ends while it sends, the next start lists what was noted, each item once") {
+    std::vector<Kept> moments;
+    std::vector<std::string> expected;
+    {
+        Sending sending(version);
+        sending.Click();
+        REQUIRE(writes.kept.size() == 3);
+        moments = writes.kept;
+        expected = {sending.IdsUpTo(256), sending.IdsUpTo(512), sending.Ids()};
+    }
+    for (std::size_t i = 0; i < moments.size(); ++i) {
+        Session session({.version = version});
+        moments[i].Restore();
+        session.host.Start();
+        CHECK(List() == expected[i]);
+        CHECK(NothingIsNoted());
     }
 }
 
@@ -109,22 +185,37 @@ IN_EVERY_VERSION("an item that is selected and on the list already is not listed
     CHECK(List() == earlier + sending.Ids(0, 400));
     sending.Click();
     CHECK(List() == earlier + sending.Ids(0, 400));
-    CHECK(writes.listed.size() == 3);  // nothing was new the second time
+    CHECK(writes.listed.size() == 1);  // nothing was new the second time
 }
 
-IN_EVERY_VERSION("items of which a write fails come with the next write") {
+IN_EVERY_VERSION("items that could not be noted are noted with the next ones") {
     Sending sending(version);
-    writes.fail = 2;  // it is tried twice
+    writes.failNotes = 1;
     sending.Click();
-    CHECK(writes.fail == 0);
+    CHECK(writes.failNotes == 0);
+    REQUIRE(writes.kept.size() == 2);
+    CHECK(writes.kept.front().noted == std::vector<std::string>{sending.IdsUpTo(512)});
     CHECK(List() == sending.Ids());
+    CHECK(NothingIsNoted());
 }
 
-IN_EVERY_VERSION("what Corvella takes from the list between two writes stays taken") {
+IN_EVERY_VERSION("a list that cannot be written keeps all items noted until it can") {
     Sending sending(version);
-    sending.Click({{"ADVAPI32.dll", "RegQueryValueExA", reinterpret_cast<void*>(&ClearBeforeRead)}});
-    CHECK(writes.cleared);
-    CHECK(List() == sending.Ids(256));
+    writes.failList = true;
+    sending.Click();
+    CHECK(List().empty());
+    CHECK(Kept::Now().Entries() == selected);
+    sending.StartAgain();
+    CHECK(List() == sending.Ids());
+    CHECK(NothingIsNoted());
+}
+
+IN_EVERY_VERSION("what Corvella takes from the list meanwhile stays taken") {
+    Sending sending(version);
+    e2e::WriteValue(e2e::outlookKey, "ChangedC", ";EARLIER");
+    writes.clears = true;
+    sending.Click();
+    CHECK(List() == sending.Ids());
 }
 
 IN_EVERY_VERSION("an item that does not tell its id keeps no other one off the list") {
@@ -134,16 +225,33 @@ IN_EVERY_VERSION("an item that does not tell its id keeps no other one off the l
     CHECK(List() == sending.Ids(1));
 }
 
-IN_EVERY_VERSION("a list that cannot be read is left alone by a whole selection") {
+IN_EVERY_VERSION("a list that cannot be read is left alone by a whole selection, which stays noted") {
     Sending sending(version);
-    HKEY key = nullptr;
-    RegCreateKeyA(HKEY_CURRENT_USER, e2e::outlookKey, &key);
-    const char several[] = "one\0two\0";
-    RegSetValueExA(key, "ChangedC", 0, REG_MULTI_SZ, reinterpret_cast<const BYTE*>(several), sizeof several);
+    PutUnreadable(e2e::outlookKey, "ChangedC");
     sending.Click();
     CHECK(writes.listed.empty());
-    DWORD type = 0;
-    CHECK(RegQueryValueExA(key, "ChangedC", nullptr, &type, nullptr, nullptr) == ERROR_SUCCESS);
-    CHECK(type == REG_MULTI_SZ);
-    RegCloseKey(key);
+    CHECK(TypeOf(e2e::outlookKey, "ChangedC") == REG_MULTI_SZ);
+    CHECK(Kept::Now().Entries() == selected);
+    RemoveValue(e2e::outlookKey, "ChangedC");
+    sending.StartAgain();
+    CHECK(List() == sending.Ids());
+    CHECK(NothingIsNoted());
+}
+
+IN_EVERY_VERSION("notes that cannot be read stay, and what is sent beside them is listed") {
+    Sending sending(version);
+    e2e::WriteValue(sendingKey, "C1", ";EARLIER");
+    PutUnreadable(sendingKey, "C2");
+    sending.Click();
+    CHECK(List() == sending.Ids());
+    CHECK(e2e::ReadValue(sendingKey, "C1") == ";EARLIER");
+    CHECK(TypeOf(sendingKey, "C2") == REG_MULTI_SZ);
+}
+
+IN_EVERY_VERSION("notes of an earlier sending are listed before a later one is noted") {
+    Sending sending(version);
+    e2e::WriteValue(sendingKey, "C1", ";EARLIER");
+    sending.Click();
+    CHECK(List() == ";EARLIER" + sending.Ids());
+    CHECK(NothingIsNoted());
 }

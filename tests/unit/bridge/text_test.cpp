@@ -58,6 +58,14 @@ TEST_CASE("many items are added as one after the other would be") {
     }
 }
 
+TEST_CASE("a list is split into its ids in their order, without the empty ones") {
+    std::vector<std::string> ids{"0"};
+    Split(";A;B;;C", ids);
+    CHECK(ids == std::vector<std::string>{"0", "A", "B", "C"});
+    Split("", ids);
+    CHECK(ids.size() == 4);
+}
+
 TEST_CASE("ten thousand items are added to ten thousand others in no more than a moment") {
     std::vector<std::string> first, second;
     for (int i = 0; i < 10000; ++i) {
