@@ -5,4 +5,4 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/build.sh win32-release weather > build/weather-build.log 2>&1 || { tail -n 30 build/weather-build.log; exit 2; }
 exec python3 tests/weather/weather_test.py build/win32-release/tests/weather/weather.exe --whole --share "${1:-1/1}" \
-    --report build/weather.txt
+    --jobs "$(nproc)" --report build/weather.txt

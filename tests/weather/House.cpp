@@ -17,11 +17,15 @@ constexpr const char* clipboardText = "what the user copied";
 std::vector<std::string> started;
 DWORD slept = 0;
 
-std::string Base() {
-    char temporary[MAX_PATH];
-    GetTempPathA(sizeof temporary, temporary);
-    return std::string(temporary) + "Corvella Weather " + std::to_string(GetCurrentProcessId()) + "\\";
+// Of this program, with a backslash: who plays several at once gives each a folder of its own.
+std::string ProgramFolder() {
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const std::string program = path;
+    return program.substr(0, program.rfind('\\') + 1);
 }
+
+std::string Base() { return ProgramFolder() + "world\\"; }
 
 BOOL WINAPI NoteProcess(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID,
                         LPCSTR, LPSTARTUPINFOA, LPPROCESS_INFORMATION process) {
@@ -184,12 +188,7 @@ std::string House::Value(const char* path, const char* name) {
 std::string House::SettingsFolder() const { return Base() + "Corvella\\"; }
 std::string House::SettingsFile() const { return SettingsFolder() + "corvella.ini"; }
 
-std::string House::LogFile() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\') + 1) + "addin\\CorvellaAddIn.dbg.xml";
-}
+std::string House::LogFile() { return ProgramFolder() + "addin\\CorvellaAddIn.dbg.xml"; }
 
 void House::Furnish() const {
     CreateDirectoryA(SettingsFolder().c_str(), nullptr);

@@ -1,15 +1,21 @@
 """Windows failing in turn: each call of each function of Windows fails while the add-in is at work.
 
-    weather_test.py PROGRAM [--whole] [--plays N] [--seed N] [--share A/B] [--report FILE] [--only PLAY] [--line LINE]
+    weather_test.py PROGRAM [--whole] [--plays N] [--seed N] [--share A/B] [--jobs N] [--report FILE] [--only PLAY]
+                    [--line LINE]
 
 PROGRAM is weather.exe. Without --whole, a number of plays is chosen by a fixed seed and as many by a new one, which is
-printed; where CI is set in the environment by the fixed seed alone. Whole: each call point of Outlook 2003, failing once and from then on, and every tenth of the other versions.
+printed; where CI is set in the environment by the fixed seed alone. Whole: each call point of Outlook 2003, failing once
+and from then on, and every tenth of the other versions. With --jobs so many play side by side, each on a screen of its
+own.
 A play that crashes or hangs ends the program; it is started again behind that play. Nothing may be found."""
 import argparse
 import collections
+import concurrent.futures
+import contextlib
 import os
 import pathlib
 import random
+import shutil
 import sys
 import tempfile
 import time
@@ -114,6 +120,22 @@ def chosen_plan(weather, arguments):
     return plan
 
 
+@contextlib.contextmanager
+def house_of_its_own(program):
+    """The program with the library beside it, where the library writes its log."""
+    with tempfile.TemporaryDirectory() as folder, Display() as display:
+        programs, own = pathlib.Path(program).resolve().parent, pathlib.Path(folder) / "programs"
+        shutil.copytree(programs / "addin", own / "addin")
+        yield Weather(Prefix(folder, display), shutil.copy(program, own), folder)
+
+
+def play_part(program, plan):
+    """{line: [what was found]}, and how many never reached their call."""
+    with house_of_its_own(program) as weather:
+        found, missed = weather.play(plan)
+        return {plan[number]: what for number, what in weather.confirmed(plan, found).items()}, missed
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("program")
@@ -121,21 +143,25 @@ def main():
     parser.add_argument("--plays", type=int, default=150)
     parser.add_argument("--seed", type=int)
     parser.add_argument("--share", default="1/1", help="A/B: the A-th of B parts of the plan")
+    parser.add_argument("--jobs", type=int, default=1)
     parser.add_argument("--only", help="only the plays of that name")
     parser.add_argument("--line", action="append", help="just this play, as the findings name it")
     parser.add_argument("--report", help="write the findings there as well")
     arguments = parser.parse_args()
     begin = time.monotonic()
-    with tempfile.TemporaryDirectory() as folder, Display() as display:
-        weather = Weather(Prefix(folder, display), arguments.program, folder)
+    with house_of_its_own(arguments.program) as weather:
         plan = chosen_plan(weather, arguments)
-        if arguments.only:
-            plan = [line for line in plan if line.split("|")[1] == arguments.only]
-        part, parts = map(int, arguments.share.split("/"))
-        plan = plan[part - 1::parts]
-        found, missed = weather.play(plan)
-        found = weather.confirmed(plan, found)
-    findings = [f"{plan[number]}: {what}" for number in sorted(found) for what in found[number]]
+    if arguments.only:
+        plan = [line for line in plan if line.split("|")[1] == arguments.only]
+    part, parts = map(int, arguments.share.split("/"))
+    plan = plan[part - 1::parts]
+    found, missed = {}, 0
+    with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as jobs:
+        shares = [plan[job::arguments.jobs] for job in range(arguments.jobs)]
+        for part_found, part_missed in jobs.map(play_part, [arguments.program] * len(shares), shares):
+            found.update(part_found)
+            missed += part_missed
+    findings = [f"{line}: {what}" for line in plan for what in found.get(line, [])]
     print("\n".join(findings))
     if arguments.report:
         pathlib.Path(arguments.report).write_text("\n".join(findings) + "\n")
