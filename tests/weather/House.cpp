@@ -25,7 +25,7 @@ std::string ProgramFolder() {
     return program.substr(0, program.rfind('\\') + 1);
 }
 
-std::string Base() { return ProgramFolder() + "world\\"; }
+std::string Base() { return ProgramFolder() + "a world\\"; }
 
 BOOL WINAPI NoteProcess(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID,
                         LPCSTR, LPSTARTUPINFOA, LPPROCESS_INFORMATION process) {

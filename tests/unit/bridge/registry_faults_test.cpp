@@ -11,6 +11,7 @@
 #include "platform/Err.h"
 #include "support/Debug.h"
 #include "support/RegEdit.h"
+#include "testing/ImportName.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/TempFolder.h"
 
@@ -62,8 +63,8 @@ LONG WINAPI Query(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE 
     if (data != nullptr && faults.growBetweenReads) *size /= 2;  // as if the value had become longer meanwhile
     if (data != nullptr && !faults.longerMeanwhile.empty()) {
         const std::string text = std::exchange(faults.longerMeanwhile, {});
-        Real<decltype(&RegSetValueExA)>("RegSetValueExA")(key, name, 0, REG_SZ,
-                                                          reinterpret_cast<const BYTE*>(text.data()), text.size());
+        Real<decltype(&RegSetValueExA)>("RegSetValueExA")(
+            key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.data()), static_cast<DWORD>(text.size()));
     }
     return Real<decltype(&RegQueryValueExA)>("RegQueryValueExA")(key, name, reserved, type, data, size);
 }
@@ -82,12 +83,12 @@ LONG WINAPI DeleteOne(HKEY key, LPCSTR name) {
 
 // The names under which calls of imported functions are linked; these come before the import library's.
 extern "C" {
-extern decltype(&Open) importOpen __asm__("__imp__RegOpenKeyA@12");
-extern decltype(&Create) importCreate __asm__("__imp__RegCreateKeyA@12");
-extern decltype(&Close) importClose __asm__("__imp__RegCloseKey@4");
-extern decltype(&Query) importQuery __asm__("__imp__RegQueryValueExA@24");
-extern decltype(&Set) importSet __asm__("__imp__RegSetValueExA@24");
-extern decltype(&DeleteOne) importDelete __asm__("__imp__RegDeleteValueA@8");
+extern decltype(&Open) importOpen __asm__(IMPORT_NAME("RegOpenKeyA", "12"));
+extern decltype(&Create) importCreate __asm__(IMPORT_NAME("RegCreateKeyA", "12"));
+extern decltype(&Close) importClose __asm__(IMPORT_NAME("RegCloseKey", "4"));
+extern decltype(&Query) importQuery __asm__(IMPORT_NAME("RegQueryValueExA", "24"));
+extern decltype(&Set) importSet __asm__(IMPORT_NAME("RegSetValueExA", "24"));
+extern decltype(&DeleteOne) importDelete __asm__(IMPORT_NAME("RegDeleteValueA", "8"));
 decltype(&Open) importOpen = Open;
 decltype(&Create) importCreate = Create;
 decltype(&Close) importClose = Close;

@@ -22,6 +22,7 @@
 #include "platform/forms/Keyboard.h"
 #include "testing/BoxAnswerer.h"
 #include "testing/HandleCount.h"
+#include "testing/ImportName.h"
 #include "testing/ImportPatch.h"
 #include "testing/Pump.h"
 #include "testing/Recorder.h"
@@ -78,7 +79,7 @@ bool TimerClassExists() {
 
 // The name under which calls of the imported function are linked; this one comes before the import library's.
 extern "C" {
-extern decltype(&RecordBox) importMessageBox __asm__("__imp__MessageBoxA@16");
+extern decltype(&RecordBox) importMessageBox __asm__(IMPORT_NAME("MessageBoxA", "16"));
 decltype(&RecordBox) importMessageBox = RecordBox;
 }
 
