@@ -19,8 +19,8 @@ void ForEachEntry(std::string_view list, See&& see) {
     }
 }
 
-std::size_t SeparatorsIn(std::string_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), ';'));
+std::size_t EntriesIn(std::string_view list) {
+    return 1 + static_cast<std::size_t>(std::count(list.begin(), list.end(), ';'));
 }
 
 // What is listed, in one block of memory: a node for each entry would take as long as all the rest.
@@ -60,10 +60,10 @@ std::string Add(std::string_view list, std::string_view entryId) {
 }
 
 std::string AddAll(std::string_view list, std::span<const std::string> entryIds) {
-    std::size_t letters = list.size(), entries = SeparatorsIn(list) + 1;
+    std::size_t letters = list.size(), entries = EntriesIn(list);
     for (const std::string& entryId : entryIds) {
         letters += 1 + entryId.size();
-        entries += SeparatorsIn(entryId) + 1;
+        entries += EntriesIn(entryId);
     }
     std::string longer;
     longer.reserve(letters);  // so that what is listed does not move
@@ -71,7 +71,7 @@ std::string AddAll(std::string_view list, std::span<const std::string> entryIds)
     Entries listed(entries);
     listed.AddAllOf(longer);
     for (const std::string& entryId : entryIds) {
-        const bool isEntry = SeparatorsIn(entryId) == 0;  // else it may stand there as several
+        const bool isEntry = EntriesIn(entryId) == 1;  // else it may stand there as several
         if (entryId.empty() || (isEntry ? listed.Contains(entryId) : IsListed(longer, entryId))) continue;
         longer.append(";").append(entryId);
         listed.AddAllOf(std::string_view(longer).substr(longer.size() - entryId.size()));
