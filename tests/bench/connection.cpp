@@ -12,6 +12,7 @@
 #include "bench/AddIns.h"
 #include "bench/Bench.h"
 #include "bench/ImportCounter.h"
+#include "bench/MainApplication.h"
 #include "bench/PrivateKey.h"
 #include "config/IniFile.h"
 #include "language/Language.h"
@@ -24,6 +25,7 @@ namespace {
 using Bench::emptyClass;
 using Bench::Folder;
 using Bench::Library;
+using Bench::MainApplication;
 using Bench::ourClass;
 using standin::FolderKind;
 using standin::Outlook;
@@ -61,44 +63,6 @@ class Host {
     standin::Item contact_;
     standin::Window window_, inspector_;
     standin::ControlView entry_;
-};
-
-// The main application for as long as this object lives: a program that ends as soon as it was started.
-class MainApplication {
-  public:
-    MainApplication() {
-        char temporary[MAX_PATH];
-        GetTempPathA(sizeof temporary, temporary);
-        folder_ = std::string(temporary) + "Corvella Bench " + std::to_string(GetCurrentProcessId());
-        CreateDirectoryA(folder_.c_str(), nullptr);
-        CopyFileA((Folder() + "\\nothing.exe").c_str(), Program().c_str(), FALSE);
-        HKEY key = nullptr;
-        RegCreateKeyA(HKEY_CURRENT_USER, "Software\\Quillmark\\Corvella", &key);
-        RegSetValueExA(key, "Path", 0, REG_SZ, reinterpret_cast<const BYTE*>(folder_.c_str()),
-                       static_cast<DWORD>(folder_.size() + 1));
-        RegCloseKey(key);
-    }
-    ~MainApplication() {
-        DeleteFileA(Program().c_str());
-        RemoveDirectoryA(folder_.c_str());
-    }
-    MainApplication(const MainApplication&) = delete;
-    MainApplication& operator=(const MainApplication&) = delete;
-
-    // By the bare call of Windows.
-    void Start() const {
-        STARTUPINFOA startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION started{};
-        std::string command = "\"" + Program() + "\" syncdlg ol";
-        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started);
-        CloseHandle(started.hThread);
-        CloseHandle(started.hProcess);
-    }
-
-  private:
-    [[nodiscard]] std::string Program() const { return folder_ + "\\Corvella.exe"; }
-    std::string folder_;
 };
 
 // A start of a program before this one shall have ended.

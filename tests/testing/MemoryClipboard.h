@@ -3,6 +3,7 @@
 #pragma once
 #include <windows.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -20,7 +21,7 @@ class MemoryClipboard {
     MemoryClipboard& operator=(const MemoryClipboard&) = delete;
 
     // The clipboard functions that stand in for Windows' own.
-    static constexpr std::size_t functionCount = 9;
+    static constexpr std::size_t functionCount = 10;
     static const ImportPatch::Import (&Functions())[functionCount] {
         static const ImportPatch::Import functions[] = {
             {"USER32.dll", "OpenClipboard", reinterpret_cast<void*>(&Open)},
@@ -29,6 +30,7 @@ class MemoryClipboard {
             {"USER32.dll", "SetClipboardData", reinterpret_cast<void*>(&Set)},
             {"USER32.dll", "GetClipboardData", reinterpret_cast<void*>(&Get)},
             {"USER32.dll", "IsClipboardFormatAvailable", reinterpret_cast<void*>(&Has)},
+            {"USER32.dll", "GetPriorityClipboardFormat", reinterpret_cast<void*>(&FirstOf)},
             {"USER32.dll", "RegisterClipboardFormatA", reinterpret_cast<void*>(&Register)},
             {"USER32.dll", "EnumClipboardFormats", reinterpret_cast<void*>(&Next)},
             {"USER32.dll", "GetClipboardSequenceNumber", reinterpret_cast<void*>(&Changes)},
@@ -58,6 +60,11 @@ class MemoryClipboard {
         return current->open_ && found != current->contents_.end() ? found->second : nullptr;
     }
     static BOOL WINAPI Has(UINT format) { return current->contents_.count(format) != 0 ? TRUE : FALSE; }
+    static int WINAPI FirstOf(UINT* formats, int count) {
+        if (current->contents_.empty()) return 0;
+        const UINT* const found = std::find_if(formats, formats + count, &Has);
+        return found == formats + count ? -1 : static_cast<int>(*found);
+    }
     static UINT WINAPI Register(LPCSTR name) {
         UINT& format = current->formats_[name];
         if (format == 0) format = 0xC000u + static_cast<UINT>(current->formats_.size());

@@ -374,6 +374,7 @@ const std::vector<Fair>& Fairs() {
         {"USER32.dll", "GetDesktopWindow", alwaysWorks},
         {"USER32.dll", "GetKeyState", alwaysWorks},
         {"USER32.dll", "GetLastActivePopup", alwaysWorks},
+        {"USER32.dll", "GetPriorityClipboardFormat", alwaysWorks},
         {"USER32.dll", "GetSysColor", alwaysWorks},
         {"USER32.dll", "GetWindowLongA", ofTheLiving},
         {"USER32.dll", "IsChild", alwaysWorks},

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/Err.h"
 #include "platform/LastError.h"
@@ -163,10 +164,9 @@ Dispatch PictureOf(const Pixels& pixels) {
 }
 
 bool ClipboardHoldsPicture() noexcept {
-    for (const UINT format :
-         {UINT{CF_BITMAP}, UINT{CF_DIB}, UINT{CF_DIBV5}, UINT{CF_METAFILEPICT}, UINT{CF_ENHMETAFILE}}) {
-        if (IsClipboardFormatAvailable(format)) return true;
-    }
+    UINT formats[] = {CF_BITMAP, CF_DIB, CF_DIBV5, CF_METAFILEPICT, CF_ENHMETAFILE};
+    const int found = GetPriorityClipboardFormat(formats, static_cast<int>(std::size(formats)));
+    if (found >= 0) return found > 0;  // 0: there is nothing at all
     return IsClipboardFormatAvailable(RegisterClipboardFormatA("Toolbar Button Face")) != FALSE;
 }
 
