@@ -75,4 +75,12 @@ for language in $manuals; do
     cp "build/screens/question-message-$language-96.png" "docs/pictures/question-$language.png"
 done
 cp build/screens/question-message-English-96.png docs/pictures/question.png
+
+scripts/build.sh win32-release check_seeded check_parts > build/screens.log || { tail build/screens.log >&2; exit 1; }
+. scripts/period-look.sh
+ln -sfn "$PWD/build/win32-release/tests/check" "$WINEPREFIX/dosdevices/d:"  # so that the paths in the picture are short
+CV_PICTURES="Z:$PWD/build/screens" python3 tests/check/seeded.py 'D:\check_seeded.exe' --no-skip "--test-case=picture*" \
+    > build/screens.log || { tail build/screens.log >&2; exit 1; }
+rm "$WINEPREFIX/dosdevices/d:"
+"$convert" build/screens/check.bmp -define png:exclude-chunks=date,time docs/pictures/check.png
 ls -l docs/pictures
