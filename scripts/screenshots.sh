@@ -83,4 +83,6 @@ CV_PICTURES="Z:$PWD/build/screens" python3 tests/check/seeded.py 'D:\check_seede
     > build/screens.log || { tail build/screens.log >&2; exit 1; }
 rm "$WINEPREFIX/dosdevices/d:"
 "$convert" build/screens/check.bmp -define png:exclude-chunks=date,time docs/pictures/check.png
+scripts/setup.sh > build/screens.log || { tail build/screens.log >&2; exit 1; }
+scripts/setup-screens.sh
 ls -l docs/pictures

@@ -10,6 +10,9 @@ setup=$(ls dist/Corvella-Outlook-AddIn-*-setup.exe) || { echo "setup-screens: fi
 screens=build/screens/setup
 mkdir -p "$screens" docs/pictures
 cv_paint_desktop
+outlook='HKLM\Software\Microsoft\Office\11.0\Outlook\InstallRoot'  # the pages speak to somebody who has it
+wine reg add "$outlook" /v Path /d 'C:\Outlook\' /f /reg:32 > /dev/null
+trap 'wine reg delete "$outlook" /f /reg:32 > /dev/null 2>&1' EXIT
 
 page() {  # page NAME: the window with the focus, once it has drawn itself; then the next one
     sleep 3
@@ -26,7 +29,7 @@ for language in 1033-English 1031-Deutsch 1045-Polski 1029-Cesky; do
     sleep 5
     page "$name-finished"
     wait
-    wine "$WINEPREFIX/drive_c/users/$USER/AppData/Local/Programs/Corvella for Outlook/Uninstall.exe" "/LANG=${language%%-*}" &
+    wine "$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Programs/Corvella for Outlook/Uninstall.exe" "/LANG=${language%%-*}" &
     sleep 6
     page "$name-uninstall"
     page "$name-uninstalled"
