@@ -2,6 +2,9 @@
 
 #include <doctest.h>
 
+#include <cstdint>
+#include <string>
+
 using namespace Check;
 
 TEST_CASE("the settings' folder is the registered one, else that in AppData, else another") {
@@ -43,4 +46,22 @@ TEST_CASE("a language file needs its code page only for letters beyond ASCII") {
     CHECK(CodePageOf("[Info]\r\nCharSet=238\r\nx=\xB3\r\n") == 1250);
     CHECK(CodePageOf("[Info]\r\nCharSet=0\r\nx=\xE4\r\n") == 1252);
     CHECK(CodePageOf("x=\xE4\r\n") == 0);
+}
+
+TEST_CASE("each character set of a language file has its code page, and another one has none") {
+    struct Known {
+        const char* charSet;
+        std::uint32_t page;
+    };
+    for (const Known& known : {Known{"0", 1252},
+                               {"238", 1250},
+                               {"204", 1251},
+                               {"161", 1253},
+                               {"162", 1254},
+                               {"186", 1257},
+                               {"1", 0},
+                               {"", 0}}) {
+        CAPTURE(known.charSet);
+        CHECK(CodePageOf(std::string("[Info]\r\nCharSet=") + known.charSet + "\r\nx=\xE4\r\n") == known.page);
+    }
 }

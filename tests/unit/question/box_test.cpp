@@ -2,8 +2,10 @@
 #include <doctest.h>
 #include <windows.h>
 
+#include <cstdlib>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "config/IniFile.h"
@@ -536,6 +538,46 @@ TEST_CASE("a title replaces the form's own caption") {
                pressEnter});
     CHECK(caption == "Phone locked");
     CHECK(drawn == "Phone locked");
+}
+
+// The first and the last line of the window that has a letter's colour in it.
+std::pair<int, int> LettersIn(HWND window, COLORREF colour) {
+    RECT area{};
+    GetClientRect(window, &area);
+    const HDC device = GetDC(window);
+    std::pair<int, int> lines{-1, -1};
+    for (int y = 0; y < area.bottom; ++y) {
+        for (int x = 0; x < area.right; ++x) {
+            if (GetPixel(device, x, y) != colour) continue;
+            lines.second = y;
+            if (lines.first < 0) lines.first = y;
+        }
+    }
+    ReleaseDC(window, device);
+    return lines;
+}
+
+TEST_CASE("a title is drawn in the middle of the caption, an ampersand in it as text") {
+    const House house;
+    Question question;
+    question.title = "R&D";
+    std::string window;
+    std::pair<int, int> lines;
+    int height = 0;
+    question.Ask({[] { UpdateWindow(ShownForm()->Window()); },
+                  [&] {
+                      char text[32] = "";
+                      GetWindowTextA(At("LabelCaption"), text, sizeof text);
+                      window = text;
+                      RECT area{};
+                      GetClientRect(At("LabelCaption"), &area);
+                      height = area.bottom;
+                      lines = LettersIn(At("LabelCaption"), GetSysColor(COLOR_CAPTIONTEXT));
+                  },
+                  pressEnter});
+    CHECK(window == "R&&D");
+    REQUIRE(lines.first >= 0);
+    CHECK(std::abs(lines.first - (height - 1 - lines.second)) <= 4);
 }
 
 TEST_CASE("the texts are those of the language file") {

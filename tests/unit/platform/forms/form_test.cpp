@@ -209,6 +209,24 @@ TEST_CASE("what is set before the windows are made is shown by them") {
     CHECK_FALSE(IsWindowEnabled(form.At("Frame")));
 }
 
+TEST_CASE("tabs that are set anew replace the ones before") {
+    constexpr ControlSpec rows[] = {{"Tabs", ControlKind::TabStrip}};
+    Form form("FormTest", rows, FormStyle{});
+    REQUIRE(form.Load());
+    for (const char* second : {"two", "three"}) {
+        form.The("Tabs").SetTabs({{"one", {}}, {second, {}}});
+        const HWND window = form.Window(form.The("Tabs"));
+        CHECK(SendMessageA(window, TCM_GETITEMCOUNT, 0, 0) == 2);
+        char text[32] = "";
+        TCITEMA item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = text;
+        item.cchTextMax = sizeof text;
+        SendMessageA(window, TCM_GETITEMA, 1, reinterpret_cast<LPARAM>(&item));
+        CHECK(std::string(text) == second);
+    }
+}
+
 TEST_CASE("what the user enters is read back") {
     TestForm form;
     form.The("Combo").SetList({"one", "two"});
