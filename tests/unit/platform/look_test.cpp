@@ -2,24 +2,40 @@
 #include <doctest.h>
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 
 #include "platform/Look.h"
+#include "testing/ImportPatch.h"
 #include "testing/PrivateRegistry.h"
 
 using namespace platform;
 
 namespace {
 
-// The process' open handles; Windows has had the function since XP.
-DWORD OpenHandles() {
-    using Count = BOOL(WINAPI*)(HANDLE, DWORD*);
-    const auto count = reinterpret_cast<Count>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetProcessHandleCount")));
-    DWORD handles = 0;
-    REQUIRE((count != nullptr));
-    REQUIRE(count(GetCurrentProcess(), &handles));
-    return handles;
+// Windows' own, which this program's imports lead to no more while they are counted.
+template <class Function>
+Function Real(const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("advapi32.dll"), name)));
+}
+
+int opened = 0;
+
+LONG WINAPI CountOpen(HKEY root, LPCSTR path, DWORD options, REGSAM rights, PHKEY key) {
+    const LONG status = Real<decltype(&RegOpenKeyExA)>("RegOpenKeyExA")(root, path, options, rights, key);
+    opened += status == ERROR_SUCCESS ? 1 : 0;
+    return status;
+}
+LONG WINAPI CountCreate(HKEY root, LPCSTR path, DWORD reserved, LPSTR kind, DWORD options, REGSAM rights,
+                        LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD disposition) {
+    const LONG status = Real<decltype(&RegCreateKeyExA)>("RegCreateKeyExA")(root, path, reserved, kind, options, rights,
+                                                                            security, key, disposition);
+    opened += status == ERROR_SUCCESS ? 1 : 0;
+    return status;
+}
+LONG WINAPI CountClose(HKEY key) {
+    --opened;
+    return Real<decltype(&RegCloseKey)>("RegCloseKey")(key);
 }
 
 }  // namespace
@@ -37,15 +53,17 @@ TEST_CASE("a time has a text, one that nobody knows has none") {
 
 TEST_CASE("a value is stored and dropped, and no key stays open") {
     const PrivateRegistry registry;
-    const auto storeAndDrop = [](const std::string& key) {
-        CHECK(StoreValue(Root::CurrentUser, key, RegistryView::Own, "name", REG_SZ, "text") == ERROR_SUCCESS);
-        CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, key, "name").bytes == "text");
-        CHECK(DropValue(Root::CurrentUser, key, RegistryView::Own, "name") == ERROR_SUCCESS);
-        CHECK_FALSE(PrivateRegistry::Raw(HKEY_CURRENT_USER, key, "name").present);
-        CHECK(DropValue(Root::CurrentUser, key, RegistryView::Own, "name") == ERROR_FILE_NOT_FOUND);
-    };
-    storeAndDrop("Software\\Looked At");
-    const DWORD before = OpenHandles();
-    for (int i = 0; i < 20; ++i) storeAndDrop("Software\\Looked At");
-    CHECK(OpenHandles() < before + 10);
+    const std::string key = "Software\\Looked At";
+    const ImportPatch::Import counted[] = {{"ADVAPI32.dll", "RegOpenKeyExA", reinterpret_cast<void*>(&CountOpen)},
+                                           {"ADVAPI32.dll", "RegCreateKeyExA", reinterpret_cast<void*>(&CountCreate)},
+                                           {"ADVAPI32.dll", "RegCloseKey", reinterpret_cast<void*>(&CountClose)}};
+    ImportPatch patch;
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), counted) == 3);
+    CHECK(StoreValue(Root::CurrentUser, key, RegistryView::Own, "name", REG_SZ, "text") == ERROR_SUCCESS);
+    CHECK(opened == 0);
+    CHECK(DropValue(Root::CurrentUser, key, RegistryView::Own, "none") == ERROR_FILE_NOT_FOUND);
+    CHECK(opened == 0);
+    CHECK(PrivateRegistry::Raw(HKEY_CURRENT_USER, key, "name").bytes == "text");
+    CHECK(DropValue(Root::CurrentUser, key, RegistryView::Own, "name") == ERROR_SUCCESS);
+    CHECK_FALSE(PrivateRegistry::Raw(HKEY_CURRENT_USER, key, "name").present);
 }
