@@ -4,10 +4,12 @@
     scripts/mutants.py [N] [--seed S] [--only PATH-PART] [--list] [--unit]
 
 N changes are drawn at random from all that are possible under src/. Each is built and tested in build/mutants/tree: text
-that is pure natively first, then the unit tests that link the file, those of its folder first, then the programs of
-tests/e2e. The first failure, or a test that takes far longer than usual, kills the change; a change that does
-not compile does not count. --unit leaves tests/e2e out. The survivors stand in build/mutants/survivors.txt, and each of
-them wants a test, or a reason why nobody could tell the difference. Ends with 1 when fewer than nine in ten were killed."""
+that is pure natively first, then the unit tests of its folder that link the file, then the programs of tests/e2e and, for
+what the check program has, of tests/check, then all other unit tests that link it. A test that fails twice, or takes far
+longer than usual both times, kills the change; one that does not compile does not count. --unit leaves tests/e2e and
+tests/check out. What became of each change is added to build/mutants/seen.txt, and a later run with the same seed goes on
+behind them. The survivors stand in build/mutants/survivors.txt, and each of them wants a test, or a reason why nobody could
+tell the difference. Ends with 1 when fewer than nine in ten were killed."""
 import argparse
 import collections
 import pathlib
@@ -22,7 +24,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 HOME = ROOT / "build/mutants"
 TREE = HOME / "tree"
 WINDOWS, NATIVE = "win32-release", "native-release"
-E2E = ["e2e_scenarios", "e2e_menus", "e2e_ribbon", "e2e_questions"]
+E2E = {name: [name, "installed_addin"] for name in ("e2e_scenarios", "e2e_menus", "e2e_ribbon", "e2e_questions")}
+CHECK = {"check_seeded": ["check_seeded", "check_parts"]}  # test -> what is built for it
 TARGET = 90  # percent
 
 # (what is replaced, by what); in code only, never in comments, strings or preprocessor lines.
@@ -145,13 +148,21 @@ class Tests:
         for build in (NATIVE, WINDOWS):
             must(["cmake", "--preset", build])
             names = self.unit_tests(build)
-            must(["cmake", "--build", "--preset", build, "--target", *names, *(E2E if build == WINDOWS else ())])
+            wholes = [target for targets in (E2E | CHECK).values() for target in targets] if build == WINDOWS else []
+            must(["cmake", "--build", "--preset", build, "--target", *names, *wholes])
             self.of[build] = self.map(build, names)
+        self.of_library = self.inputs_of("src/addin/CVOutlookAddIn.dll")
+        self.of_check = self.inputs_of("src/check/CorvellaCheck.exe")
 
     @staticmethod
     def unit_tests(build):
         programs = must(["ninja", "-C", f"build/{build}", "-t", "targets", "all"])
         return sorted(set(re.findall(r"^tests/unit/(\w+)(?:\.exe)?: CXX_EXECUTABLE_LINKER", programs, re.M)))
+
+    @staticmethod
+    def inputs_of(program):
+        listed = must(["ninja", "-C", f"build/{WINDOWS}", "-t", "inputs", program]).split()
+        return {pathlib.Path(path).stem for path in listed if "/src/" in path and path.endswith(".cpp")}
 
     @staticmethod
     def map(build, names):
@@ -181,11 +192,12 @@ class Tests:
     def plan(self, path, with_e2e):
         """The tests of a changed file, in the order in which they are tried."""
         native = [(NATIVE, test) for test in self.of[NATIVE].get(path, [])]
-        # Nearly every program links the lower floors: the folder's own, and where it has none the smallest.
-        all_of_it = [test for test in self.of[WINDOWS].get(path, []) if test != "text_test" or not native]
-        own = [test for test in all_of_it if test.startswith(path.relative_to(TREE / "src").parts[0])]
-        windows = [(WINDOWS, test) for test in (own or all_of_it[:2])]
-        return native + windows + ([(WINDOWS, test) for test in E2E] if with_e2e else [])
+        linking = [test for test in self.of[WINDOWS].get(path, []) if test != "text_test" or not native]
+        own = [test for test in linking if test.startswith(path.relative_to(TREE / "src").parts[0])]
+        # A header goes the way of the source of its name.
+        wholes = [*(E2E if path.stem in self.of_library else ()), *(CHECK if path.stem in self.of_check else ())]
+        tests = [*own, *(wholes if with_e2e else []), *(test for test in linking if test not in own)]
+        return native + [(WINDOWS, test) for test in tests]
 
     def passes(self, build, test):
         begin = time.monotonic()
@@ -199,16 +211,31 @@ class Tests:
 def killer(tests, path, with_e2e):
     """The test that notices; None where none does, "-" where the change does not compile."""
     for build, test in tests.plan(path, with_e2e):
-        if test in E2E:
-            targets = [test, "installed_addin"]
-        else:
-            targets = [test]
-        code, _ = run(["cmake", "--build", "--preset", build, "--target", *targets], 600)
+        code, _ = run(["cmake", "--build", "--preset", build, "--target", *(E2E | CHECK).get(test, [test])], 600)
         if code != 0:
             return "-"
-        if not tests.passes(build, test):
+        # Twice: a busy machine fails a test now and then.
+        if not tests.passes(build, test) and not tests.passes(build, test):
             return test
     return None
+
+
+class Seen:
+    """What became of the changes that were tried, in this run and in earlier ones with the same seed: a line each."""
+
+    def __init__(self, seed):
+        self.file, self.seed = HOME / "seen.txt", str(seed)
+        lines = self.file.read_text("utf-8").splitlines() if self.file.exists() else []
+        fields = [line.split("\t") for line in lines]
+        self.fate = {name: (fate, by) for seed, name, fate, by in fields if seed == self.seed}
+
+    def add(self, name, fate, by):
+        self.fate[name] = fate, by
+        with self.file.open("a", encoding="utf-8") as file:
+            file.write("\t".join((self.seed, name, fate, by)) + "\n")
+
+    def of(self, fate):
+        return [(name, by) for name, (known, by) in self.fate.items() if known == fate]
 
 
 def main():
@@ -231,34 +258,31 @@ def main():
         for path, number, _, what in drawn[:arguments.count]:
             print(f"{path.relative_to(TREE)}:{number + 1}: {what}")
         return 0
-    tests = Tests()
+    tests, seen = Tests(), Seen(seed)
     begin = time.monotonic()
-    killed, survivors, unfit = 0, [], 0
     for path, number, changed, what in drawn:
         late = arguments.minutes and time.monotonic() - begin > 60 * arguments.minutes
-        if late or killed + len(survivors) == arguments.count:
+        if late or len(seen.of("killed")) + len(seen.of("survived")) >= arguments.count:
             break
-        name = f"{path.relative_to(TREE)}:{number + 1}: {what}"
         text = path.read_text("utf-8")
         lines = text.split("\n")
         original, lines[number] = lines[number], changed
+        name = f"{path.relative_to(TREE)}:{number + 1}: {what}: {changed.strip()}"
+        if name in seen.fate:
+            continue
         path.write_text("\n".join(lines), "utf-8")
         try:
             by = killer(tests, path, not arguments.unit)
         finally:
             path.write_text(text, "utf-8")
-        if by == "-":
-            unfit += 1
-        elif by:
-            killed += 1
-            print(f"killed   {name}: {by}", flush=True)
-        else:
-            survivors.append(f"{name}\n    - {original.strip()}\n    + {changed.strip()}")
-            print(f"SURVIVED {survivors[-1]}", flush=True)
-    (HOME / "survivors.txt").write_text("\n".join(survivors) + "\n")
+        fate = "unfit" if by == "-" else "killed" if by else "survived"
+        seen.add(name, fate, by or original.strip())
+        print(f"{fate:9}{name}: {by}" if by else f"SURVIVED {name}\n    was {original.strip()}", flush=True)
+    survivors, killed = seen.of("survived"), len(seen.of("killed"))
+    (HOME / "survivors.txt").write_text("".join(f"{name}\n    was {was}\n" for name, was in survivors), "utf-8")
     total = killed + len(survivors)
     percent = 100 * killed / max(total, 1)
-    print(f"mutants: {killed} of {total} killed ({percent:.0f} %), {unfit} did not compile; seed {seed}")
+    print(f"mutants: {killed} of {total} killed ({percent:.0f} %), {len(seen.of('unfit'))} did not compile; seed {seed}")
     return 0 if percent >= TARGET else 1
 
 
