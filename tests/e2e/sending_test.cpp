@@ -9,6 +9,7 @@
 
 #include "e2e/Session.h"
 #include "testing/ImportPatch.h"
+#include "testing/PrivateRegistry.h"
 #include "testing/Versions.h"
 
 using e2e::Session;
@@ -116,25 +117,10 @@ bool NothingIsNoted() { return Kept::Now().noted.empty(); }
 
 // A value of a type that the add-in does not read.
 void PutUnreadable(const std::string& path, const char* name) {
-    HKEY key = nullptr;
-    RegCreateKeyA(HKEY_CURRENT_USER, path.c_str(), &key);
-    const char several[] = "one\0two\0";
-    RegSetValueExA(key, name, 0, REG_MULTI_SZ, reinterpret_cast<const BYTE*>(several), sizeof several);
-    RegCloseKey(key);
+    PrivateRegistry::Put(HKEY_CURRENT_USER, path, name, REG_MULTI_SZ, std::string("one\0two\0", 9));
 }
-DWORD TypeOf(const std::string& path, const char* name) {
-    HKEY key = nullptr;
-    DWORD type = REG_NONE;
-    RegCreateKeyA(HKEY_CURRENT_USER, path.c_str(), &key);
-    RegQueryValueExA(key, name, nullptr, &type, nullptr, nullptr);
-    RegCloseKey(key);
-    return type;
-}
-void RemoveValue(const std::string& path, const char* name) {
-    HKEY key = nullptr;
-    RegCreateKeyA(HKEY_CURRENT_USER, path.c_str(), &key);
-    RegDeleteValueA(key, name);
-    RegCloseKey(key);
+bool IsUnreadable(const std::string& path, const char* name) {
+    return PrivateRegistry::Raw(HKEY_CURRENT_USER, path, name).type == REG_MULTI_SZ;
 }
 
 }  // namespace
@@ -230,9 +216,9 @@ IN_EVERY_VERSION("a list that cannot be read is left alone by a whole selection,
     PutUnreadable(e2e::outlookKey, "ChangedC");
     sending.Click();
     CHECK(writes.listed.empty());
-    CHECK(TypeOf(e2e::outlookKey, "ChangedC") == REG_MULTI_SZ);
+    CHECK(IsUnreadable(e2e::outlookKey, "ChangedC"));
     CHECK(Kept::Now().Entries() == selected);
-    RemoveValue(e2e::outlookKey, "ChangedC");
+    e2e::WriteValue(e2e::outlookKey, "ChangedC", {});
     sending.StartAgain();
     CHECK(List() == sending.Ids());
     CHECK(NothingIsNoted());
@@ -245,7 +231,7 @@ IN_EVERY_VERSION("notes that cannot be read stay, and what is sent beside them i
     sending.Click();
     CHECK(List() == sending.Ids());
     CHECK(e2e::ReadValue(sendingKey, "C1") == ";EARLIER");
-    CHECK(TypeOf(sendingKey, "C2") == REG_MULTI_SZ);
+    CHECK(IsUnreadable(sendingKey, "C2"));
 }
 
 IN_EVERY_VERSION("notes of an earlier sending are listed before a later one is noted") {
