@@ -8,38 +8,15 @@
 
 #include "check/Resiliency.h"
 #include "outlook/Outlook.h"
+#include "testing/ChildProcess.h"
+#include "testing/RemoveFolder.h"
 
 namespace check_test {
 namespace {
 
 constexpr const char* shellFolders = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
 
-std::string ProgramFolder() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\') + 1);
-}
-
 void Copy(const std::string& from, const std::string& to) { REQUIRE(CopyFileA(from.c_str(), to.c_str(), FALSE)); }
-
-void RemoveFiles(const std::string& folder) {
-    WIN32_FIND_DATAA found;
-    const HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
-    do {
-        const std::string name = found.cFileName;
-        if (name == "." || name == "..") continue;
-        SetFileAttributesA((folder + name).c_str(), FILE_ATTRIBUTE_NORMAL);
-        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-            RemoveFiles(folder + name + "\\");
-        } else {
-            DeleteFileA((folder + name).c_str());
-        }
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
-    RemoveDirectoryA(folder.c_str());
-}
 
 // The front of a library of 64 bits; nothing more is looked at where it cannot be loaded.
 std::string Library64() {
@@ -167,9 +144,9 @@ void RemoveTree(HKEY root, const std::string& key, REGSAM view) {
 }
 
 World::World(int version, For scope, int bits)
-    : version_(version), bits_(bits), scope_(scope), folder_(ProgramFolder() + "world\\") {
+    : version_(version), bits_(bits), scope_(scope), folder_(own_program::Folder() + "world\\") {
     Forget();
-    RemoveFiles(Path("AppData\\"));
+    RemoveFolder(Path("AppData\\"));
     MakeFiles();
     Register();
 }
@@ -179,7 +156,7 @@ World::~World() { Forget(); }
 std::string World::Path(const std::string& name) const { return folder_ + name; }
 
 void World::MakeFiles() const {
-    const std::string parts = ProgramFolder() + "parts\\";
+    const std::string parts = own_program::Folder() + "parts\\";
     for (const char* name : {"", "Office", "Corvella", "AddIn", "AddIn\\x64", "AppData", "AppData\\Corvella"}) {
         CreateDirectoryA(Path(name).c_str(), nullptr);
     }
@@ -236,18 +213,7 @@ std::string World::Read(const std::string& name) const {
 }
 
 int World::Run(const std::string& arguments) {
-    std::string line = "\"" + Path("AddIn\\CorvellaCheck.exe") + "\" " + arguments;
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    REQUIRE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process));
-    const bool ended = WaitForSingleObject(process.hProcess, 60000) == WAIT_OBJECT_0;
-    DWORD code = 99;
-    GetExitCodeProcess(process.hProcess, &code);
-    if (!ended) TerminateProcess(process.hProcess, 98);
-    CloseHandle(process.hProcess);
-    CloseHandle(process.hThread);
-    return static_cast<int>(code);
+    return static_cast<int>(ChildProcess("\"" + Path("AddIn\\CorvellaCheck.exe") + "\" " + arguments).End());
 }
 
 std::string World::Check() {

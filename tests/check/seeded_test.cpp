@@ -3,6 +3,7 @@
 #include <doctest.h>
 
 #include "World.h"
+#include "testing/ChildProcess.h"
 
 using namespace check_test;
 
@@ -24,6 +25,12 @@ void FindOnly(World& world, const std::string& found) {
     world.Repair();
     CHECK(World::Registry() == before);
     CHECK(world.Check() == found);
+}
+
+void FindAndMendLoadBehavior(DWORD number) {
+    World world;
+    PutNumber(HKEY_CURRENT_USER, addIns, "LoadBehavior", number);
+    FindAndMend(world, "Load" + std::to_string(number));
 }
 
 const std::string beside = "AddIn\\CVOutlookAddIn.dll";
@@ -107,37 +114,15 @@ TEST_CASE("the menu is missing because the user's managed list blocks the add-in
     FindAndMend(world, "Blocked");
 }
 
-TEST_CASE("the menu is missing because LoadBehavior is 0") {
-    World world;
-    PutNumber(HKEY_CURRENT_USER, addIns, "LoadBehavior", 0);
-    FindAndMend(world, "Load0");
-}
-
-TEST_CASE("the menu is missing because LoadBehavior is 1") {
-    World world;
-    PutNumber(HKEY_CURRENT_USER, addIns, "LoadBehavior", 1);
-    FindAndMend(world, "Load1");
-}
+TEST_CASE("the menu is missing because LoadBehavior is 0") { FindAndMendLoadBehavior(0); }
+TEST_CASE("the menu is missing because LoadBehavior is 1") { FindAndMendLoadBehavior(1); }
 
 TEST_CASE("the menu is missing because LoadBehavior is 2, which Outlook writes after a failed start") {
-    World world;
-    PutNumber(HKEY_CURRENT_USER, addIns, "LoadBehavior", 2);
-    FindAndMend(world, "Load2");
+    FindAndMendLoadBehavior(2);
 }
 
-TEST_CASE("the menu is missing because LoadBehavior is 8") {
-    World world;
-    PutNumber(HKEY_CURRENT_USER, addIns, "LoadBehavior", 8);
-    FindAndMend(world, "Load8");
-}
-
-TEST_CASE("the menu is missing because LoadBehavior is 9") {
-    World world;
-    PutNumber(HKEY_CURRENT_USER, addIns, "LoadBehavior", 9);
-    CHECK(world.Check() == "2 Load9");
-    CHECK(world.Repair() == 0);
-    CHECK(world.ShowsMenu());
-}
+TEST_CASE("the menu is missing because LoadBehavior is 8") { FindAndMendLoadBehavior(8); }
+TEST_CASE("the menu is missing because LoadBehavior is 9") { FindAndMendLoadBehavior(9); }
 
 TEST_CASE("the menu will come once only because LoadBehavior is 16") {
     World world;
@@ -396,14 +381,9 @@ TEST_CASE("what was repaired can be taken back with the file that was written") 
     const HANDLE search = FindFirstFileA(world.Path("AppData\\Corvella\\CorvellaCheck *.reg").c_str(), &found);
     REQUIRE(search != INVALID_HANDLE_VALUE);
     FindClose(search);
-    std::string line = "regedit /S \"" + world.Path(std::string("AppData\\Corvella\\") + found.cFileName) + "\"";
-    STARTUPINFOA start{};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process{};
-    REQUIRE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process));
-    WaitForSingleObject(process.hProcess, 60000);
-    CloseHandle(process.hProcess);
-    CloseHandle(process.hThread);
+    const ChildProcess regedit("regedit /S \"" + world.Path(std::string("AppData\\Corvella\\") + found.cFileName) +
+                               "\"");
+    CHECK(regedit.End() == 0);
     CHECK(World::Registry() == before);
 }
 

@@ -86,6 +86,18 @@ void Press(const Stage& stage, standin::Window window, Button button) {
     if (!pressed) stage.Check(std::string("the button ") + onRibbon + " can be pressed", false);
 }
 
+Held HeldNow(const Stage& stage) { return {stage.Outlook().References(), stage.Outlook().Advises()}; }
+
+void CheckCloses(const Stage& stage, standin::Window window, const Held& before) {
+    PostMessageA(stage.FrameOf(window), WM_CLOSE, 0, 0);
+    stage.Pump(300);
+    stage.Check("it closes", !stage.Outlook().Exists(window));
+    const Held now = HeldNow(stage);
+    stage.Check("and everything of it is let go: " + std::to_string(before.references) + " references and " +
+                    std::to_string(before.sinks) + " sinks, as before",
+                now.references == before.references && now.sinks == before.sinks);
+}
+
 CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::string& arguments,
                           const std::function<void()>& action) {
     const std::size_t before = StartsOfCorvella().size();

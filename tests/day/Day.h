@@ -39,6 +39,14 @@ CorvellaStart ExpectStart(const Stage& stage, const std::string& by, const std::
 // Does something that is to start nothing.
 void ExpectNoStart(const Stage& stage, const std::string& by, const std::function<void()>& action);
 
+// What the add-in holds of the host.
+struct Held {
+    int references = 0, sinks = 0;
+};
+[[nodiscard]] Held HeldNow(const Stage& stage);
+// Closes a window as a user does; after that the add-in is to hold what it held before the window was opened.
+void CheckCloses(const Stage& stage, standin::Window window, const Held& before);
+
 // The whole day.
 void Play(const Stage& stage);
 

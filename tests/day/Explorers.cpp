@@ -145,9 +145,9 @@ void SecondExplorer(const Stage& stage) {
     stage.Section("A second Explorer");
     standin::Outlook& outlook = stage.Outlook();
     const standin::Window first = FirstWindow(stage);
-    const int references = outlook.References(), sinks = outlook.Advises();
-    const std::vector<int> before = OwnControls(stage, first);
-    const auto untouched = [&] { return OwnControls(stage, first) == before; };
+    const Held before = HeldNow(stage);
+    const std::vector<int> controls = OwnControls(stage, first);
+    const auto untouched = [&] { return OwnControls(stage, first) == controls; };
     const standin::Window second = outlook.OpenExplorer(FolderKind::Inbox);
     stage.Pump(200);
     const bool serves = outlook.Version() >= outlook2002;
@@ -162,7 +162,7 @@ void SecondExplorer(const Stage& stage) {
     stage.ChooseFolder(second, FolderKind::Contacts);
     stage.Check("in its contacts folder it has the send-to-phone button",
                 static_cast<bool>(OwnButton(stage, second, sendToPhone)));
-    stage.Check("the first one's " + std::to_string(before.size()) + " controls are the same as before", untouched());
+    stage.Check("the first one's " + std::to_string(controls.size()) + " controls are the same as before", untouched());
     stage.Picture("two-explorers");
     if (serves) {
         ExpectStart(stage, "its synchronise button", "syncdlg ol",
@@ -176,12 +176,7 @@ void SecondExplorer(const Stage& stage) {
                     : "Outlook 2000: a window that opens with the contacts folder has it only after a change of folder",
                 hasButton == serves);
     outlook.CloseWindow(third);
-    PostMessageA(stage.FrameOf(second), WM_CLOSE, 0, 0);
-    stage.Pump(300);
-    stage.Check("it closes", !outlook.Exists(second));
-    stage.Check("and everything of it is let go: " + std::to_string(references) + " references and " +
-                    std::to_string(sinks) + " sinks, as before",
-                outlook.References() == references && outlook.Advises() == sinks);
+    CheckCloses(stage, second, before);
     stage.Check("the first one's controls are still the same", untouched());
 }
 

@@ -203,7 +203,7 @@ void SecondExplorerRibbon(const Stage& stage) {
     stage.Section("A second Explorer");
     standin::Outlook& outlook = stage.Outlook();
     const standin::Window first = FirstWindow(stage);
-    const int references = outlook.References(), sinks = outlook.Advises();
+    const Held before = HeldNow(stage);
     const std::size_t asked = outlook.RibbonsAsked().size();
     const standin::Window second = outlook.OpenExplorer(FolderKind::Inbox);
     stage.Pump(200);
@@ -214,12 +214,7 @@ void SecondExplorerRibbon(const Stage& stage) {
                 static_cast<bool>(OnRibbon(stage, third, sendOnRibbon)));
     stage.Check("the host asked for no further ribbon", outlook.RibbonsAsked().size() == asked);
     outlook.CloseWindow(third);
-    PostMessageA(stage.FrameOf(second), WM_CLOSE, 0, 0);
-    stage.Pump(300);
-    stage.Check("it closes", !outlook.Exists(second));
-    stage.Check("and everything of it is let go: " + std::to_string(references) + " references and " +
-                    std::to_string(sinks) + " sinks, as before",
-                outlook.References() == references && outlook.Advises() == sinks);
+    CheckCloses(stage, second, before);
     stage.Check("the first one's menu is as before", static_cast<bool>(OnRibbon(stage, first, menuOnRibbon)));
 }
 

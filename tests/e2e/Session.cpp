@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "testing/OwnProgram.h"
+
 namespace e2e {
 
 namespace {
@@ -68,12 +70,7 @@ bool UnloadLibrary() {
     return GetModuleHandleA("CVOutlookAddIn.dll") == nullptr;
 }
 
-std::string AddInFolder() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\') + 1) + "addin\\";
-}
+std::string AddInFolder() { return own_program::Folder() + "addin\\"; }
 
 std::string OwnOnAction() { return std::string("<!") + progId + ">"; }
 

@@ -16,6 +16,7 @@
 
 #include "e2e/Session.h"
 #include "outlook/Outlook.h"
+#include "testing/ChildProcess.h"
 #include "testing/ImportPatch.h"
 #include "testing/MenuTable.h"
 #include "testing/PrivateRegistry.h"
@@ -41,24 +42,10 @@ class Other {
     Other(const char* testCase, const std::string& file, const std::string& sign) {
         SetEnvironmentVariableA("CV_OTHER_FILE", file.c_str());
         SetEnvironmentVariableA("CV_OTHER_SIGN", sign.c_str());
-        char path[MAX_PATH] = "";
-        GetModuleFileNameA(nullptr, path, sizeof path);
-        std::string command = std::string("\"") + path + "\" --no-skip --test-case=\"" + testCase + "\"";
-        STARTUPINFOA startup{};
-        startup.cb = sizeof startup;
-        REQUIRE(
-            CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process_));
+        process_.emplace(CommandLineOfCase(testCase));
         for (int i = 0; i < 500 && GetFileAttributesA(sign.c_str()) == INVALID_FILE_ATTRIBUTES; ++i) Sleep(20);
         REQUIRE(GetFileAttributesA(sign.c_str()) != INVALID_FILE_ATTRIBUTES);
     }
-    ~Other() {
-        TerminateProcess(process_.hProcess, 0);
-        WaitForSingleObject(process_.hProcess, 5000);
-        CloseHandle(process_.hThread);
-        CloseHandle(process_.hProcess);
-    }
-    Other(const Other&) = delete;
-    Other& operator=(const Other&) = delete;
 
     static std::string Told(const char* variable) {
         char text[MAX_PATH] = "";
@@ -70,7 +57,7 @@ class Other {
     }
 
   private:
-    PROCESS_INFORMATION process_{};
+    std::optional<ChildProcess> process_;
 };
 
 void Put(const std::string& path, const std::string& bytes) {

@@ -9,6 +9,7 @@
 
 #include "e2e/Session.h"
 #include "e2e/User.h"
+#include "testing/ChildProcess.h"
 
 using e2e::Session;
 using e2e::User;
@@ -88,20 +89,9 @@ class CommandLine {
 
 // What a process of this program leaves in its registry when it ends in the middle.
 std::string ActiveMarkAfterCrash() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    std::string line = std::string("\"") + path + "\" --no-skip --test-case=\"crashing host\"";
-    STARTUPINFOA startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION started{};
-    REQUIRE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started));
-    REQUIRE(WaitForSingleObject(started.hProcess, 60000) == WAIT_OBJECT_0);
-    DWORD exitCode = 0;
-    GetExitCodeProcess(started.hProcess, &exitCode);
-    CHECK(exitCode == 3);
-    CloseHandle(started.hThread);
-    CloseHandle(started.hProcess);
-    const std::string registry = "Software\\Corvella Tests\\" + std::to_string(started.dwProcessId) + "\\User\\";
+    const ChildProcess host(CommandLineOfCase("crashing host"));
+    CHECK(host.End() == 3);
+    const std::string registry = "Software\\Corvella Tests\\" + std::to_string(host.Id()) + "\\User\\";
     return e2e::ReadValue(registry + e2e::addInKey, "Active").value_or("none");
 }
 

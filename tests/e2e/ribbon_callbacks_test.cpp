@@ -150,6 +150,14 @@ int LengthOfXml(IDispatch* addIn, const wchar_t* ribbonId) {
     return length;
 }
 
+// One is selected in the Explorer, a new one is open.
+void StartWithContacts(Session& session) {
+    session.host.Start();
+    session.host.SwitchFolder(session.FirstWindow(), FolderKind::Contacts);
+    session.host.Select(session.FirstWindow(), {session.host.AddItem(FolderKind::Contacts)});
+    session.OpenNew(ItemClass::Contact);
+}
+
 void CheckNothingHappened(RecordedCorvella& corvella) {
     CHECK(corvella.StartsLater().empty());
     for (const char* list : {"ChangedA", "ChangedC", "ChangedT"}) {
@@ -276,10 +284,7 @@ TEST_CASE(
     Session session({.version = 16}, RibbonIs::Asked);
     RecordedCorvella corvella;
     corvella.Install();
-    session.host.Start();
-    session.host.SwitchFolder(session.FirstWindow(), FolderKind::Contacts);
-    session.host.Select(session.FirstWindow(), {session.host.AddItem(FolderKind::Contacts)});
-    session.OpenNew(ItemClass::Contact);
+    StartWithContacts(session);
     const Found explorer(session, activeExplorer), inspector(session, activeInspector);
     const Callbacks ribbon(session);
     for (const char* name : {"OnAction", "GetEnabled", "GetVisible"}) {
@@ -299,10 +304,7 @@ TEST_CASE("before the host has taken the ribbon nothing happens, in whatever win
     Session session({.version = 16, .ribbon = {.refuseAll = true}}, RibbonIs::Asked);
     RecordedCorvella corvella;
     corvella.Install();
-    session.host.Start();
-    session.host.SwitchFolder(session.FirstWindow(), FolderKind::Contacts);
-    session.host.Select(session.FirstWindow(), {session.host.AddItem(FolderKind::Contacts)});
-    session.OpenNew(ItemClass::Contact);
+    StartWithContacts(session);
     const Found explorer(session, activeExplorer), inspector(session, activeInspector);
     const Callbacks ribbon(session);
     for (IDispatch* context : {static_cast<IDispatch*>(nullptr), explorer.Get(), inspector.Get()})

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "testing/OwnProgram.h"
 #include "testing/Pump.h"
 #include "testing/TempFolder.h"
 
@@ -13,11 +14,7 @@ class Recorder {
   public:
     // Copies the program, which lies beside the test, into `folder` under `name`.
     Recorder(const TempFolder& folder, const std::string& name) : folder_(folder) {
-        char path[MAX_PATH];
-        GetModuleFileNameA(nullptr, path, sizeof path);
-        std::string program = path;
-        program.resize(program.rfind('\\') + 1);
-        program += "recorder.exe";
+        const std::string program = own_program::Folder() + "recorder.exe";
         REQUIRE(CopyFileA(program.c_str(), folder.Path(name).c_str(), FALSE));
     }
 

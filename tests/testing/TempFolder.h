@@ -8,14 +8,16 @@
 #include <cstdlib>
 #include <string>
 
+#include "testing/RemoveFolder.h"
+
 class TempFolder {
   public:
     TempFolder() : path_(Parent() + std::to_string(GetCurrentProcessId()) + "." + std::to_string(++made) + "\\") {
         SweepStaleFolders();
-        RemoveTree(path_);
+        RemoveFolder(path_);
         REQUIRE(CreateDirectoryA(path_.c_str(), nullptr));
     }
-    ~TempFolder() { RemoveTree(path_); }
+    ~TempFolder() { RemoveFolder(path_); }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
@@ -50,28 +52,9 @@ class TempFolder {
     static std::string Parent() {
         char temp[MAX_PATH];
         GetTempPathA(sizeof temp, temp);
-        const std::string parent = std::string(temp) + "Corvella Tests\\";
+        std::string parent = std::string(temp) + "Corvella Tests\\";
         CreateDirectoryA(parent.c_str(), nullptr);
         return parent;
-    }
-
-    static void RemoveTree(const std::string& folder) {
-        WIN32_FIND_DATAA found;
-        const HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
-        if (search == INVALID_HANDLE_VALUE) return;
-        do {
-            const std::string name = found.cFileName;
-            if (name == "." || name == "..") continue;
-            const std::string path = folder + name;
-            SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-                RemoveTree(path + "\\");
-            } else {
-                DeleteFileA(path.c_str());
-            }
-        } while (FindNextFileA(search, &found));
-        FindClose(search);
-        RemoveDirectoryA(folder.c_str());
     }
 
     static bool IsRunning(DWORD processId) {
@@ -90,7 +73,7 @@ class TempFolder {
         do {
             const DWORD processId = std::strtoul(found.cFileName, nullptr, 10);
             if (processId != 0 && processId != GetCurrentProcessId() && !IsRunning(processId)) {
-                RemoveTree(parent + found.cFileName + "\\");
+                RemoveFolder(parent + found.cFileName + "\\");
             }
         } while (FindNextFileA(search, &found));
         FindClose(search);

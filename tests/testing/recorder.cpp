@@ -3,15 +3,12 @@
 // for a while, until its starter ends it.
 #include <windows.h>
 
-#include <cstdio>
 #include <string>
 
+#include "testing/OwnProgram.h"
+
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-    char path[MAX_PATH];
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    std::string file = path;
-    file.resize(file.rfind('\\') + 1);
-    file += "recorded.txt";
+    const std::string file = own_program::Folder() + "recorded.txt";
 
     STARTUPINFOA startup;
     GetStartupInfoA(&startup);

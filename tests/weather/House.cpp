@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "testing/OwnProgram.h"
+#include "testing/RemoveFolder.h"
+
 namespace weather {
 namespace {
 
@@ -17,15 +20,8 @@ constexpr const char* clipboardText = "what the user copied";
 std::vector<std::string> started;
 DWORD slept = 0;
 
-// Of this program, with a backslash: who plays several at once gives each a folder of its own.
-std::string ProgramFolder() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    const std::string program = path;
-    return program.substr(0, program.rfind('\\') + 1);
-}
-
-std::string Base() { return ProgramFolder() + "a world\\"; }
+// Beside this program: who plays several at once gives each a folder of its own.
+std::string Base() { return own_program::Folder() + "a world\\"; }
 
 BOOL WINAPI NoteProcess(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID,
                         LPCSTR, LPSTARTUPINFOA, LPPROCESS_INFORMATION process) {
@@ -90,20 +86,6 @@ bool HoldsAllLines(const std::string& now, const std::string& before) {
     return true;
 }
 
-void RemoveAllIn(const std::string& folder) {
-    WIN32_FIND_DATAA found;
-    const HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
-    do {
-        const std::string name = found.cFileName;
-        if (name == "." || name == "..") continue;
-        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) RemoveAllIn(folder + name + "\\");
-        DeleteFileA((folder + name).c_str());
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
-    RemoveDirectoryA(folder.c_str());
-}
-
 }  // namespace
 
 std::string ReadFileWhole(const std::string& path) {
@@ -145,7 +127,7 @@ House::House() {
 
 House::~House() {
     Leave();
-    RemoveAllIn(Base());
+    RemoveFolder(Base());
     DeleteFileA(LogFile().c_str());
 }
 
@@ -188,7 +170,7 @@ std::string House::Value(const char* path, const char* name) {
 std::string House::SettingsFolder() const { return Base() + "Corvella\\"; }
 std::string House::SettingsFile() const { return SettingsFolder() + "corvella.ini"; }
 
-std::string House::LogFile() { return ProgramFolder() + "addin\\CorvellaAddIn.dbg.xml"; }
+std::string House::LogFile() { return own_program::Folder() + "addin\\CorvellaAddIn.dbg.xml"; }
 
 void House::Furnish() const {
     CreateDirectoryA(SettingsFolder().c_str(), nullptr);
@@ -196,7 +178,7 @@ void House::Furnish() const {
     WriteFileWhole(SettingsFolder() + "Work.ini", "[Settings]\r\n");
 }
 
-void House::Empty() const { RemoveAllIn(SettingsFolder()); }
+void House::Empty() const { RemoveFolder(SettingsFolder()); }
 
 std::vector<std::string> House::Losses(bool keepsClipboard) const {
     std::vector<std::string> losses;

@@ -16,6 +16,7 @@
 #include "config/IniFile.h"
 #include "platform/Err.h"
 #include "platform/WholeFile.h"
+#include "testing/ChildProcess.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/TempFolder.h"
 #include "testing/Versions.h"
@@ -82,27 +83,7 @@ struct Record {
 
 class MainApplication {
   public:
-    MainApplication(const TempFolder& folder, unsigned seed) : folder_(folder) {
-        char path[MAX_PATH] = "";
-        GetModuleFileNameA(nullptr, path, sizeof path);
-        std::string program = path;
-        program.resize(program.rfind('\\') + 1);
-        const std::string key =
-            "Software\\Corvella Tests\\" + std::to_string(GetCurrentProcessId()) + "\\User\\" + outlookKey;
-        std::string line = "\"" + program + "main_application.exe\" \"" + folder.Path("corvella.ini") + "\" \"" + key +
-                           "\" \"" + folder.Path("record") + "\" " + std::to_string(seed);
-        STARTUPINFOA startup{};
-        startup.cb = sizeof startup;
-        REQUIRE(
-            CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started_));
-    }
-    ~MainApplication() {
-        TerminateProcess(started_.hProcess, 1);  // where it has not ended by itself
-        CloseHandle(started_.hThread);
-        CloseHandle(started_.hProcess);
-    }
-    MainApplication(const MainApplication&) = delete;
-    MainApplication& operator=(const MainApplication&) = delete;
+    MainApplication(const TempFolder& folder, unsigned seed) : folder_(folder), process_(CommandLine(folder, seed)) {}
 
     // It has done something already: both are at work.
     void WaitUntilAtWork() const {
@@ -114,16 +95,20 @@ class MainApplication {
     }
     [[nodiscard]] Record End() const {
         folder_.Write("record.stop", "");
-        REQUIRE(WaitForSingleObject(started_.hProcess, 90000) == WAIT_OBJECT_0);
-        DWORD code = 1;
-        GetExitCodeProcess(started_.hProcess, &code);
-        CHECK(code == 0);
+        CHECK(process_.End(90000) == 0);
         return Record(folder_.Read("record"));
     }
 
   private:
+    static std::string CommandLine(const TempFolder& folder, unsigned seed) {
+        const std::string key =
+            "Software\\Corvella Tests\\" + std::to_string(GetCurrentProcessId()) + "\\User\\" + outlookKey;
+        return "\"" + own_program::Folder() + "main_application.exe\" \"" + folder.Path("corvella.ini") + "\" \"" +
+               key + "\" \"" + folder.Path("record") + "\" " + std::to_string(seed);
+    }
+
     const TempFolder& folder_;
-    PROCESS_INFORMATION started_{};
+    ChildProcess process_;
 };
 
 struct Counts {
@@ -211,7 +196,8 @@ class Play {
     void CheckList(const Record& record, Counts& counts) const {
         const std::string list =
             ";" + std::string(PrivateRegistry::Raw(HKEY_CURRENT_USER, outlookKey, "ChangedC").bytes.c_str()) + ";";
-        for (const auto& [id, added] : adds_) {
+        for (const auto& add : adds_) {
+            const std::string& id = add.first;
             CAPTURE(id);
             const std::string marked = ";" + id + ";";
             const std::size_t at = list.find(marked);
@@ -225,14 +211,13 @@ class Play {
             }
             // The other one read the list before this entry was in it, and wrote it afterwards.
             if (seen == 0) {
-                const Span own = added;
-                CHECK(Any(record.takings, [&](const auto& taking) { return Overlap(taking.span, own); }));
+                CHECK(Any(record.takings, [&](const auto& taking) { return Overlap(taking.span, add.second); }));
                 ++counts.lost;
             }
             // We read the list before the other one took this entry out, and wrote it afterwards.
             if (seen > 1) {
                 const auto whileAdding = [&](const Span& taking) {
-                    return Any(adds_, [&](const auto& add) { return Overlap(taking, add.second); });
+                    return Any(adds_, [&](const auto& other) { return Overlap(taking, other.second); });
                 };
                 CHECK(std::count_if(takings.begin(), takings.end(), whileAdding) >= seen - 1);
                 counts.cameBack += seen - 1;

@@ -21,6 +21,7 @@
 #include "platform/com/Picture.h"
 #include "platform/forms/Keyboard.h"
 #include "testing/BoxAnswerer.h"
+#include "testing/ChildProcess.h"
 #include "testing/HandleCount.h"
 #include "testing/ImportName.h"
 #include "testing/ImportPatch.h"
@@ -205,21 +206,11 @@ TEST_CASE("a second process of the same program is another instance, one of anot
     CHECK_FALSE(AnotherInstanceRuns());
     CHECK(HostCommandLine() == GetCommandLineA());
 
-    char own[MAX_PATH];
-    GetModuleFileNameA(nullptr, own, sizeof own);
-    const std::string name = std::string(own).substr(std::string(own).rfind('\\') + 1);
+    const std::string name = own_program::Name();
     for (const std::string& program : {std::string("other.exe"), name}) {
         const Recorder copy(folder, program);
-        STARTUPINFOA startup{};
-        startup.cb = sizeof startup;
-        PROCESS_INFORMATION started{};
-        std::string line = "\"" + folder.Path(program) + "\" wait";
-        REQUIRE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started));
+        const ChildProcess started("\"" + folder.Path(program) + "\" wait");
         CHECK(AnotherInstanceRuns() == (program == name));
-        TerminateProcess(started.hProcess, 0);
-        WaitForSingleObject(started.hProcess, 10000);
-        CloseHandle(started.hThread);
-        CloseHandle(started.hProcess);
     }
     CHECK(PumpUntil(5000, [] { return !AnotherInstanceRuns(); }));
 }

@@ -4,7 +4,8 @@
 
 #include <cstdint>
 #include <cstring>
-#include <string>
+
+#include "testing/ChildProcess.h"
 
 namespace {
 
@@ -19,21 +20,7 @@ constexpr DWORD stackOverrun = 0xC0000409;
 }
 
 // How a process ends that does so.
-DWORD EndOfProcessThatWrites(const char* name) {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, sizeof path);
-    std::string line = std::string("\"") + path + "\" --no-skip --test-case=\"" + name + "\"";
-    STARTUPINFOA startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION started{};
-    REQUIRE(CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started));
-    REQUIRE(WaitForSingleObject(started.hProcess, 60000) == WAIT_OBJECT_0);
-    DWORD code = 0;
-    GetExitCodeProcess(started.hProcess, &code);
-    CloseHandle(started.hThread);
-    CloseHandle(started.hProcess);
-    return code;
-}
+DWORD EndOfProcessThatWrites(const char* name) { return ChildProcess(CommandLineOfCase(name)).End(); }
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 
 #include "config/IniFile.h"
 #include "shell/WindowsMiscMetrics.h"
+#include "testing/ChildProcess.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
@@ -41,32 +42,9 @@ struct Fixture {
 
 // A second process of this program.
 class AnotherInstance {
-  public:
-    AnotherInstance() : recorder_(folder_, OwnName()) {
-        STARTUPINFOA startup{};
-        startup.cb = sizeof startup;
-        std::string line = "\"" + folder_.Path(OwnName()) + "\" wait";
-        REQUIRE(
-            CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started_));
-    }
-    AnotherInstance(const AnotherInstance&) = delete;
-    AnotherInstance& operator=(const AnotherInstance&) = delete;
-    ~AnotherInstance() {
-        TerminateProcess(started_.hProcess, 0);
-        WaitForSingleObject(started_.hProcess, 10000);
-        CloseHandle(started_.hThread);
-        CloseHandle(started_.hProcess);
-    }
-
-  private:
-    static std::string OwnName() {
-        char own[MAX_PATH];
-        GetModuleFileNameA(nullptr, own, sizeof own);
-        return std::string(own).substr(std::string(own).rfind('\\') + 1);
-    }
     TempFolder folder_;
-    Recorder recorder_;
-    PROCESS_INFORMATION started_{};
+    Recorder recorder_{folder_, own_program::Name()};
+    ChildProcess process_{"\"" + folder_.Path(own_program::Name()) + "\" wait"};
 };
 
 }  // namespace

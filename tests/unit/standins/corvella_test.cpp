@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "corvella/Start.h"
+#include "testing/OwnProgram.h"
 #include "testing/Pump.h"
 #include "testing/TempFolder.h"
 
@@ -17,9 +18,7 @@ constexpr const char* listsKey = "Software\\Quillmark\\Corvella\\Outlook";
 class Program {
   public:
     Program() {
-        char path[MAX_PATH];
-        GetModuleFileNameA(nullptr, path, sizeof path);
-        std::string build = path;
+        std::string build = own_program::Path();
         build.resize(build.rfind("\\tests\\"));
         const std::string program = build + "\\standins\\corvella\\Corvella.exe";
         REQUIRE(CopyFileA(program.c_str(), folder_.Path("Corvella.exe").c_str(), FALSE));
