@@ -215,7 +215,8 @@ IN_EVERY_VERSION("NoDlg of 1 synchronises at once; 0, no number and no value sho
     corvella.Install();
     session.host.Start();
     const Window window = session.FirstWindow();
-    for (const auto& [value, argument] : values) {
+    for (const auto& row : values) {
+        const char *value = row.first, *argument = row.second;
         CAPTURE(argument);
         if (value) {
             e2e::WriteValue(e2e::outlookKey, "NoDlg", value);
@@ -254,10 +255,10 @@ IN_EVERY_VERSION("three selected contacts are three entry ids in the list, one a
         CHECK(lastInterval == 300);
     }
     CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC") == expected);
-    Lines starts = corvella.Starts(1);
-    for (const std::string& more : corvella.StartsLater()) starts.push_back(more);
-    REQUIRE(starts.size() == 1);
-    CHECK(starts.front().ends_with("\\Corvella.exe\" update"));
+    Lines seen = corvella.Starts(1);
+    for (const std::string& more : corvella.StartsLater()) seen.push_back(more);
+    REQUIRE(seen.size() == 1);
+    CHECK(seen.front().ends_with("\\Corvella.exe\" update"));
 }
 
 IN_EVERY_VERSION("a click on send-to-phone with nothing selected lists nothing and starts nothing") {

@@ -42,11 +42,12 @@ IN_EVERY_VERSION("the command bars of a note's window are left alone") {
 IN_EVERY_VERSION("a contact, a task and an appointment are saved, closed and handed over under their own letter") {
     const std::pair<standin::ItemClass, const char*> kinds[] = {
         {standin::ItemClass::Contact, "C"}, {standin::ItemClass::Task, "T"}, {standin::ItemClass::Appointment, "A"}};
-    for (const auto& [kind, letter] : kinds) {
+    for (const auto& row : kinds) {
+        const char* const letter = row.second;
         CAPTURE(letter);
         Session session({.version = version});
         session.host.Start();
-        const standin::Item item = session.host.NewItem(kind, {{"Subject", "Something new"}});
+        const standin::Item item = session.host.NewItem(row.first, {{"Subject", "Something new"}});
         const standin::Window window = session.host.OpenInspector(item);
         const standin::ClickResult click = session.host.Click(session.SendButton(window));
         CHECK(click.sinks == 1);
@@ -158,8 +159,10 @@ IN_EVERY_VERSION("the item that the window shows at the time of the click is the
 IN_EVERY_VERSION("a window that has gone on to an item of another kind hands over what it shows, under its letter") {
     using enum standin::ItemClass;
     const std::pair<standin::ItemClass, const char*> kinds[] = {{Contact, "C"}, {Task, "T"}, {Appointment, "A"}};
-    for (const auto& [opened, letter] : kinds) {
-        for (const auto& [shown, itsLetter] : kinds) {
+    for (const auto& openedKind : kinds) {
+        for (const auto& shownKind : kinds) {
+            const auto opened = openedKind.first, shown = shownKind.first;
+            const char *letter = openedKind.second, *itsLetter = shownKind.second;
             if (opened == shown) continue;
             CAPTURE(letter);
             CAPTURE(itsLetter);

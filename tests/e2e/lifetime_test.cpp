@@ -281,7 +281,8 @@ TEST_CASE("when the collections can be connected only once, windows that open la
         {"Application.Explorers", "Application.Inspectors"},
     };
     for (const int version : versions::From(10)) {
-        for (const auto& [explorers, inspectors] : refused) {
+        for (const auto& row : refused) {
+            const char *explorers = row.first, *inspectors = row.second;
             CAPTURE(version);
             CAPTURE(explorers);
             Session session({.version = version});

@@ -38,7 +38,7 @@ using Texts = std::vector<std::string>;
 
 // Calls `play` with a session in each of the versions, which is started.
 template <class Play>
-void InEachVersion(const Play& play, standin::RibbonOptions ribbon = {}) {
+void InEachVersion(const Play& play, const standin::RibbonOptions& ribbon = {}) {
     for (const int version : ribbonVersions) {
         CAPTURE(version);
         Session session({.version = version, .ribbon = ribbon}, RibbonIs::Asked);
@@ -188,7 +188,8 @@ TEST_CASE("pictures have transparency and a light edge, in the size of their con
 
 TEST_CASE("pictures are as large as the resolution asks for") {
     constexpr std::pair<int, int> sides[] = {{96, 16}, {120, 20}, {144, 24}, {192, 32}};
-    for (const auto& [resolution, side] : sides) {
+    for (const auto& row : sides) {
+        const int resolution = row.first, side = row.second;
         CAPTURE(resolution);
         Session session({.version = 16}, RibbonIs::Asked);
         session.host.Start();

@@ -25,7 +25,7 @@ class Input {
     }
     std::string Text(std::size_t length) {
         length = std::min(length, left_);
-        const std::string text(data_, data_ + length);
+        std::string text(data_, data_ + length);
         data_ += length;
         left_ -= length;
         return text;

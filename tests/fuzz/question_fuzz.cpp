@@ -80,7 +80,7 @@ int SlotOf(std::uint32_t id) { return (id & 0x80000000u) == 0 ? 0 : static_cast<
 
 bool Holds(const std::set<std::pair<int, int>>& answers, int slot, std::uint32_t bits) {
     for (int bit = 0; bit < 31; ++bit) {
-        if ((bits >> bit & 1) != 0 && answers.count({slot, bit}) != 0) return true;
+        if ((bits >> bit & 1) != 0 && answers.contains({slot, bit})) return true;
     }
     return false;
 }

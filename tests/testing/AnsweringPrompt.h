@@ -27,7 +27,7 @@ class AnsweringPrompt : public Prompt::Port {
         inputs.push_back({0, 0, prompt, {}});
         cancelled = typed.empty();
         if (cancelled) return defaultText;
-        const std::string text = typed.front();
+        std::string text = typed.front();
         typed.pop_front();
         return text;
     }

@@ -59,7 +59,7 @@ class MemoryClipboard {
         const auto found = current->contents_.find(format);
         return current->open_ && found != current->contents_.end() ? found->second : nullptr;
     }
-    static BOOL WINAPI Has(UINT format) { return current->contents_.count(format) != 0 ? TRUE : FALSE; }
+    static BOOL WINAPI Has(UINT format) { return current->contents_.contains(format) ? TRUE : FALSE; }
     static int WINAPI FirstOf(UINT* formats, int count) {
         if (current->contents_.empty()) return 0;
         const UINT* const found = std::find_if(formats, formats + count, &Has);

@@ -177,7 +177,7 @@ class MemoryRegistry {
             const std::string name(path.substr(0, end));
             path = end == path.npos ? std::string_view() : path.substr(end + 1);
             if (name.empty()) continue;
-            if (create && key->keys.count(name) == 0) key->keys[name] = std::make_shared<Key>();
+            if (create && !key->keys.contains(name)) key->keys[name] = std::make_shared<Key>();
             const auto found = key->keys.find(name);
             key = found == key->keys.end() ? nullptr : found->second;
         }

@@ -36,8 +36,8 @@ class House {
     // Takes it away again, before the library goes.
     void Leave();
 
-    static void SetValue(const char* key, const char* name, const std::string& text, HKEY root = HKEY_CURRENT_USER);
-    [[nodiscard]] static std::string Value(const char* key, const char* name);
+    static void SetValue(const char* path, const char* name, const std::string& text, HKEY root = HKEY_CURRENT_USER);
+    [[nodiscard]] static std::string Value(const char* path, const char* name);
 
     [[nodiscard]] std::string SettingsFolder() const;
     [[nodiscard]] std::string SettingsFile() const;

@@ -64,9 +64,11 @@ void Add(std::vector<Place>& places, const char* library, const char* function, 
 }
 
 #define STUB(function) Failing<#function, decltype(&function)>
+// NOLINTBEGIN(bugprone-macro-parentheses): two literals become one
 #define FAILS(from, function, returned, lastError)                                                               \
     Add<STUB(function)>(places, from ".dll", #function, static_cast<decltype(STUB(function)::result)>(returned), \
                         lastError)
+// NOLINTEND(bugprone-macro-parentheses)
 
 template <class Stub>
 void AddMemory(std::vector<Place>& places, const char* function) {

@@ -244,15 +244,15 @@ TEST_CASE_FIXTURE(Fixture,
                  {"18", 2, true}, {"15", 15, false}, {"32", 1, false}, {"-1", 15, true}};
     answer = 1;
     PutActive("1");
-    for (const auto& [mode, level, stamps] : cases) {
-        CAPTURE(mode);
+    for (const auto& row : cases) {
+        CAPTURE(row.mode);
         state = {};
         DeleteFileA(folder.Path(logName).c_str());
-        PutMode(mode);
+        PutMode(row.mode);
         InitDebug(false, false);
         CHECK(state.DebugActive);
-        CHECK(state.DebugLevel == level);
-        CHECK(state.DebugStampsWanted == stamps);
+        CHECK(state.DebugLevel == row.level);
+        CHECK(state.DebugStampsWanted == row.stamps);
         CHECK(Log() == newLog);
     }
 }

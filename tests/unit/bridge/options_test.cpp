@@ -503,7 +503,8 @@ TEST_CASE_FIXTURE(Fixture, "the boxes for automatic sending belong to the form, 
 }
 
 TEST_CASE_FIXTURE(Fixture, "in every language each text has its room and the dialog fits a small screen") {
-    for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
+    for (const ListedLanguage& listed : ListedLanguages()) {
+        const std::string& language = listed.name;
         CAPTURE(language);
         Speak(language);
         REQUIRE(Language::state.LangFile.ends_with("\\" + language + ".lng"));
@@ -525,7 +526,8 @@ TEST_CASE_FIXTURE(Fixture, "in every language each text has its room and the dia
 }
 
 TEST_CASE_FIXTURE(Fixture, "in every language every field has an access key of its own") {
-    for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
+    for (const ListedLanguage& listed : ListedLanguages()) {
+        const std::string& language = listed.name;
         CAPTURE(language);
         Speak(language);
         Look([] {

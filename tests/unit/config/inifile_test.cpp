@@ -871,7 +871,8 @@ TEST_CASE("a disk that refuses any one step leaves the old or the new file and n
     const Settings settings;
     const std::string before = LongText("old");
     // A longer text is given up where a block or the flush is refused, one of the same length is then put beside.
-    for (const auto& [value, givenUp] : {std::pair{"a new value", 5}, std::pair{"new", 0}}) {
+    for (const auto& row : {std::pair{"a new value", 5}, std::pair{"new", 0}}) {
+        const char* const value = row.first;
         CAPTURE(value);
         const std::string after = LongText(value);
         int oldOnes = 0;
@@ -892,7 +893,7 @@ TEST_CASE("a disk that refuses any one step leaves the old or the new file and n
             CHECK_FALSE(settings.folder.Exists("corvella.ini.CVOutlookAddIn.tmp"));
         }
         CHECK(failAt > 4);
-        CHECK(oldOnes == givenUp);
+        CHECK(oldOnes == row.second);
     }
 }
 

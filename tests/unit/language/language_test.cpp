@@ -106,7 +106,8 @@ TEST_CASE("the system's language decides over the whole table where the settings
     };
     House house;
     house.WriteAllLanguages();
-    for (const auto& [code, file] : rows) {
+    for (const auto& row : rows) {
+        const char *code = row.first, *file = row.second;
         CAPTURE(code);
         house.System.Set(code);
         CHECK(house.Choose() == file);

@@ -105,7 +105,8 @@ struct Chosen {
 
 TEST_CASE("each language that the add-in comes with is shown by the windows of a form") {
     std::vector<std::wstring> captions;
-    for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
+    for (const ListedLanguage& listed : ListedLanguages()) {
+        const std::string& language = listed.name;
         CAPTURE(language);
         const Chosen chosen(language);
         REQUIRE(Language::state.LangFile.ends_with("\\" + language + ".lng"));
@@ -131,14 +132,15 @@ TEST_CASE("each language that the add-in comes with is shown by the windows of a
 }
 
 TEST_CASE("Czech and Polish texts are shown in fonts of their character set, others in the form's own") {
-    for (const auto& [language, codePage, codes, help] : ListedLanguages()) {
+    for (const ListedLanguage& listed : ListedLanguages()) {
+        const std::string& language = listed.name;
         CAPTURE(language);
         const Chosen chosen(language);
         OptionsForm form;
         REQUIRE(form.Load(nullptr));
         const BYTE designed = form.CharSet("Label1");
         Language::GetLanguageStringsForForm(form);
-        const bool centralEurope = codePage == 1250;
+        const bool centralEurope = listed.codePage == 1250;
         CHECK(form.CharSet("Label1") == (centralEurope ? EASTEUROPE_CHARSET : designed));
         CHECK(form.CharSet("TextDelay") == (centralEurope ? EASTEUROPE_CHARSET : designed));
     }

@@ -81,8 +81,8 @@ struct Question {
     std::string Ask(std::vector<FormDriver::Step> steps) {
         steps.insert(steps.begin(), [this] { shown = true; });
         FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); }, std::move(steps));
-        const std::string result = MsgInputBox(id, prompt, buttons, title, defaultText, layoutOption, cancelled,
-                                               extraText, caption1, caption2, caption3, extraOption);
+        std::string result = MsgInputBox(id, prompt, buttons, title, defaultText, layoutOption, cancelled, extraText,
+                                         caption1, caption2, caption3, extraOption);
         finished = !shown || driver.Finished();
         return result;
     }
@@ -414,7 +414,7 @@ struct Combination {
     // Answers by one button with the box unticked, so that it is remembered.
     [[nodiscard]] std::string AnswerFor(const char* button) const {
         Question question = Asked();
-        const std::string answer = question.Ask({[this, button] {
+        std::string answer = question.Ask({[this, button] {
             Look();
             untick();
             FormDriver::Click(At(button));
@@ -941,9 +941,9 @@ TEST_CASE("a screen reader names every control that Tab comes to, an input by th
     question.buttons = 3;
     question.Ask({listen, pressEscape});
     CHECK(names.size() >= 4);  // three buttons and Check1
-    for (const auto& [control, name] : names) {
-        CAPTURE(control);
-        CHECK_FALSE(name.empty());
+    for (const auto& row : names) {
+        CAPTURE(row.first);
+        CHECK_FALSE(row.second.empty());
     }
 }
 

@@ -19,11 +19,6 @@
 
 using platform::ComPtr;
 
-STDAPI DllGetClassObject(REFCLSID clsid, REFIID id, void** object);
-STDAPI DllCanUnloadNow();
-STDAPI DllRegisterServer();
-STDAPI DllUnregisterServer();
-
 // The interface as Outlook drives it, written down once more: only slots count. Not in the unnamed
 // namespace, where the compiler would see that nobody here implements it and call nothing.
 struct Extensibility : IDispatch {

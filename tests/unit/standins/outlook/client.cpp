@@ -170,7 +170,7 @@ STDMETHODIMP AddIn::OnConnection(IDispatch* app, int mode, IDispatch* me, SAFEAR
     return onConnection ? onConnection(app, me) : S_OK;
 }
 
-Host::Host(standin::Options options) : outlook(options) {
+Host::Host(const standin::Options& options) : outlook(options) {
     outlook.IgnoreRegistry();
     outlook.Start();
     application = Object(outlook.Application());
@@ -186,7 +186,7 @@ Object Host::Controls(const char* bar, int explorer) const { return Get(Bar(bar,
 
 Object Host::Button(const char* tag, int explorer) const {
     const Variant none = Variant::Omitted();
-    const Object button = Call(Controls("Standard", explorer), "Add", {1, none, none, none, true}).AsObject();
+    Object button = Call(Controls("Standard", explorer), "Add", {1, none, none, none, true}).AsObject();
     Put(button, "Tag", tag);
     Put(button, "Caption", tag);
     return button;

@@ -104,7 +104,7 @@ inline constexpr unsigned long applicationEvents = 0x6304E, applicationEvents10 
                                itemEvents = 0x6303A, buttonEvents = 0xC0351;
 
 // A sink on the stack, advised until it is cut or ends.
-class Sink : public IDispatch {
+class Sink final : public IDispatch {
   public:
     using Handler = std::function<void(DISPID, DISPPARAMS&)>;
     Sink(const Object& source, unsigned long set, Handler handler = {});
@@ -176,7 +176,7 @@ class AddIn : public standin::Extensibility {
 
 // A started host without the registry, and its Application.
 struct Host {
-    explicit Host(standin::Options options = {});
+    explicit Host(const standin::Options& options = {});
     standin::Outlook outlook;
     Object application;
     Object Explorer(int number = 1) const;  // of Application.Explorers

@@ -180,9 +180,10 @@ TEST_CASE("the first tab is named after the item and has the window's own comman
                                                        {ItemClass::Appointment, "Appointment"},
                                                        {ItemClass::Task, "Task"},
                                                        {ItemClass::Mail, "Message"}};
-    for (const auto& [kind, caption] : kinds) {
+    for (const auto& row : kinds) {
+        const char* const caption = row.second;
         CAPTURE(caption);
-        const std::vector<RibbonTab> tabs = ItemWindow(kind).Tabs();
+        const std::vector<RibbonTab> tabs = ItemWindow(row.first).Tabs();
         REQUIRE_FALSE(tabs.empty());
         CHECK(tabs.front().caption == caption);
         CHECK(tabs.front().groups.size() >= 2);

@@ -15,7 +15,7 @@ using Told = std::vector<std::string>;
 
 // A host with one add-in that holds the Application when it is told to, and notes what it hears at the end.
 struct Ended {
-    explicit Ended(standin::Options options, bool hold, bool letGoInQuit = false) : outlook(options) {
+    explicit Ended(const standin::Options& options, bool hold, bool letGoInQuit = false) : outlook(options) {
         addIn.onConnection = [this, hold, letGoInQuit](IDispatch* application, IDispatch*) {
             if (!hold) return S_OK;
             application->AddRef();
