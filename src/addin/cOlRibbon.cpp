@@ -11,8 +11,8 @@
 #include "language/Language.h"
 #include "platform/Desktop.h"
 #include "platform/Text.h"
+#include "platform/Unicode.h"
 #include "platform/com/Picture.h"
-#include "platform/com/Unicode.h"
 #include "support/Debug.h"
 
 using platform::Argument;

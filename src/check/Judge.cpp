@@ -323,10 +323,7 @@ class Judgement {
     }
     // The folder that is found in any way; empty: none.
     [[nodiscard]] std::string KnownCorvella() const {
-        for (const std::string& folder :
-             {platform::WithBackslash(AddInText(now_.userPath)),
-              platform::WithBackslash(AddInText(now_.machinePath[0])),
-              platform::WithBackslash(AddInText(now_.machinePath[1])), FolderOfCommands(now_, bits_), now_.ownFolder}) {
+        for (const std::string& folder : FoldersOfCorvella(now_, bits_)) {
             if (HoldsCorvella(folder)) return folder;
         }
         return {};

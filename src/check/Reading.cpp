@@ -218,9 +218,7 @@ class Reader {
         }
         const Outlook* const outlook = MainOutlook(to_);
         const int bits = outlook ? BitsOf(to_, *outlook) : 32;
-        for (const std::string& folder :
-             {WithBackslash(AddInText(to_.userPath)), WithBackslash(AddInText(to_.machinePath[0])),
-              WithBackslash(AddInText(to_.machinePath[1])), FolderOfCommands(to_, bits), to_.ownFolder}) {
+        for (const std::string& folder : FoldersOfCorvella(to_, bits)) {
             if (!folder.empty()) LookAtProgram(folder + "Corvella.exe");
         }
         const LookedAtKey key(Root::CurrentUser, RegistryKeys::Outlook, RegistryView::Own);

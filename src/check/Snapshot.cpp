@@ -107,6 +107,11 @@ std::string FolderOfSending(const Snapshot& snapshot, int bits) {
     return WithBackslash(path.empty() ? AddInText(snapshot.userPath) : path);
 }
 
+std::vector<std::string> FoldersOfCorvella(const Snapshot& snapshot, int bits) {
+    return {WithBackslash(AddInText(snapshot.userPath)), WithBackslash(AddInText(snapshot.machinePath[0])),
+            WithBackslash(AddInText(snapshot.machinePath[1])), FolderOfCommands(snapshot, bits), snapshot.ownFolder};
+}
+
 std::int32_t EntriesIn(const Value& list) {
     const std::string text = AddInText(list);
     std::int32_t entries = 0;

@@ -184,6 +184,8 @@ struct Snapshot {
 // Where the menu's commands, and the sending of saved items, look for Corvella.exe; empty: nowhere.
 [[nodiscard]] std::string FolderOfCommands(const Snapshot& snapshot, int bits);
 [[nodiscard]] std::string FolderOfSending(const Snapshot& snapshot, int bits);
+// Every folder in which Corvella.exe may be, the likeliest first; some may be empty texts.
+[[nodiscard]] std::vector<std::string> FoldersOfCorvella(const Snapshot& snapshot, int bits);
 // The entries of a list of changed items.
 [[nodiscard]] std::int32_t EntriesIn(const Value& list);
 

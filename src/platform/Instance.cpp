@@ -1,21 +1,9 @@
 #include "platform/Instance.h"
 
-#include <windows.h>
-// after windows.h
-#include <tlhelp32.h>
-
-#include <cstring>
+#include "platform/Processes.h"
 
 namespace platform {
 namespace {
-
-const char* NamePart(const char* path) {
-    const char* name = path;
-    for (const char* at = path; *at != '\0'; at = CharNextA(at)) {
-        if (*at == '\\') name = at + 1;
-    }
-    return name;
-}
 
 bool InThisSession(DWORD processId) {
     DWORD own = 0;
@@ -24,27 +12,15 @@ bool InThisSession(DWORD processId) {
            own == other;
 }
 
-bool IsAnotherOf(const char* program, const PROCESSENTRY32& process) {
-    return process.th32ProcessID != GetCurrentProcessId() && lstrcmpiA(NamePart(process.szExeFile), program) == 0 &&
-           InThisSession(process.th32ProcessID);
-}
-
 }  // namespace
 
 bool AnotherInstanceRuns() noexcept {
     char path[MAX_PATH + 1] = {};
     if (GetModuleFileNameA(nullptr, path, MAX_PATH) == 0) return false;
     const char* program = NamePart(path);
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE) return false;
-    PROCESSENTRY32 process;
-    process.dwSize = sizeof process;
-    bool found = false;
-    for (BOOL more = Process32First(snapshot, &process); more && !found; more = Process32Next(snapshot, &process)) {
-        found = IsAnotherOf(program, process);
-    }
-    CloseHandle(snapshot);
-    return found;
+    return AnyProcess([program](const char* name, DWORD id) {
+        return id != GetCurrentProcessId() && lstrcmpiA(name, program) == 0 && InThisSession(id);
+    });
 }
 
 std::string HostCommandLine() { return GetCommandLineA(); }

@@ -1,19 +1,17 @@
 #include "platform/Look.h"
 
 #include <windows.h>
-// after windows.h
-#include <tlhelp32.h>
 
 #include <array>
 
+#include "platform/Processes.h"
 #include "platform/Sharing.h"
 #include "platform/SystemError.h"
 #include "platform/Text.h"
+#include "platform/Unicode.h"
 
 namespace platform {
 namespace {
-
-HKEY Handle(Root root) { return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG>(root))); }
 
 // A Windows without views refuses to be asked for one.
 REGSAM ViewFlag(RegistryView view) {
@@ -218,17 +216,7 @@ std::string Expanded(const std::string& text) {
 }
 
 bool ProgramRuns(std::string_view fileName) {
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    if (snapshot == INVALID_HANDLE_VALUE) return false;
-    PROCESSENTRY32 process{};
-    process.dwSize = sizeof process;
-    bool runs = false;
-    for (BOOL more = Process32First(snapshot, &process); more && !runs; more = Process32Next(snapshot, &process)) {
-        const std::string_view path = process.szExeFile;
-        runs = SameIgnoringCase(path.substr(path.rfind('\\') + 1), fileName);
-    }
-    CloseHandle(snapshot);
-    return runs;
+    return AnyProcess([&](const char* name, DWORD) { return SameIgnoringCase(name, fileName); });
 }
 
 // Newer ones tell every program that does not know them an older number, so their own library is asked.
@@ -269,14 +257,9 @@ std::string TimeText(std::uint64_t time) {
 }
 
 std::u16string LowerUtf16(std::string_view text) {
-    static_assert(sizeof(wchar_t) == sizeof(char16_t));
-    const int length = static_cast<int>(text.size());
-    const int wide = MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0);
-    std::u16string lower(static_cast<std::size_t>(wide), u'\0');
-    auto* const letters = reinterpret_cast<wchar_t*>(lower.data());
-    MultiByteToWideChar(CP_ACP, 0, text.data(), length, letters, wide);
-    CharLowerBuffW(letters, static_cast<DWORD>(wide));
-    return lower;
+    std::wstring lower = Widen(text);
+    CharLowerBuffW(lower.data(), static_cast<DWORD>(lower.size()));
+    return {lower.begin(), lower.end()};
 }
 
 }  // namespace platform

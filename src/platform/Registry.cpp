@@ -5,8 +5,6 @@
 namespace platform {
 namespace {
 
-HKEY Handle(Root root) { return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG>(root))); }
-
 bool IsPredefined(HKEY key) { return (reinterpret_cast<ULONG_PTR>(key) & 0x80000000u) != 0; }
 
 }  // namespace

@@ -21,6 +21,11 @@ enum class Root : std::uint32_t {
     LocalMachine = 0x80000002u,
 };
 
+// Windows' own handle of a root, whose sign goes on in 64 bits.
+[[nodiscard]] inline HKEY__* Handle(Root root) noexcept {
+    return reinterpret_cast<HKEY__*>(static_cast<std::uintptr_t>(static_cast<std::int32_t>(root)));
+}
+
 enum RegistryStatus : std::int32_t { RegistryDone = 0, RegistryNotFound = 2 };
 
 // Windows' own type numbers, those that this system reads or writes.

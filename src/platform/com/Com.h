@@ -13,6 +13,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/Unicode.h"
+
 namespace platform {
 
 template <class Interface>
@@ -63,10 +65,6 @@ class ComPtr {
     explicit ComPtr(Interface* object) noexcept : object_(object) {}
     Interface* object_ = nullptr;
 };
-
-// Between the system's code page and Unicode; a letter that the code page lacks becomes a similar one or "?".
-[[nodiscard]] std::wstring Widen(std::string_view text);
-[[nodiscard]] std::string Narrow(std::wstring_view text);
 
 class Bstr {
   public:
