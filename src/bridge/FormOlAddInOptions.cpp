@@ -61,9 +61,11 @@ FormOlAddInOptions::FormOlAddInOptions() : Form("FormOlAddInOptions", OptionsCon
     The("ButtonOK").on.click = [this] { ButtonOK_Click(); };
     The("ButtonCancel").on.click = [this] { ButtonCancel_Click(); };
     The("ButtonHelp").on.click = [this] { ButtonHelp_Click(); };
-    for (const char* name : {"TextDelay", "TextRemain", "ComboProfiles", "OptionSync"}) {
-        The(name).on.change = The(name).on.click = [this, name] { touched_.insert(name); };
+    for (const Row& row : OptionsControls::rows) {
+        if (row.value) NoteTouches(row.control.name);
     }
+    NoteTouches("ComboProfiles");
+    NoteTouches("OptionSync");
     The("OptionDlg").on.click = The("OptionSync").on.click;
 }
 
@@ -72,6 +74,10 @@ FormOlAddInOptions::~FormOlAddInOptions() { Unload(); }
 FormOlAddInOptions& FormOlAddInOptions::Shared() {
     static FormOlAddInOptions shared;
     return shared;
+}
+
+void FormOlAddInOptions::NoteTouches(const char* control) {
+    The(control).on.change = The(control).on.click = [this, control] { touched_.insert(control); };
 }
 
 void FormOlAddInOptions::Show() {

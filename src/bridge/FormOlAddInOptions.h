@@ -40,6 +40,7 @@ class FormOlAddInOptions : public platform::Form {
     void ShowValues();
     void ListProfiles();
     void ShowMenuColour();
+    void NoteTouches(const char* control);
     void Arrange();
     void SaveValues();
 
