@@ -10,7 +10,8 @@ the languages come from lang/languages.txt.
 
 The rules
     listed        every language of the list has its file, every file is listed, and the list has the codes of Windows
-                  and the help codes that the sources give the language
+                  and the help codes that the sources give the language; the setup speaks as many, and
+                  docs/installing.md names the number of each
     tables        the tables of the sources can be read, and are what the checks take them for
     line-ends     CR LF at the end of every line, and nowhere a CR or LF alone
     code-page     "CharSet" and the first line name the code page of the list, every byte is a character of it
@@ -208,6 +209,13 @@ def check_list(root, listed, faults):
             faults.append(("listed", f"languages.txt gives {language.name} the help {language.help}, not {code}"))
         if language.page not in CHARSETS:
             faults.append(("listed", f"languages.txt gives {language.name} an unknown code page"))
+    spoken = re.findall(r"MUI_LANGUAGE (\w+)", (root / "setup" / "Setup.nsi").read_text())
+    if len(spoken) != len(listed):
+        faults.append(("listed", f"setup/Setup.nsi speaks {len(spoken)} languages, languages.txt has {len(listed)}"))
+    installing = (root / "docs" / "installing.md").read_text(encoding="utf-8")
+    for language in listed:
+        if f"{language.number} " not in installing:
+            faults.append(("listed", f"docs/installing.md does not name /LANG={language.number}, {language.name}"))
 
 
 def access_key(caption):
@@ -415,6 +423,8 @@ BREAKS = [
     ("listed", "lang/languages.txt", "Nederlands    1252", "Hollands      1252"),
     ("listed", "lang/languages.txt", "  NL  ", "  XX  "),
     ("listed", "lang/languages.txt", " nl ", " ne "),
+    ("listed", "setup/Setup.nsi", "!insertmacro MUI_LANGUAGE Polish\n", ""),
+    ("listed", "docs/installing.md", "1045 Polish", "Polish"),
     ("tables", "src/addin/cOlExplorerEntries.cpp", "MenuEntry entries[]", "MenuEntry rows[]"),
     ("tables", "src/bridge/OptionsControls.h", "inline constexpr Row rows[] = {", "inline constexpr Row rows[] = Made({"),
 ]
@@ -430,8 +440,10 @@ def self_test(root):
     failures = [f"the files as they stand: {what}" for _, what in check(root)[0]]
     with tempfile.TemporaryDirectory() as folder:
         copy = pathlib.Path(folder)
-        for part in ("src", "lang"):
+        for part in ("src", "lang", "setup"):
             shutil.copytree(root / part, copy / part)
+        (copy / "docs").mkdir()
+        shutil.copy(root / "docs" / "installing.md", copy / "docs")
 
         def expect(rule, what):
             if rule not in {found for found, _ in check(copy)[0]}:

@@ -131,6 +131,16 @@ TEST_CASE("a label stands in the middle of the line of its field") {
     }
 }
 
+// A screen reader names a field by the text before it, and an access key goes to what comes next.
+TEST_CASE("every field is listed right behind its label, and every unit behind its number") {
+    const auto& places = OptionsControls::places;
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        CAPTURE(std::string(OptionsControls::specs[i].name));
+        if (places[i] == Place::Number || places[i] == Place::Field) CHECK(places[i - 1] == Place::Label);
+        if (places[i] == Place::Unit) CHECK(places[i - 1] == Place::Number);
+    }
+}
+
 TEST_CASE("the three buttons are equal and stand in a row") {
     Texts texts(96);
     texts.Set("ButtonCancel", 30);

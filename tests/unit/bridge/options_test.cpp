@@ -189,7 +189,7 @@ TEST_CASE_FIXTURE(Fixture,
     });
 }
 
-TEST_CASE_FIXTURE(Fixture, "any number but 0 in front of NoDlg stands for synchronizing at once") {
+TEST_CASE_FIXTURE(Fixture, "any number but 0 in front of NoDlg stands for synchronising at once") {
     for (const char* text : {"2", "-1", "1x"}) {
         Put("NoDlg", text);
         Look([] { CHECK(The("OptionSync").Value()); });
