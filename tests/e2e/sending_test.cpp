@@ -74,11 +74,47 @@ LONG WINAPI Write(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE*
     return status;
 }
 
+// Functions of the registry of which one call fails, or each from one on.
+enum Function { Open, Create, Query, Set, DeleteKey, Functions };
+struct Failing {
+    int calls[Functions] = {};
+    Function function = Functions;
+    int number = 0;  // from 1
+    bool forGood = false;
+
+    bool Fails(Function called) {
+        const int call = ++calls[called];
+        return called == function && (forGood ? call >= number : call == number);
+    }
+};
+Failing failing;
+
+LONG WINAPI OpenOrFail(HKEY root, LPCSTR path, PHKEY key) {
+    return failing.Fails(Open) ? ERROR_ACCESS_DENIED : RegOpenKeyA(root, path, key);
+}
+LONG WINAPI CreateOrFail(HKEY root, LPCSTR path, PHKEY key) {
+    return failing.Fails(Create) ? ERROR_ACCESS_DENIED : RegCreateKeyA(root, path, key);
+}
+LONG WINAPI QueryOrFail(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
+    return failing.Fails(Query) ? ERROR_ACCESS_DENIED : RegQueryValueExA(key, name, reserved, type, data, size);
+}
+LONG WINAPI SetOrFail(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) {
+    return failing.Fails(Set) ? ERROR_ACCESS_DENIED : RegSetValueExA(key, name, reserved, type, data, size);
+}
+LONG WINAPI DeleteKeyOrFail(HKEY root, LPCSTR path) {
+    return failing.Fails(DeleteKey) ? ERROR_ACCESS_DENIED : RegDeleteKeyA(root, path);
+}
+const ImportPatch::Import orFail[] = {{"ADVAPI32.dll", "RegOpenKeyA", reinterpret_cast<void*>(&OpenOrFail)},
+                                      {"ADVAPI32.dll", "RegCreateKeyA", reinterpret_cast<void*>(&CreateOrFail)},
+                                      {"ADVAPI32.dll", "RegQueryValueExA", reinterpret_cast<void*>(&QueryOrFail)},
+                                      {"ADVAPI32.dll", "RegSetValueExA", reinterpret_cast<void*>(&SetOrFail)},
+                                      {"ADVAPI32.dll", "RegDeleteKeyA", reinterpret_cast<void*>(&DeleteKeyOrFail)}};
+
 struct Sending {
-    explicit Sending(int version) : session({.version = version}) {
+    explicit Sending(int version, int count = selected) : session({.version = version}) {
         session.host.Start();
         window = version < 10 ? session.host.OpenExplorer() : session.FirstWindow();
-        for (int i = 0; i < selected; ++i) items.push_back(session.host.AddItem(FolderKind::Contacts));
+        for (int i = 0; i < count; ++i) items.push_back(session.host.AddItem(FolderKind::Contacts));
         session.host.SwitchFolder(window, FolderKind::Contacts);
         session.host.Select(window, items);
         writes = {};
@@ -90,6 +126,13 @@ struct Sending {
         REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), replaced) == 1);
         const standin::ControlView button = session.OwnControls(window, "107").front();
         session.host.ResetCalls();
+        session.host.Click(button);
+    }
+    void ClickWhile(const Failing& which) {
+        ImportPatch patch;
+        REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), orFail) == Functions);
+        const standin::ControlView button = session.OwnControls(window, "107").front();
+        failing = which;
         session.host.Click(button);
     }
     void StartAgain() {
@@ -240,4 +283,39 @@ IN_EVERY_VERSION("notes of an earlier sending are listed before a later one is n
     sending.Click();
     CHECK(List() == ";EARLIER" + sending.Ids());
     CHECK(NothingIsNoted());
+}
+
+TEST_CASE(
+    "whichever call of the registry fails while many are sent, none is lost or listed twice, and nothing earlier") {
+    constexpr int count = 300;
+    Failing none;
+    {
+        Sending sending(11, count);
+        sending.ClickWhile({});
+        none = failing;
+    }
+    const std::string earlier = ";EARLIER";
+    for (int function = 0; function < Functions; ++function) {
+        REQUIRE(none.calls[function] > 0);
+        for (int number = 1; number <= none.calls[function]; ++number) {
+            for (const bool forGood : {false, true}) {
+                CAPTURE(function);
+                CAPTURE(number);
+                CAPTURE(forGood);
+                Sending sending(11, count);
+                e2e::WriteValue(e2e::outlookKey, "ChangedC", earlier);
+                Failing which;
+                which.function = static_cast<Function>(function), which.number = number, which.forGood = forGood;
+                sending.ClickWhile(which);
+                sending.StartAgain();
+                const std::string list = List();
+                if (!forGood) CHECK(list == earlier + sending.Ids());
+                // Where nothing can be read or written any more, what was written before is there.
+                const bool whole =
+                    list == earlier || list == earlier + sending.IdsUpTo(256) || list == earlier + sending.Ids();
+                CHECK(whole);
+                CHECK(NothingIsNoted());
+            }
+        }
+    }
 }
