@@ -66,6 +66,7 @@ for dots in 96 120 144 192; do
     set_desktop "$dots" 800x600
     CV_LANGUAGES=Deutsch make_pictures small question options
 done
+set_desktop 96
 for bitmap in build/screens/*.bmp build/screens/small/*.bmp; do
     "$convert" "$bitmap" -define png:exclude-chunks=date,time "${bitmap%.bmp}.png"
     rm "$bitmap"
