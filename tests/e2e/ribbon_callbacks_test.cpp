@@ -398,8 +398,8 @@ TEST_CASE("a click whose Context is another object, or whose window has just clo
 TEST_CASE("who knows only IDispatch asks for the ribbon by name, with one text") {
     Session session({.version = 16}, RibbonIs::Asked);
     session.host.Start();
-    const Callbacks callbacks(session);
-    const DISPID id = callbacks.IdOf("GetCustomUI");
+    const Callbacks ribbon(session);
+    const DISPID id = ribbon.IdOf("GetCustomUI");
     REQUIRE(id != DISPID_UNKNOWN);
     VARIANT ribbonId{}, number{}, xml{};
     ribbonId.vt = VT_BSTR;
@@ -407,14 +407,14 @@ TEST_CASE("who knows only IDispatch asks for the ribbon by name, with one text")
     number.vt = VT_I4;
     const auto ask = [&](VARIANT* arguments, UINT count) {
         DISPPARAMS parameters{arguments, nullptr, count, 0};
-        return callbacks.Get()->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &parameters, &xml, nullptr, nullptr);
+        return ribbon.Get()->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &parameters, &xml, nullptr, nullptr);
     };
     CHECK(ask(nullptr, 0) == DISP_E_BADPARAMCOUNT);
     CHECK(ask(&number, 1) == DISP_E_TYPEMISMATCH);
     CHECK(xml.vt == VT_EMPTY);
     CHECK(ask(&ribbonId, 1) == S_OK);
     REQUIRE(xml.vt == VT_BSTR);
-    CHECK(static_cast<int>(SysStringLen(xml.bstrVal)) == LengthOfXml(callbacks.Get(), ribbonId.bstrVal));
+    CHECK(static_cast<int>(SysStringLen(xml.bstrVal)) == LengthOfXml(ribbon.Get(), ribbonId.bstrVal));
     CHECK(std::wstring(xml.bstrVal, SysStringLen(xml.bstrVal)).find(L"<customUI") != std::wstring::npos);
     VariantClear(&xml);
     VariantClear(&ribbonId);

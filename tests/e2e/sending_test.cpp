@@ -62,7 +62,7 @@ struct Writes {
 Writes writes;
 
 LONG WINAPI Write(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) {
-    const bool list = std::string(name) == "ChangedC", note = std::string(name).rfind("C", 0) == 0 && !list;
+    const bool list = std::string(name) == "ChangedC", note = std::string(name).starts_with('C') && !list;
     if (note && writes.failNotes > 0 && writes.failNotes--) return ERROR_ACCESS_DENIED;
     if (list && writes.failList) return ERROR_ACCESS_DENIED;
     const LONG status = RegSetValueExA(key, name, reserved, type, data, size);
@@ -160,7 +160,7 @@ bool NothingIsNoted() { return Kept::Now().noted.empty(); }
 
 // A value of a type that the add-in does not read.
 void PutUnreadable(const std::string& path, const char* name) {
-    PrivateRegistry::Put(HKEY_CURRENT_USER, path, name, REG_MULTI_SZ, std::string("one\0two\0", 9));
+    PrivateRegistry::Put(HKEY_CURRENT_USER, path, name, REG_MULTI_SZ, std::string("one\0two\0\0", 9));
 }
 bool IsUnreadable(const std::string& path, const char* name) {
     return PrivateRegistry::Raw(HKEY_CURRENT_USER, path, name).type == REG_MULTI_SZ;
