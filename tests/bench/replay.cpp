@@ -105,8 +105,10 @@ class Session {
         }
         const standin::ControlView entry = outlook_.FindCaption(outlook_.Windows().front(), "Synchronize");
         if (!entry) GiveUp("there is no menu");
-        Time(Click, 1, [&] { outlook_.Click(entry); });
-        main_.WaitForEnd();
+        for (int i = 0; i < 3; ++i) {
+            Time(Click, 1, [&] { outlook_.Click(entry); });
+            main_.WaitForEnd();
+        }
         for (int i = 0; i < 4; ++i) {
             Time(Disconnection, 1, [&] { outlook_.UnloadAddIn(Bench::progId); });
             Time(Connection, 1, [&] { outlook_.LoadAddIn(Bench::progId); });
