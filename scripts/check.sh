@@ -14,5 +14,5 @@ unformatted=$(git ls-files '*.h' '*.cpp' | xargs -P "$(nproc)" -n 40 clang-forma
 
 # clang-tidy reads the cross build's commands, and looks only at what has changed since it found nothing.
 scripts/build.sh win32-release > build/check-build.log || { tail build/check-build.log >&2; exit 1; }
-scripts/tidy.py src standins || failed=1
+scripts/tidy.py src standins tests || failed=1
 exit $failed

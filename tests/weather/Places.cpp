@@ -63,12 +63,10 @@ void Add(std::vector<Place>& places, const char* library, const char* function, 
     places.push_back({library, function, reinterpret_cast<void*>(&Stub::Call)});
 }
 
-#define STUB(function) Failing<#function, decltype(&function)>
-// NOLINTBEGIN(bugprone-macro-parentheses): two literals become one
+#define STUB(function) Failing<#function, decltype(&(function))>
 #define FAILS(from, function, returned, lastError)                                                               \
     Add<STUB(function)>(places, from ".dll", #function, static_cast<decltype(STUB(function)::result)>(returned), \
                         lastError)
-// NOLINTEND(bugprone-macro-parentheses)
 
 template <class Stub>
 void AddMemory(std::vector<Place>& places, const char* function) {
