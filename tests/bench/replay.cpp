@@ -35,7 +35,7 @@ using standin::FolderKind;
 using standin::Outlook;
 
 constexpr double nearTheReplay = 1.25;
-constexpr int turns = 15;
+constexpr int turns = 9;
 constexpr int starts = 4;  // of each turn: a start is long, and seldom without other work on the machine
 
 enum Event { Start, PlainSwitch, ButtonSwitch, Opening, Click, Disconnection, Connection, eventCount };
