@@ -7,6 +7,7 @@
 
 #include "bridge/FormOlAddInOptions.h"
 #include "bridge/OlVersion.h"
+#include "bridge/OptionsControls.h"
 #include "config/IniFile.h"
 #include "config/InifileCV.h"
 #include "language/Language.h"
@@ -240,6 +241,18 @@ TEST_CASE_FIXTURE(Fixture, "OK stores every field exactly as typed") {
     CHECK(Stored("Remain") == " 010");
     CHECK(Stored("NoDlg") == "1");
     CHECK(Stored("Profile") == "My \xC4");
+}
+
+TEST_CASE_FIXTURE(Fixture, "every text box of the table is stored when it was typed in, and only then") {
+    for (const OptionsControls::Row& row : OptionsControls::rows) {
+        if (!row.value) continue;
+        CAPTURE(row.control.name);
+        Put(row.value, "earlier");
+        Use({GoTo("ComboProfiles"), ClickOn("ButtonOK")});
+        CHECK(Stored(row.value) == "earlier");
+        Use({GoTo(row.control.name), Type("typed"), ClickOn("ButtonOK")});
+        CHECK(Stored(row.value) == "typed");
+    }
 }
 
 TEST_CASE_FIXTURE(Fixture, "clearing a field and pressing OK removes its value from the registry") {

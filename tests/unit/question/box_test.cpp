@@ -16,6 +16,7 @@
 #include "testing/AddInHouse.h"
 #include "testing/BoxAnswerer.h"
 #include "testing/FormDriver.h"
+#include "testing/HandleCount.h"
 #include "testing/ImportPatch.h"
 #include "testing/ScreenReader.h"
 #include "testing/WholeForm.h"
@@ -1427,10 +1428,10 @@ TEST_CASE("a box leaves no window, no drawing object and no error behind") {
         question.Ask({Click("ButtonNo")});
     };
     once();
-    const DWORD windows = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    const DWORD objects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    const std::uint32_t windows = handles::UserObjects();
+    const std::uint32_t objects = handles::GdiObjects();
     for (int i = 0; i < 10; ++i) once();
-    CHECK(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS) <= windows);
-    CHECK(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) <= objects);
+    CHECK(handles::UserObjects() <= windows);
+    CHECK(handles::GdiObjects() <= objects);
     CHECK_FALSE(platform::Err());
 }

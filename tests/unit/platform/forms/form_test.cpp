@@ -14,6 +14,7 @@
 #include "platform/Module.h"
 #include "platform/forms/Form.h"
 #include "testing/FormDriver.h"
+#include "testing/HandleCount.h"
 
 using namespace platform;
 
@@ -796,11 +797,11 @@ TEST_CASE("loading and unloading many times leaves no windows and no drawing obj
         form.Unload();
     };
     once();
-    const DWORD windows = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-    const DWORD objects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    const std::uint32_t windows = handles::UserObjects();
+    const std::uint32_t objects = handles::GdiObjects();
     for (int i = 0; i < 20; ++i) once();
-    CHECK(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS) <= windows);
-    CHECK(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) <= objects);
+    CHECK(handles::UserObjects() <= windows);
+    CHECK(handles::GdiObjects() <= objects);
     CHECK(form.loads == 21);
     CHECK(form.unloads == 21);
 }
