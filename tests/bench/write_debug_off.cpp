@@ -11,7 +11,7 @@
 namespace {
 
 // Neither inlined nor known to do nothing.
-[[gnu::noipa]] void EmptyCall(const char*, int) { Bench::Touch(); }
+[[gnu::noinline]] void EmptyCall(const char*, int) { Bench::Touch(); }
 
 constexpr int rounds = 4001;
 constexpr int calls = 20000;  // a fraction of a time slice: even a busy machine leaves a few of the rounds alone
