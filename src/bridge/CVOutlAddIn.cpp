@@ -35,9 +35,8 @@ std::string Value(const std::string& name) {
     return RegEdit::GetRegString(Root::CurrentUser, RegistryKeys::Outlook, name);
 }
 
-bool SaveValue(const std::string& name, std::string_view text) {
-    return RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::Outlook), name, text,
-                                 RegEdit::TypeText);
+bool SaveValue(std::string_view key, const std::string& name, std::string_view text) {
+    return RegEdit::SaveRegValue(Root::CurrentUser, key, name, text, RegEdit::TypeText);
 }
 
 // "1" or "0", stored for good; empty, and nothing stored, where the user could not be asked.
@@ -50,7 +49,7 @@ std::string AskForAutomaticHandOff(const std::string& switchName, char typeLette
     const bool yes = answer == Prompt::Answer::Yes || answer == Prompt::Answer::OK;
     if (!yes && answer != Prompt::Answer::No) return {};
     const char* text = yes ? "1" : "0";
-    SaveValue(switchName, text);
+    SaveValue(RegistryKeys::Outlook, switchName, text);
     return text;
 }
 
@@ -68,7 +67,7 @@ bool ListItems(std::span<const std::string> entryIds, char typeLetter) {
     const auto list = RegEdit::ReadRegString(Root::CurrentUser, RegistryKeys::Outlook, listName);
     if (!list) return false;  // a list that cannot be read is not overwritten
     const std::string longer = ChangedItems::AddAll(*list, entryIds);
-    return longer == *list || SaveValue(listName, longer);
+    return longer == *list || SaveValue(RegistryKeys::Outlook, listName, longer);
 }
 
 // What lacked memory, or met another program, works a moment later.
@@ -150,9 +149,7 @@ void HandOff::Note() {
     if (blocks_ == 0 && !ListNotedItems(typeLetter_)) return;
     const std::span<const std::string> block = std::span(entryIds_).subspan(noted_);
     const std::string ids = ChangedItems::AddAll({}, block);
-    if (!RegEdit::SaveRegValue(Root::CurrentUser, std::string_view(RegistryKeys::Sending),
-                               BlockName(typeLetter_, blocks_ + 1), ids, RegEdit::TypeText))
-        return;
+    if (!SaveValue(RegistryKeys::Sending, BlockName(typeLetter_, blocks_ + 1), ids)) return;
     ++blocks_;
     noted_ += block.size();
 }

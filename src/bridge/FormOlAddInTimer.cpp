@@ -48,11 +48,17 @@ bool FormOlAddInTimer::IsLoaded() noexcept { return loaded != nullptr; }
 void FormOlAddInTimer::Unload() noexcept { delete std::exchange(loaded, nullptr); }
 
 void FormOlAddInTimer::TimerUpdate_Timer() {
+    // Also where memory is short: a form that stays loaded keeps the library. The items stay on their lists.
+    struct UnloadUnlessArmed {
+        FormOlAddInTimer& form;
+        ~UnloadUnlessArmed() {
+            if (!form.TimerUpdate.Enabled()) Unload();
+        }
+    };
     const platform::ErrorScope ignored;
     TimerUpdate.Disable();
+    const UnloadUnlessArmed end{*this};
     if (HasChangedItems()) StartUpdate();
-    const bool armedMeanwhile = TimerUpdate.Enabled();
-    if (!armedMeanwhile) Unload();
 }
 
 bool FormOlAddInTimer::TimerControl::Enable() noexcept {

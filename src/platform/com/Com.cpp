@@ -5,11 +5,8 @@ namespace platform {
 std::string TextOf(BSTR text) { return text ? Narrow({text, SysStringLen(text)}) : std::string(); }
 
 Bstr::Bstr(std::string_view text) {
-    const int size = static_cast<int>(text.size());
-    const int length = MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0);
-    text_ = SysAllocStringLen(nullptr, static_cast<UINT>(length));
-    if (text_ && MultiByteToWideChar(CP_ACP, 0, text.data(), size, text_, length) != length)
-        SysFreeString(std::exchange(text_, nullptr));
+    const std::wstring wide = Widen(text);
+    text_ = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
 }
 
 BSTR* Bstr::Put() noexcept {

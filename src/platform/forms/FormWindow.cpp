@@ -68,10 +68,14 @@ DWORD StyleOf(const Control& control, DWORD style) {
     return style;
 }
 
-std::string WindowText(HWND window) {
-    std::string text(static_cast<std::size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
-    return text;
+// `unread` where Windows does not tell it, which is not the same as an empty one.
+std::string WindowText(HWND window, const std::string& unread) {
+    SetLastError(ERROR_SUCCESS);
+    const int length = GetWindowTextLengthA(window);
+    if (length <= 0) return GetLastError() == ERROR_SUCCESS ? std::string() : unread;
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(window, text.data(), length + 1)));
+    return text.empty() ? unread : text;
 }
 
 // A line of a list, by the messages of its kind.
@@ -508,7 +512,7 @@ std::string ControlWindow::FetchText() const {
     if (control_->Kind() == ControlKind::ComboBox && choosing_) {
         return LineOf(handle_, CB_GETLBTEXTLEN, CB_GETLBTEXT, SendMessageA(handle_, CB_GETCURSEL, 0, 0));
     }
-    return WindowText(handle_);
+    return WindowText(handle_, control_->TextSet());
 }
 
 std::int32_t ControlWindow::FetchNumber(Property asked) const {
@@ -519,7 +523,7 @@ std::int32_t ControlWindow::FetchNumber(Property asked) const {
     // Windows keeps a line chosen after the text above the list was changed.
     const LRESULT line = SendMessageA(handle_, CB_GETCURSEL, 0, 0);
     if (line < 0 || choosing_) return static_cast<std::int32_t>(line);
-    const bool same = LineOf(handle_, CB_GETLBTEXTLEN, CB_GETLBTEXT, line) == WindowText(handle_);
+    const bool same = LineOf(handle_, CB_GETLBTEXTLEN, CB_GETLBTEXT, line) == WindowText(handle_, {});
     return same ? static_cast<std::int32_t>(line) : -1;
 }
 

@@ -2,6 +2,7 @@
 #include <doctest.h>
 #include <windows.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
@@ -418,6 +419,19 @@ TEST_CASE_FIXTURE(Fixture, "a start that fails leaves the lists for the next fir
     InstallMainApp(HKEY_LOCAL_MACHINE, Folder());
     AddChangedItem("0C", 'C', true, true);
     CHECK(recorder.Starts(1).size() == 1);
+}
+
+BOOL WINAPI RunOutOfMemory(LPCSTR, LPSTR, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID, LPCSTR,
+                           LPSTARTUPINFOA, LPPROCESS_INFORMATION) {
+    throw std::bad_alloc();
+}
+
+TEST_CASE_FIXTURE(Fixture, "where memory ends when the timer fires, its form unloads and the lists stay") {
+    InstallMainApp(HKEY_CURRENT_USER, Folder());
+    const Replaced starts("KERNEL32.dll", "CreateProcessA", reinterpret_cast<void*>(&RunOutOfMemory));
+    AddChangedItem("A1", 'C', true, true);
+    CHECK(PumpUntil(3000, [] { return !FormOlAddInTimer::IsLoaded(); }));
+    CHECK(Has("ChangedC"));
 }
 
 TEST_CASE_FIXTURE(Fixture, "two hand-offs 100 milliseconds apart start once, 300 milliseconds after the second") {

@@ -341,6 +341,14 @@ TEST_CASE_FIXTURE(Fixture, "OK leaves what cannot be read back from the fields")
     for (const char* const value : {"Delay", "Remain", "NoDlg", "Profile"}) CHECK(Stored(value) == "7");
 }
 
+TEST_CASE_FIXTURE(Fixture, "OK leaves the value of a field that was typed in and cannot be read back") {
+    for (const char* const value : {"Delay", "Remain"}) Put(value, "7");
+    const FailingImport unread("USER32.dll", "GetWindowTextA", reinterpret_cast<void*>(FailToReadText));
+    Use({GoTo("TextDelay"), Type("9"), [] { unreadText = true; }, ClickOn("ButtonOK")});
+    unreadText = false;
+    for (const char* const value : {"Delay", "Remain"}) CHECK(Stored(value) == "7");
+}
+
 TEST_CASE_FIXTURE(Fixture, "choosing the dialog removes NoDlg") {
     Put("NoDlg", "1");
     Use({ClickOn("OptionDlg"), ClickOn("ButtonOK")});
