@@ -1,4 +1,5 @@
 // The profiles among 2,000 ini files, some of them locked, against reading the first 500 bytes of every file.
+#include <objbase.h>
 #include <windows.h>
 
 #include "bench/Bench.h"
@@ -60,6 +61,7 @@ void ReadFront(const std::string& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    CoInitialize(nullptr);
     const Folder folder;
     InifileCV::state.IniFiles = folder.Path();
     InifileCV::state.IniFilesRead = true;

@@ -1,10 +1,10 @@
 // What the add-in costs beyond the calls that it must make. One session is recorded (bench/replay): every call of the
-// host and of the registry, every picture that is loaded and put on a button, every file that is read, the start of a
-// program. Then a bare loop makes the same calls again, in sessions like it, in turns with the add-in itself. Of each
-// event the shortest times of a turn are held against each other, and the median of the turns' ratios counts, so that
-// one lucky moment on a busy machine does not. The stand-in's own work is in both. Each building of a menu reads
-// settings and texts anew, because they may have changed; what these files take is shown by a second replay that leaves
-// them out.
+// host and of the registry, every picture that is loaded and put on a button, every file that is read or asked for its
+// time, the start of a program. Then a bare loop makes the same calls again, in sessions like it, in turns with the
+// add-in itself. Of each event the shortest times of a turn are held against each other, and the median of the turns'
+// ratios counts, so that one lucky moment on a busy machine does not. The stand-in's own work is in both. Each building
+// of a menu reads settings and texts anew, because they may have changed; what these files take is shown by a second
+// replay that leaves them out.
 #include <windows.h>
 
 #include <objbase.h>

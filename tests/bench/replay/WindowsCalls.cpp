@@ -264,6 +264,26 @@ BOOL WINAPI Close(HANDLE handle) {
     return CloseHandle(handle);
 }
 
+// A setting or text is looked up in memory, but only after its file was asked for its time.
+BOOL WINAPI AttributesAndTimes(const char* path, GET_FILEEX_INFO_LEVELS level, void* data) {
+    const std::size_t step = recording->Begin(Step::Kind::FileCall);
+    const BOOL done = GetFileAttributesExA(path, level, data);
+    recording->End(step, [path = std::string(path), level, done](Slots&) {
+        WIN32_FILE_ATTRIBUTE_DATA again;
+        return GetFileAttributesExA(path.c_str(), level, &again) == done;
+    });
+    return done;
+}
+
+DWORD WINAPI Attributes(const char* path) {
+    const std::size_t step = recording->Begin(Step::Kind::FileCall);
+    const DWORD attributes = GetFileAttributesA(path);
+    recording->End(step, [path = std::string(path), attributes](Slots&) {
+        return GetFileAttributesA(path.c_str()) == attributes;
+    });
+    return attributes;
+}
+
 // --- programs
 
 BOOL WINAPI StartProgram(const char* program, char* command, SECURITY_ATTRIBUTES* processRights,
@@ -317,6 +337,8 @@ const std::vector<ImportPatch::Import> recordedCalls = {
     {"USER32.dll", "CloseClipboard", Pointer(&CloseBoard)},
     {"USER32.dll", "SetClipboardData", Pointer(&PutOnBoard)},
     {"KERNEL32.dll", "CreateFileA", Pointer(&OpenFile)},
+    {"KERNEL32.dll", "GetFileAttributesA", Pointer(&Attributes)},
+    {"KERNEL32.dll", "GetFileAttributesExA", Pointer(&AttributesAndTimes)},
     {"KERNEL32.dll", "GetFileSize", Pointer(&SizeOfFile)},
     {"KERNEL32.dll", "ReadFile", Pointer(&Read)},
     {"KERNEL32.dll", "CloseHandle", Pointer(&Close)},
