@@ -229,10 +229,11 @@ void FormQuestion::ShowCaptionIn(std::uint32_t backColour, std::uint32_t textCol
     The("Image2").SetBackColor(backColour);
 }
 
+// The field keeps the answer even where there is no memory to show it.
 void FormQuestion::Close(std::int32_t answer) {
-    The("RetVal").SetText(platform::Decimal(answer));
     answered_ = false;
     Hide();
+    The("RetVal").SetText(platform::Decimal(answer));
 }
 
 void FormQuestion::ButtonOKYes_Click() {
@@ -250,7 +251,6 @@ void FormQuestion::ButtonNo_Click() {
 void FormQuestion::ButtonCancel_Click() {
     const Trace trace("FormQuestion.ButtonCancel_Click");
     ShowActiveLook();
-    The("TextInput").SetText({});
     Close(Prompt::Answer::Cancel);
 }
 

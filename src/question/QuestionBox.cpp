@@ -209,7 +209,7 @@ void Prepare(FormQuestion& form, Call& call, const Identity& question) {
 
 std::string ResultOf(FormQuestion& form, const Call& call, const Identity& question, std::int32_t answer) {
     if (question.id == Prompt::Id::ListInput) return form.The("Combo1").Text();
-    if (question.IsInput()) return form.The("TextInput").Text();
+    if (question.IsInput()) return answer == Prompt::Answer::Cancel ? std::string() : form.The("TextInput").Text();
     return answer == Prompt::Answer::None ? std::string() : QuestionRules::ResultOf(answer, call.Set());
 }
 
@@ -230,7 +230,7 @@ void AskOnForm(FormQuestion& form, Call& call, const Identity& question) {
     current = outer;
     if (!seen) return AskOtherwise(call, question);
     call.Reach(13);
-    const std::int32_t answer = platform::ValLong(form.The("RetVal").Text());
+    const std::int32_t answer = platform::ValLong(form.The("RetVal").TextSet());
     call.cancelled = answer == Prompt::Answer::Cancel;
     std::string result = ResultOf(form, call, question, answer);
     call.Reach(14);

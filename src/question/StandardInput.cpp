@@ -32,9 +32,9 @@ class InputForm : public platform::Form {
         The("LabelPrompt").SetCaption(prompt);
         The("TextAnswer").SetText(defaultText);
         The("ButtonOK").on.click = [this] {
+            Hide();
             answer = The("TextAnswer").Text();
             cancelled = false;
-            Hide();
         };
         The("ButtonCancel").on.click = [this] { Hide(); };
     }

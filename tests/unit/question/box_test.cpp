@@ -114,6 +114,8 @@ HWND WINAPI RefuseCheckBox(DWORD exStyle, LPCWSTR kind, LPCWSTR title, DWORD sty
     return real(exStyle, kind, title, style, x, y, width, height, parent, menu, instance, parameter);
 }
 
+BOOL WINAPI RunOutOfMemory(HWND, LPCSTR) { throw std::bad_alloc(); }
+
 }  // namespace
 
 // --- answers
@@ -136,6 +138,33 @@ TEST_CASE("each button returns its number") {
         CHECK(question.Ask({Click(row.button)}) == row.answer);
         CHECK(question.finished);
         CHECK(question.cancelled == (row.answer == std::string("2")));
+    }
+}
+
+TEST_CASE("a button closes the box even where memory has ended since it was shown") {
+    const House house;
+    struct Row {
+        std::int32_t id, buttons;
+        const char *button, *answer;
+    };
+    for (const Row& row : {Row{-1, 3, "ButtonOKYes", "6"}, Row{-1, 3, "ButtonNo", "7"}, Row{-1, 3, "ButtonCancel", "2"},
+                           Row{-1, 0x84, "ButtonAll", "9"}, Row{Prompt::Id::TextInput, 1, "ButtonOKYes", "typed"},
+                           Row{Prompt::Id::TextInput, 1, "ButtonCancel", ""}}) {
+        CAPTURE(row.id);
+        CAPTURE(row.button);
+        ImportPatch patch;
+        const FormDriver::Step endMemory = [&patch] {
+            const ImportPatch::Import imports[] = {
+                {"USER32.dll", "SetWindowTextA", reinterpret_cast<void*>(&RunOutOfMemory)}};
+            REQUIRE(patch.Replace(GetModuleHandleA(nullptr), imports) == 1);
+        };
+        Question question;
+        question.id = row.id;
+        question.buttons = row.buttons;
+        question.defaultText = "typed";
+        CHECK(question.Ask({endMemory, Click(row.button)}) == row.answer);
+        CHECK(question.finished);
+        CHECK(question.cancelled == (row.button == std::string("ButtonCancel")));
     }
 }
 
