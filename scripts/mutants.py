@@ -26,6 +26,9 @@ TREE = HOME / "tree"
 WINDOWS, NATIVE = "win32-release", "native-release"
 E2E = {name: [name, "installed_addin"] for name in ("e2e_scenarios", "e2e_menus", "e2e_ribbon", "e2e_questions")}
 CHECK = {"check_seeded": ["check_seeded", "check_parts"]}  # test -> what is built for it
+# Programs that try one thing at great length: for changes in their own folder only.
+OF_ONE_THING = {"config_profile_difference_test", "settings_helper", "resources_test", "com_server_test",
+                "bridge_registry_faults_test", "bridge_two_processes_test"}
 TARGET = 90  # percent
 
 # (what is replaced, by what); in code only, never in comments, strings or preprocessor lines.
@@ -151,6 +154,7 @@ class Tests:
             wholes = [target for targets in (E2E | CHECK).values() for target in targets] if build == WINDOWS else []
             must(["cmake", "--build", "--preset", build, "--target", *names, *wholes])
             self.of[build] = self.map(build, names)
+        self.sources = self.including(WINDOWS)
         self.of_library = self.inputs_of("src/addin/CVOutlookAddIn.dll")
         self.of_check = self.inputs_of("src/check/CorvellaCheck.exe")
 
@@ -165,24 +169,30 @@ class Tests:
         return {pathlib.Path(path).stem for path in listed if "/src/" in path and path.endswith(".cpp")}
 
     @staticmethod
-    def map(build, names):
+    def including(build):
+        """{source: all that it includes, and itself}"""
         headers, source = collections.defaultdict(set), None
         for line in must(["ninja", "-C", f"build/{build}", "-t", "deps"]).splitlines():
             if line.endswith("(VALID)"):
                 source = None
             elif line.strip():
-                path = line.strip()
+                path = str((TREE / "build" / build / line.strip()).resolve())  # a compiler cache writes relative ones
                 source = source or path  # the first is what is compiled
                 headers[source].add(path)
+        return headers
+
+    @staticmethod
+    def map(build, names):
+        headers = Tests.including(build)
         of, sizes = collections.defaultdict(set), {}
         for name in names:
             program = f"tests/unit/{name}" + (".exe" if build == WINDOWS else "")
             inputs = set(must(["ninja", "-C", f"build/{build}", "-t", "inputs", program]).split())
-            linked = {path for path in inputs if "/src/" in path and path.endswith(".cpp")}
-            sizes[name] = len(linked)
+            linked = {path for path in inputs if path.endswith(".cpp")}
+            sizes[name] = sum("/src/" in path for path in linked)
             for path in linked:
                 for each in headers.get(path, {path}):
-                    of[pathlib.Path(each).resolve()].add(name)
+                    of[pathlib.Path(each)].add(name)
 
         def distance(path, test):
             return not test.startswith(path.parent.name), sizes[test], test
@@ -194,9 +204,10 @@ class Tests:
         native = [(NATIVE, test) for test in self.of[NATIVE].get(path, [])]
         linking = [test for test in self.of[WINDOWS].get(path, []) if test != "text_test" or not native]
         own = [test for test in linking if test.startswith(path.relative_to(TREE / "src").parts[0])]
-        # A header goes the way of the source of its name.
-        wholes = [*(E2E if path.stem in self.of_library else ()), *(CHECK if path.stem in self.of_check else ())]
-        tests = [*own, *(wholes if with_e2e else []), *(test for test in linking if test not in own)]
+        others = [test for test in linking if test not in own and test not in OF_ONE_THING]
+        stems = {pathlib.Path(source).stem for source, included in self.sources.items() if str(path) in included}
+        wholes = [*(E2E if stems & self.of_library else ()), *(CHECK if stems & self.of_check else ())]
+        tests = [*own, *(wholes if with_e2e else []), *others]
         return native + [(WINDOWS, test) for test in tests]
 
     def passes(self, build, test):
