@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+#include "platform/ClipboardText.h"
 #include "platform/Clock.h"
 #include "platform/Err.h"
 #include "platform/File.h"
@@ -272,6 +273,19 @@ BOOL WINAPI NoClipboard(HWND) {
 }
 
 }  // namespace
+
+TEST_CASE("a text is put on the clipboard, and where another program holds that the caller is told") {
+    CHECK(PutTextOnClipboard("a report"));
+    REQUIRE(OpenClipboard(nullptr));
+    const HANDLE held = GetClipboardData(CF_TEXT);
+    CHECK((held != nullptr && static_cast<const char*>(GlobalLock(held)) == std::string("a report")));
+    if (held) GlobalUnlock(held);
+    CloseClipboard();
+    ImportPatch patch;
+    const ImportPatch::Import imports[] = {{"USER32.dll", "OpenClipboard", reinterpret_cast<void*>(NoClipboard)}};
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), imports) == 1);
+    CHECK_FALSE(PutTextOnClipboard("another one"));
+}
 
 TEST_CASE("a picture that cannot be put on the clipboard leaves no bitmap behind") {
     const Dispatch picture = PictureOf(BitmapHandle{CreateBitmap(16, 16, 1, 1, nullptr)}, {});

@@ -816,3 +816,39 @@ TEST_CASE("a picture of a file is loaded, and one that cannot be read is none an
     form.The("Picture").SetPicture("");
     CHECK_FALSE(Err());
 }
+
+namespace {
+
+// What a thread without an active window finds in front, lowest window first.
+struct FrontCase {
+    HWND ordinary = nullptr, found = nullptr;
+
+    static DWORD WINAPI Run(void* self) {
+        auto& front = *static_cast<FrontCase*>(self);
+        const auto show = [](DWORD extendedStyle, int width, bool enabled) {
+            const HWND window = CreateWindowExA(extendedStyle, "STATIC", "", WS_POPUP, 10, 10, width, width, nullptr,
+                                                nullptr, nullptr, nullptr);
+            EnableWindow(window, enabled);
+            SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+            return window;
+        };
+        front.ordinary = show(0, 100, true);
+        const HWND others[] = {show(WS_EX_TOOLWINDOW, 100, true), show(0, 0, true), show(0, 100, false)};
+        front.found = FrontWindow();
+        for (const HWND other : others) DestroyWindow(other);
+        DestroyWindow(front.ordinary);
+        return 0;
+    }
+};
+
+}  // namespace
+
+TEST_CASE("the window in front is neither a tool window, nor an empty one, nor one that is disabled") {
+    FrontCase front;
+    const HANDLE thread = CreateThread(nullptr, 0, &FrontCase::Run, &front, 0, nullptr);
+    REQUIRE(thread != nullptr);
+    CHECK(WaitForSingleObject(thread, 10000) == WAIT_OBJECT_0);
+    CloseHandle(thread);
+    CHECK(front.ordinary != nullptr);
+    CHECK(front.found == front.ordinary);
+}
