@@ -181,7 +181,6 @@ void ForgetTrace() { RegEdit::DeleteDefaultValue(Root::CurrentUser, RegistryKeys
 
 void SetUp(bool force, bool keyOnly) {
     Debug::State& log = Debug::state;
-    log.DebugInIde = IsInIde();
     const bool setUpAlready = !log.DebugFile.empty() && !force;
     if (setUpAlready && !log.DebugActive) return;
     if (!setUpAlready) {

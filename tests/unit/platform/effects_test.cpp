@@ -272,6 +272,11 @@ BOOL WINAPI NoClipboard(HWND) {
     return FALSE;
 }
 
+LPVOID WINAPI NoLock(HGLOBAL) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return nullptr;
+}
+
 }  // namespace
 
 TEST_CASE("a text is put on the clipboard, and where another program holds that the caller is told") {
@@ -300,6 +305,20 @@ TEST_CASE("a picture that cannot be put on the clipboard leaves no bitmap behind
     };
     const std::uint32_t before = held();
     CHECK(held() == before);
+}
+
+TEST_CASE("what was on the clipboard and could not be copied is not put back as something else") {
+    const Dispatch picture = PictureOf(BitmapHandle{CreateBitmap(16, 16, 1, 1, nullptr)}, {});
+    REQUIRE(picture);
+    REQUIRE(PutTextOnClipboard("the user's"));
+    ImportPatch patch;
+    const ImportPatch::Import locks[] = {{"KERNEL32.dll", "GlobalLock", reinterpret_cast<void*>(NoLock)}};
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), locks) == 1);
+    {
+        const PictureOnClipboard onClipboard(picture);
+        CHECK(static_cast<bool>(onClipboard));
+    }
+    CHECK_FALSE(IsClipboardFormatAvailable(CF_TEXT));
 }
 
 TEST_CASE("a bitmap that cannot become a picture is let go of") {
