@@ -168,13 +168,14 @@ TEST_CASE_FIXTURE(Fixture, "a program that Windows finds by its bare name gets i
     ExecApp("cvprogram /x a b");
     SetCurrentDirectoryA(before);
     CHECK(Only(program, minimised).ends_with(" /x a b"));
-    CHECK(log.Holds(" ExecApp: start \"cvprogram /x a b\"\r\n"));
+    CHECK(log.Text() == "<ExecApp>_\r\n ExecApp: start \"cvprogram /x a b\"\r\n</ExecApp>\r\n");
 }
 
 TEST_CASE_FIXTURE(Fixture, "of a document that is missing nothing is started, not what stands before its first blank") {
     const Recorder program(folder, "my.exe");
     ExecApp(folder.Path("my letter.cvdoc"));
     CHECK(program.StartsAfter(aStartsTime).empty());
+    CHECK(log.Holds("2:"));  // the system's number for a file that is not there
     CHECK_FALSE(Err());
 }
 
