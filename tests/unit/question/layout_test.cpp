@@ -321,3 +321,17 @@ TEST_CASE("a caller's width for the text is kept where the screen has it") {
     request.textWidth = 100000;
     CHECK(Arrange(request, measure).inside.width <= 800);
 }
+
+TEST_CASE("buttons are of one size where the screen is as wide as that and the form's sides, not a pixel less") {
+    PlainMeasure measure(96);
+    measure.texts = {{Part::First, std::string(20, 'W')}, {Part::No, "No"}, {Part::Cancel, "Cancel"}};
+    Request request = RequestFor(96, {456, 600}, measure);
+    request.buttons = {Part::First, Part::No, Part::Cancel};
+    const Layout alike = Arrange(request, measure);
+    CHECK(alike.inside.width == 456);
+    CHECK(alike.buttons[0].width == alike.buttons[1].width);
+    request.largest.width = 455;
+    const Layout apart = Arrange(request, measure);
+    CHECK(apart.inside.width < 400);
+    CHECK(apart.buttons[0].width > apart.buttons[1].width);
+}
