@@ -301,3 +301,11 @@ TEST_CASE("where the screen is narrow a number's field gives way to the text beh
     }
     CHECK(ArrangedAt(texts, whole - 31).Of("TextDelay").width == 30);
 }
+
+TEST_CASE("what has no place in the options dialog is hidden, and nothing else is") {
+    for (std::size_t i = 0; i < OptionsControls::specs.size(); ++i) {
+        CAPTURE(std::string(OptionsControls::specs[i].name));
+        const bool hidden = (OptionsControls::specs[i].style & platform::ControlStyle::Hidden) != 0;
+        CHECK(hidden == (OptionsControls::places[i] == Place::Nowhere));
+    }
+}

@@ -344,6 +344,20 @@ TEST_CASE("a colour is one of Windows' own numbers or a plain one, and frames pa
     ReleaseDC(form.Window(), device);
 }
 
+TEST_CASE("with a frame's colour the form around it is painted anew, with another control's it is not") {
+    TestForm form;
+    REQUIRE(form.Show());
+    const auto dialog = static_cast<HWND>(form.Window());
+    const auto paintsForm = [&](const char* name) {
+        UpdateWindow(dialog);
+        ValidateRect(dialog, nullptr);
+        form.The(name).SetBackColor(0x00ABCDEF);
+        return GetUpdateRect(dialog, nullptr, FALSE) != FALSE;
+    };
+    CHECK(paintsForm("Frame"));
+    CHECK_FALSE(paintsForm("LabelName"));
+}
+
 TEST_CASE("Enter presses the default button and Escape the cancel button") {
     HostWindow host;
     TestForm form;
