@@ -2,6 +2,8 @@
 // while it is still being connected, connections that fail half-way, and a library that something still needs.
 #include <doctest.h>
 #include <windows.h>
+// after windows.h
+#include <objbase.h>
 
 #include <functional>
 #include <ostream>
@@ -12,6 +14,8 @@
 #include "e2e/Session.h"
 #include "e2e/User.h"
 #include "testing/ImportPatch.h"
+#include "testing/Pump.h"
+#include "testing/TempFolder.h"
 #include "testing/Versions.h"
 
 using e2e::Session;
@@ -103,7 +107,58 @@ HRESULT CanUnload(HMODULE library) {
     return ask();
 }
 
+// The hand-off of an earlier case may still wait for its timer, which keeps the library loaded.
+HMODULE UnusedLibrary() {
+    const HMODULE library = LoadedLibrary();
+    REQUIRE(PumpUntil(5000, [&] { return CanUnload(library) == S_OK; }));
+    return library;
+}
+
+void* NoMemory(std::size_t) { return nullptr; }
+
+// How many thread-local indexes a program can still have.
+std::size_t FreeThreadLocals() {
+    std::vector<DWORD> taken;
+    for (DWORD index = TlsAlloc(); index != TLS_OUT_OF_INDEXES; index = TlsAlloc()) taken.push_back(index);
+    for (const DWORD index : taken) TlsFree(index);
+    return taken.size();
+}
+
+// The library comes in, an exception is thrown in it, and it goes.
+void LoadFailUnload(const std::string& path) {
+    const HMODULE library = LoadLibraryA(path.c_str());
+    REQUIRE(library != nullptr);
+    CLSID addIn{};
+    REQUIRE(CLSIDFromProgID(L"CVOutlookAddIn.Connect", &addIn) == S_OK);
+    using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+    const auto getClassObject =
+        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
+    IClassFactory* factory = nullptr;
+    REQUIRE(getClassObject(addIn, IID_IClassFactory, reinterpret_cast<void**>(&factory)) == S_OK);
+    {
+        ImportPatch patch;
+        const ImportPatch::Import memory[] = {{"msvcrt.dll", "malloc", reinterpret_cast<void*>(&NoMemory)}};
+        REQUIRE(patch.Replace(library, memory) == 1);
+        IUnknown* made = nullptr;
+        CHECK(factory->CreateInstance(nullptr, IID_IUnknown, reinterpret_cast<void**>(&made)) == E_OUTOFMEMORY);
+    }
+    factory->Release();
+    FreeLibrary(library);
+}
+
 }  // namespace
+
+TEST_CASE("the library takes no thread-local index of the host's with it when it goes, also after an exception") {
+    const TempFolder folder;
+    const std::string copy = folder.Path("copy.dll");
+    REQUIRE(CopyFileA((e2e::AddInFolder() + "CVOutlookAddIn.dll").c_str(), copy.c_str(), TRUE));
+    const Session installed({.version = 11});  // the class is known
+    LoadFailUnload(copy);                      // what Windows sets up once is there
+    const std::size_t before = FreeThreadLocals();
+    for (int i = 0; i < 3; ++i) LoadFailUnload(copy);
+    CHECK(GetModuleHandleA("copy.dll") == nullptr);
+    CHECK(FreeThreadLocals() == before);
+}
 
 IN_EVERY_VERSION("a disconnection that arrives while the add-in is being connected leaves nothing behind") {
     const HMODULE library = LoadedLibrary();
@@ -304,7 +359,7 @@ TEST_CASE("when the collections can be connected only once, windows that open la
 }
 
 TEST_CASE("the library stays loaded while the host has a sink of it that it would not let go") {
-    const HMODULE library = LoadedLibrary();
+    const HMODULE library = UnusedLibrary();
     {
         Session session({.version = 11});
         session.host.Start();
@@ -318,7 +373,7 @@ TEST_CASE("the library stays loaded while the host has a sink of it that it woul
 }
 
 TEST_CASE("the library stays loaded while a dialog of it is open") {
-    const HMODULE library = LoadedLibrary();
+    const HMODULE library = UnusedLibrary();
     Session session({.version = 11});
     session.host.Start();
     HRESULT duringDialog = S_OK;
