@@ -206,6 +206,15 @@ TEST_CASE("characters that no XML may hold are left out, line breaks and tabs be
     CHECK(LabelOf("\xF4\x90\x80\x80x") == "x");  // beyond the last character
 }
 
+TEST_CASE("the first and the last character of each length stay as they are") {
+    for (const char* text : {" !", "~", "\xC2\xA0", "\xC2\xA9", "\xDF\xBF", "\xE0\xA0\x80", "\xEF\xBF\xBD",
+                             "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBD"}) {
+        CAPTURE(std::string(text));
+        const std::string label = std::string("a") + text + "b";
+        CHECK(LabelOf(label) == label);
+    }
+}
+
 TEST_CASE("a label is no longer than the host allows, and never ends in half a character") {
     CHECK(LabelOf(std::string(2000, 'x')) == std::string(1024, 'x'));
     std::string wide;
