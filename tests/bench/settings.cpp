@@ -97,8 +97,8 @@ void Lookups(Bench::Report& report, std::size_t kilobytes) {
         GetFileAttributesExA(file.path.c_str(), GetFileExInfoStandard, &data);
     };
     for (std::size_t i = 0; i < file.settings.size(); ++i) lookup();
-    report.Add("lookup," + size + ", against Windows' own", Bench::TakeTurnsForMinima(15, 500, Nothing, windows, lookup),
-               eightTimesFaster);
+    report.Add("lookup," + size + ", against Windows' own",
+               Bench::TakeTurnsForMinima(15, 500, Nothing, windows, lookup), eightTimesFaster);
     report.Add("lookup," + size + ", against the file's attributes",
                Bench::TakeTurns(31, 2000, Nothing, attributes, lookup), nearTheFloor);
     DeleteFileA(file.path.c_str());
