@@ -587,6 +587,24 @@ std::pair<int, int> LettersIn(HWND window, COLORREF colour) {
     return lines;
 }
 
+TEST_CASE("the caption is bold, the text is not") {
+    const House house;
+    const auto weightOf = [](const char* name) {
+        LOGFONTA font{};
+        GetObjectA(reinterpret_cast<HGDIOBJ>(SendMessageA(At(name), WM_GETFONT, 0, 0)), sizeof font, &font);
+        return font.lfWeight;
+    };
+    LONG caption = 0, text = 0;
+    Question question;
+    question.Ask({[&] {
+                      caption = weightOf("LabelCaption");
+                      text = weightOf("Label1");
+                  },
+                  pressEnter});
+    CHECK(caption == FW_BOLD);
+    CHECK(text == FW_NORMAL);
+}
+
 TEST_CASE("a title is drawn in the middle of the caption, an ampersand in it as text") {
     const House house;
     Question question;
