@@ -4,7 +4,8 @@
 function(cv_addin_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} SHARED ${arg_SOURCES}
-        ${PROJECT_SOURCE_DIR}/src/platform/com/Runtime.cpp ${PROJECT_SOURCE_DIR}/src/platform/com/Exports.def)
+        ${PROJECT_SOURCE_DIR}/src/platform/com/Runtime.cpp ${PROJECT_SOURCE_DIR}/src/platform/com/ExceptionList.cpp
+        ${PROJECT_SOURCE_DIR}/src/platform/com/Exports.def)
     # The same sources give the same bytes (make reproducible): no time.
     target_link_options(${name} PRIVATE -Wl,--no-insert-timestamp)
     # What Windows 2000 takes of hardening. C++ exceptions need no handlers of Windows' own kind here.

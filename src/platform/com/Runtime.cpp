@@ -2,11 +2,6 @@
 // uncaught exception's name, with a decoder of names, and would build the exceptions of the standard containers with a
 // second kind of strings: together a third of the whole library. Nothing is lost: an exception that gets as far as
 // Guard.h ends there whatever its type, and none is meant to be told from another.
-// The runtime's own list of exceptions under way takes a thread-local index of the process, which it never gives back,
-// and ends the process where there is none or no memory for it. Here it is one list: exceptions are thrown on the
-// host's user-interface thread alone, as Err.h has it.
-#include <cxxabi.h>
-
 #include <cstdlib>
 #include <exception>
 #include <new>
@@ -25,20 +20,6 @@ class LibraryFailure : public std::exception {
 }  // namespace
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the runtime's own names
-
-namespace __cxxabiv1 {
-
-struct __cxa_eh_globals {
-    void* caughtExceptions;
-    unsigned int uncaughtExceptions;
-};
-
-static __cxa_eh_globals exceptions{};
-
-extern "C" __cxa_eh_globals* __cxa_get_globals() noexcept { return &exceptions; }
-extern "C" __cxa_eh_globals* __cxa_get_globals_fast() noexcept { return &exceptions; }
-
-}  // namespace __cxxabiv1
 
 namespace __gnu_cxx {
 

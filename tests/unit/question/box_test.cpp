@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <map>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
