@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "testing/ClassFactory.h"
+
 namespace Bench {
 
 inline constexpr const char* progId = "CVOutlookAddIn.Connect";
@@ -22,14 +24,7 @@ inline std::string Folder() {
 
 struct Library {
     Library(const std::string& path, const CLSID& classId) : module(LoadLibraryA(path.c_str())), id(classId) {}
-    [[nodiscard]] IUnknown* Factory() const {
-        using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-        IUnknown* factory = nullptr;
-        const auto getClassObject =
-            reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-        getClassObject(id, IID_IClassFactory, reinterpret_cast<void**>(&factory));
-        return factory;
-    }
+    [[nodiscard]] IUnknown* Factory() const { return ClassFactoryOf(module, id); }
     HMODULE module;
     CLSID id;
 };

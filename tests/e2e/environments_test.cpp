@@ -17,6 +17,7 @@
 #include "e2e/Session.h"
 #include "outlook/Outlook.h"
 #include "testing/ChildProcess.h"
+#include "testing/ClassFactory.h"
 #include "testing/ImportPatch.h"
 #include "testing/MenuTable.h"
 #include "testing/PrivateRegistry.h"
@@ -143,8 +144,8 @@ class Host {
         library_ = LoadLibraryA((world.AddIn() + "CVOutlookAddIn.dll").c_str());
         REQUIRE(library_);
         CHECK(patch_.emplace().Replace(library_, world.replaced) == static_cast<int>(world.replaced.size()));
-        REQUIRE(SUCCEEDED(Function<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>("DllGetClassObject")(
-            addInClass, IID_IClassFactory, reinterpret_cast<void**>(&factory_))));
+        factory_ = ClassFactoryOf(library_, addInClass);
+        REQUIRE(factory_ != nullptr);
         outlook_.emplace(standin::Options{.version = 11});
         outlook_->IgnoreRegistry();
         outlook_->UseAddIn(e2e::progId, factory_);

@@ -2,8 +2,6 @@
 // while it is still being connected, connections that fail half-way, and a library that something still needs.
 #include <doctest.h>
 #include <windows.h>
-// after windows.h
-#include <objbase.h>
 
 #include <functional>
 #include <ostream>
@@ -13,6 +11,7 @@
 
 #include "e2e/Session.h"
 #include "e2e/User.h"
+#include "testing/ClassFactory.h"
 #include "testing/ImportPatch.h"
 #include "testing/Pump.h"
 #include "testing/TempFolder.h"
@@ -130,11 +129,8 @@ void LoadFailUnload(const std::string& path) {
     REQUIRE(library != nullptr);
     CLSID addIn{};
     REQUIRE(CLSIDFromProgID(L"CVOutlookAddIn.Connect", &addIn) == S_OK);
-    using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-    const auto getClassObject =
-        reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
-    IClassFactory* factory = nullptr;
-    REQUIRE(getClassObject(addIn, IID_IClassFactory, reinterpret_cast<void**>(&factory)) == S_OK);
+    IClassFactory* const factory = ClassFactoryOf(library, addIn);
+    REQUIRE(factory != nullptr);
     {
         ImportPatch patch;
         const ImportPatch::Import memory[] = {{"msvcrt.dll", "malloc", reinterpret_cast<void*>(&NoMemory)}};

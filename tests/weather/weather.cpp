@@ -20,6 +20,7 @@
 #include <sstream>
 
 #include "outlook/Outlook.h"
+#include "testing/ClassFactory.h"
 #include "weather/House.h"
 #include "weather/Person.h"
 #include "weather/Weather.h"
@@ -115,10 +116,8 @@ class Stage {
         house.Surround(library);
         Replace("msvcrt.dll", "abort", reinterpret_cast<void*>(&Abort));
         Over(library);
-        using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-        const auto getClassObject =
-            reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
-        if (FAILED(getClassObject(addInClass, IID_IClassFactory, reinterpret_cast<void**>(&factory_)))) return false;
+        factory_ = ClassFactoryOf(library, addInClass);
+        if (!factory_) return false;
         outlook.emplace(standin::Options{.version = version_});
         outlook->IgnoreRegistry();
         outlook->UseAddIn(progId, factory_);
