@@ -186,6 +186,30 @@ TEST_CASE("pictures have transparency and a light edge, in the size of their con
     });
 }
 
+TEST_CASE("the menu has the editor's picture, and no other command has it") {
+    const auto groupAt = [](int resolution) {
+        Session session({.version = 16}, RibbonIs::Asked);
+        session.host.Start();
+        ImportPatch patch;
+        const ImportPatch::Import import[] = {{"GDI32.dll", "GetDeviceCaps", reinterpret_cast<void*>(&DotsOf)}};
+        REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), import) == 1);
+        dots = resolution;
+        return OwnGroup(session, session.FirstWindow(), "TabMail");
+    };
+    const RibbonGroupView usual = groupAt(96), fine = groupAt(192);  // where a small one is as large as the menu's
+    const auto& menu = usual.controls[0].image.colours;
+    CHECK(menu == fine.controls[0].controls[0].image.colours);
+    CHECK(menu != fine.controls[1].image.colours);
+    int others = 0;
+    for (std::size_t i = 1; i < fine.controls[0].controls.size(); ++i) {
+        const auto& picture = fine.controls[0].controls[i].image;
+        if (picture.width == 0) continue;
+        CHECK(picture.colours != menu);
+        ++others;
+    }
+    CHECK(others == 3);
+}
+
 TEST_CASE("pictures are as large as the resolution asks for") {
     constexpr std::pair<int, int> sides[] = {{96, 16}, {120, 20}, {144, 24}, {192, 32}};
     for (const auto& row : sides) {

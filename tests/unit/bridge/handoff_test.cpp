@@ -519,6 +519,43 @@ TEST_CASE_FIXTURE(Fixture, "memory that runs out once, wherever in a hand-off, l
     CHECK(Value("AutoC") == "1");
 }
 
+TEST_CASE_FIXTURE(Fixture, "a sending of many stops the timer at its first item and starts it at its end") {
+    AddChangedItem("0C", 'C', true, true);
+    REQUIRE(Timer().Enabled());
+    CVOutlAddIn::HandOff sending('C');
+    sending.Add("0D");
+    CHECK_FALSE(Timer().Enabled());
+    sending.Add("0E");
+    CHECK(Value("ChangedC") == ";0C");
+    sending.Finish();
+    CHECK(Value("ChangedC") == ";0C;0D;0E");
+    CHECK(Timer().Enabled());
+    CHECK(Timer().Interval() == 300);
+}
+
+TEST_CASE_FIXTURE(Fixture,
+                  "a sending of many notes each whole block of its items, and forgets them once they are listed") {
+    constexpr std::size_t count = 2 * CVOutlAddIn::HandOff::itemsABlock + 1;
+    const auto noted = [](const char* block) {
+        return PrivateRegistry::Raw(HKEY_CURRENT_USER, outlookKey + "\\Sending", block);
+    };
+    CVOutlAddIn::HandOff sending('T');
+    std::string first, second;
+    for (std::size_t i = 1; i <= count; ++i) {
+        const std::string id = std::to_string(i);
+        sending.Add(id);
+        if (i < count) (i <= count / 2 ? first : second) += ";" + id;
+        CHECK(noted("T1").present == (i >= count / 2));
+    }
+    CHECK(noted("T1").bytes == first);
+    CHECK(noted("T2").bytes == second);
+    CHECK_FALSE(noted("T3").present);
+    sending.Finish();
+    CHECK(Value("ChangedT") == first + second + ";" + std::to_string(count));
+    CHECK_FALSE(noted("T1").present);
+    CHECK_FALSE(noted("T2").present);
+}
+
 TEST_CASE_FIXTURE(Fixture, "a command of the user arrives at the main application as it was given") {
     InstallMainApp(HKEY_CURRENT_USER, Folder());
     const std::string program = "2 \"" + Folder() + "\\Corvella.exe\" ";

@@ -29,6 +29,19 @@ TEST_CASE("everything that the check program shows lies wholly inside its window
     Drive(form, {[&] { CheckFormIsWhole(form); }});
 }
 
+TEST_CASE("the check program has the same margin on every side, and its last button ends where its list does") {
+    Check::FormCheck form;
+    Drive(form, {[&] {
+              RECT inside{};
+              GetClientRect(form.Window(), &inside);
+              const platform::Rect list = form.The("ListFindings").Position(),
+                                   close = form.The("ButtonClose").Position();
+              CHECK(inside.right - list.left - list.width == list.left);
+              CHECK(close.left + close.width == list.left + list.width);
+              CHECK(inside.bottom - close.top - close.height == form.The("Picture1").Position().top);
+          }});
+}
+
 TEST_CASE("a screen reader names the list by the summary and the details by their label") {
     Check::FormCheck form;
     Drive(form, {[&] {

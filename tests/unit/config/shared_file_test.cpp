@@ -240,6 +240,22 @@ TEST_CASE("what another process saves right before our text would replace the fi
     }
 }
 
+TEST_CASE("what cannot be added to a file that another process saves and keeps open is dropped, as on a full disk") {
+    const Settings settings;
+    settings.File(Text("v"));
+    file = location.CurrentFile;
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    Before("replace", [&] {
+        handle = OpenEmptied();
+        Write(handle, Text("theirs"));
+    });
+    CHECK(SetIniSetting("T", "ours", "1", true));  // there was something to write
+    CHECK(settings.File() == Text("theirs"));
+    CloseHandle(handle);
+    CHECK(SetIniSetting("T", "later", "2", true));
+    CHECK(settings.File() == Text("theirs") + "\r\n[T]\r\nlater=2\r\n");
+}
+
 TEST_CASE("what another process saves between the last look at the file and its replacement stays") {
     for (const bool hasSecondName : {true, false}) {
         CAPTURE(hasSecondName);

@@ -329,7 +329,7 @@ TEST_CASE("the module of a test program is the program itself") {
 TEST_CASE("the module's folder is its path up to the last backslash, which belongs to it") {
     const std::string path = platform::ModulePath();
     const std::string folder = platform::ModuleFolder();
-    CHECK(folder + "com_server_test.exe" == path);
+    CHECK(folder + "platform_server_test.exe" == path);
     CHECK(folder.back() == '\\');
 }
 
