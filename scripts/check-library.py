@@ -10,8 +10,10 @@
               Windows 2000, and no others          and no others (both lists are in tests/data)
     flags     subsystem windows; loaded anywhere; no code in data; of 32 bits no exception handlers; stacks guarded
     exports   the four functions that COM and regsvr32 look for, by plain name, and no others
+    threads   none is started: the list of exceptions (src/platform/com/ExceptionList.cpp) is that of one thread
 
-A program (CorvellaCheck.exe) is judged as a 32-bit library, but for its size, below 250 KB, and exports nothing.
+A program (CorvellaCheck.exe) is judged as a 32-bit library, but for its size, below 250 KB, its exports, of which it has
+none, and its threads.
 """
 import argparse
 import dataclasses
@@ -25,6 +27,8 @@ LIBRARY = ROOT / "build" / "win32-release" / "src" / "addin" / "CVOutlookAddIn.d
 DATA = ROOT / "tests" / "data"
 EXPORTS = {"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"}
 WINDOWS_INTERFACE = 2
+THREADS = re.compile(r"Create(Remote)?Thread|_beginthread|QueueUserWorkItem|CreateTimerQueue|RegisterWaitFor|"
+                     r"\w*Threadpool|timeSetEvent")
 # Loaded anywhere; no code in data; no exception handlers that could be overwritten (32 bits only).
 # With which platform/StackGuard.cpp ends a process; it is linked only where some function is guarded.
 STACK_OVERRUN = bytes.fromhex("090400c0")
@@ -129,6 +133,8 @@ def faults(facts, kind, known):
         found.append("imports: none were read")
     for dll, name in facts["imports"]:
         version = known.get((dll, name))
+        if THREADS.match(name) and not kind.program:
+            found.append(f"threads: {name} of {dll} starts another one")
         if version is None:
             found.append(f"imports: {name} of {dll} is not listed; look up since when Windows has it")
         elif VERSIONS.index(version) > VERSIONS.index(kind.oldest):
@@ -168,6 +174,8 @@ def self_test(path):
     if not kind.program:
         spoilt["exports: DllCanUnloadNow is missing"] = \
             (good | {"exports": good["exports"][1:], "export entries": 3}, known)
+        thread = ("kernel32.dll", "CreateThread")
+        spoilt["threads: CreateThread"] = (good | {"imports": good["imports"] + [thread]}, known | {thread: "NT4"})
     if kind.bits == 32:
         spoilt["flags: no handlers"] = (good | {"flags": good["flags"] & ~0x400}, known)
     for expected, (facts, listed) in spoilt.items():
