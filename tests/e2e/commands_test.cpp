@@ -138,6 +138,8 @@ void WINAPI NoteKey(BYTE key, BYTE, DWORD flags, ULONG_PTR) {
     keysSent.push_back(std::string(name) + ((flags & KEYEVENTF_KEYUP) != 0 ? " up" : " down"));
 }
 
+BOOL WINAPI LeadsInJapan(BYTE byte) { return byte == 0x83; }
+
 // It is in the process already.
 HMODULE Library() { return GetModuleHandleA("CVOutlookAddIn.dll"); }
 
@@ -323,6 +325,22 @@ IN_EVERY_VERSION("a toolbar button whose mark is not the add-in's does nothing w
     CHECK(session.host.Click(sync).sinks > 0);
     CHECK(e2e::ReadValue(e2e::outlookKey, "ChangedC").value_or("").empty());
     CHECK(corvella.StartsLater().empty());
+}
+
+TEST_CASE("a folder that ends in a letter whose second byte is a backslash gets a backslash of its own") {
+    ImportPatch patch;
+    const ImportPatch::Import import[] = {{"KERNEL32.dll", "IsDBCSLeadByte", reinterpret_cast<void*>(&LeadsInJapan)}};
+    TempFolder folder;
+    REQUIRE(CreateDirectoryA(folder.Path("\x83").c_str(), nullptr));
+    const Recorder corvella(folder, "\x83\\Corvella.exe");
+    Session session({.version = 11});
+    e2e::WriteValue(productKey, "Path", folder.Path("\x83\\"));
+    session.host.Start();
+    REQUIRE(patch.Replace(Library(), import) == 1);
+    session.host.Click(EntryOf(session, session.FirstWindow(), settings));
+    std::string recorded;
+    PumpUntil(20000, [&] { return (recorded = folder.Read("\x83\\recorded.txt")).ends_with("\r\n"); });
+    CHECK(recorded == "2 \"" + folder.Path("\x83\\\\Corvella.exe") + "\" settings\r\n");
 }
 
 TEST_CASE("a button of another add-in with the same tag and mark runs nothing of ours") {
