@@ -395,6 +395,25 @@ TEST_CASE("a click whose Context is another object, or whose window has just clo
     }
 }
 
+TEST_CASE("the ribbon describes its interface to whoever asks, once") {
+    Session session({.version = 16}, RibbonIs::Asked);
+    session.host.Start();
+    const Callbacks ribbon(session);
+    UINT count = 0;
+    CHECK(ribbon.Get()->GetTypeInfoCount(&count) == S_OK);
+    CHECK(count == 1);
+    ITypeInfo* info = nullptr;
+    REQUIRE(ribbon.Get()->GetTypeInfo(0, 0, &info) == S_OK);
+    REQUIRE(info != nullptr);
+    wchar_t getCustomUi[] = L"GetCustomUI";
+    wchar_t* name = getCustomUi;
+    MEMBERID id = 0;
+    CHECK(info->GetIDsOfNames(&name, 1, &id) == S_OK);
+    info->Release();
+    CHECK(ribbon.Get()->GetTypeInfo(1, 0, &info) == DISP_E_BADINDEX);
+    CHECK(info == nullptr);
+}
+
 TEST_CASE("who knows only IDispatch asks for the ribbon by name, with one text") {
     Session session({.version = 16}, RibbonIs::Asked);
     session.host.Start();

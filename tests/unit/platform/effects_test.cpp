@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <optional>
 
@@ -319,6 +320,72 @@ TEST_CASE("what was on the clipboard and could not be copied is not put back as 
         CHECK(static_cast<bool>(onClipboard));
     }
     CHECK_FALSE(IsClipboardFormatAvailable(CF_TEXT));
+}
+
+namespace {
+
+const std::string ownerThatResponds = "the process that owns the clipboard",
+                  ownerThatHangs = "the process that owns the clipboard and hangs";
+
+// A window of this process owns the clipboard, and looks after its messages or does not.
+void OwnClipboard(bool responds) {
+    const HWND window = CreateWindowA("STATIC", "", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr);
+    REQUIRE(OpenClipboard(window));
+    EmptyClipboard();
+    const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof "theirs");
+    std::memcpy(GlobalLock(text), "theirs", sizeof "theirs");
+    GlobalUnlock(text);
+    SetClipboardData(CF_TEXT, text);
+    CloseClipboard();
+    responds ? PumpFor(60000) : Sleep(60000);
+}
+
+DWORD OwnerOfClipboard() {
+    DWORD process = 0;
+    GetWindowThreadProcessId(GetClipboardOwner(), &process);
+    return process;
+}
+
+std::string TextOnClipboard() {
+    REQUIRE(OpenClipboard(nullptr));
+    const HANDLE held = GetClipboardData(CF_TEXT);
+    const char* const text = held ? static_cast<const char*>(GlobalLock(held)) : nullptr;
+    std::string found = text ? text : "";
+    if (text) GlobalUnlock(held);
+    CloseClipboard();
+    return found;
+}
+
+}  // namespace
+
+TEST_CASE("the process that owns the clipboard" * doctest::skip()) { OwnClipboard(true); }
+TEST_CASE("the process that owns the clipboard and hangs" * doctest::skip()) { OwnClipboard(false); }
+
+TEST_CASE("another program's text makes room for a picture, and is there again afterwards") {
+    const Dispatch picture = PictureOf(BitmapHandle{CreateBitmap(16, 16, 1, 1, nullptr)}, {});
+    REQUIRE(picture);
+    const ChildProcess owner(CommandLineOfCase(ownerThatResponds));
+    REQUIRE(PumpUntil(20000, [&] { return OwnerOfClipboard() == owner.Id(); }));
+    {
+        const PictureOnClipboard onClipboard(picture);
+        CHECK(static_cast<bool>(onClipboard));
+        CHECK(ClipboardHoldsPicture());
+    }
+    CHECK(TextOnClipboard() == "theirs");
+    CHECK_FALSE(ClipboardHoldsPicture());
+}
+
+TEST_CASE("no picture is put on the clipboard of a program that hangs, whose text stays") {
+    const Dispatch picture = PictureOf(BitmapHandle{CreateBitmap(16, 16, 1, 1, nullptr)}, {});
+    REQUIRE(picture);
+    const ChildProcess owner(CommandLineOfCase(ownerThatHangs));
+    REQUIRE(PumpUntil(20000, [&] { return OwnerOfClipboard() == owner.Id(); }));
+    {
+        const PictureOnClipboard onClipboard(picture);
+        CHECK_FALSE(static_cast<bool>(onClipboard));
+    }
+    CHECK(OwnerOfClipboard() == owner.Id());
+    CHECK(TextOnClipboard() == "theirs");
 }
 
 TEST_CASE("a bitmap that cannot become a picture is let go of") {

@@ -244,6 +244,17 @@ TEST_CASE("what the user enters is read back") {
     CHECK(form.The("CheckKeep").Value());
 }
 
+TEST_CASE("a line of a combo box counts as chosen only as long as its text stands in the box") {
+    TestForm form;
+    form.The("Combo").SetList({"one", "two"});
+    REQUIRE(form.Load());
+    SendMessageA(form.At("Combo"), CB_SETCURSEL, 1, 0);
+    CHECK(form.The("Combo").ListIndex() == 1);
+    SetWindowTextA(form.At("Combo"), "own");
+    REQUIRE(SendMessageA(form.At("Combo"), CB_GETCURSEL, 0, 0) == 1);
+    CHECK(form.The("Combo").ListIndex() == -1);
+}
+
 TEST_CASE("a line chosen from a combo box is its text already while the choice is told") {
     TestForm form;
     std::string seen;
