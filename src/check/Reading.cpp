@@ -248,7 +248,6 @@ class Reader {
             AddInText(UserValue("Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", "AppData"));
         settings.folder = SettingsFolder(platform::ValLong(AddInText(settings.storage)), AddInText(settings.iniFiles),
                                          settings.appData, platform::SystemFolder());
-        settings.folderFound = platform::LookAtFile(settings.folder).found;
         settings.folderTakesFiles = platform::MayAddFile(NearestFolder(settings.folder));
         settings.file = SettingsFiles::BaseFileIn(settings.folder);
         const platform::SeenText text = platform::LookInto(settings.file, largestText);

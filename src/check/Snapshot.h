@@ -99,7 +99,6 @@ struct SettingsFacts {
     Value iniFiles;
     std::string appData;  // empty: Windows names none
     std::string folder;
-    Found folderFound = Found::Missing;
     bool folderTakesFiles = false;  // it, or the nearest one above it that exists
     std::string file;               // corvella.ini
     Found fileFound = Found::Missing;

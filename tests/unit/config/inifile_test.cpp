@@ -716,6 +716,10 @@ TEST_CASE("a result that equals the default is replaced by what the legacy locat
     CHECK(GetIniSetting("S", "k", "", true) == "own");
     CHECK(GetIniSetting("S", "k", "own", true) == "legacy");
     CHECK(GetIniSetting("S", "k", "own", false) == "own");
+    PrivateRegistry::PutText(HKEY_CURRENT_USER, legacyKey + "S", "n", "5");
+    PrivateRegistry::PutText(HKEY_CURRENT_USER, ownKey + "S", "n", "0");
+    CHECK(GetIniSettingLong("S", "n", 0) == 0);
+    CHECK(GetIniSettingLong("S", "n", 0, true) == 5);
 }
 
 TEST_CASE("a missing value with a default does not equal it, so the legacy location is not asked") {

@@ -19,6 +19,7 @@
 #include "platform/Module.h"
 #include "platform/Process.h"
 #include "platform/Timer.h"
+#include "platform/WholeFile.h"
 #include "platform/com/Com.h"
 #include "platform/com/Picture.h"
 #include "platform/forms/Keyboard.h"
@@ -225,6 +226,15 @@ TEST_CASE("the standard box shows text, title, icon and buttons, and returns the
     CHECK(user.Seen()[0].text == "Really?");
     CHECK(user.Seen()[0].icon);
     CHECK(user.Seen()[0].buttons == std::vector<int>{IDYES, IDNO});
+}
+
+TEST_CASE("a file in a folder that is not there is error 76, as every log calls it") {
+    const TempFolder folder;
+    Err().Clear();
+    CHECK_FALSE(WriteWhole(folder.Path("none\\file"), "text", Opening::Replacing));
+    CHECK(Err().Number() == 76);
+    CHECK(Err().Description() == "Path not found");
+    Err().Clear();
 }
 
 TEST_CASE("a box without a title names the add-in") {

@@ -41,12 +41,17 @@ LONG WINAPI CountClose(HKEY key) {
 }  // namespace
 
 TEST_CASE("a time has a text, one that nobody knows has none") {
-    SYSTEMTIME parts{};
-    parts.wYear = 2001, parts.wMonth = 2, parts.wDay = 3, parts.wHour = 4, parts.wMinute = 5;
-    FILETIME local{}, stamp{};
-    REQUIRE(SystemTimeToFileTime(&parts, &local));
-    REQUIRE(LocalFileTimeToFileTime(&local, &stamp));
-    CHECK(TimeText(static_cast<std::uint64_t>(stamp.dwHighDateTime) << 32 | stamp.dwLowDateTime) == "2001-02-03 04:05");
+    const auto textOf = [](WORD month, WORD day, WORD hour, WORD minute) {
+        SYSTEMTIME parts{};
+        parts.wYear = 2001, parts.wMonth = month, parts.wDay = day, parts.wHour = hour, parts.wMinute = minute;
+        FILETIME local{}, stamp{};
+        REQUIRE(SystemTimeToFileTime(&parts, &local));
+        REQUIRE(LocalFileTimeToFileTime(&local, &stamp));
+        return TimeText(static_cast<std::uint64_t>(stamp.dwHighDateTime) << 32 | stamp.dwLowDateTime);
+    };
+    CHECK(textOf(2, 3, 4, 5) == "2001-02-03 04:05");
+    CHECK(textOf(10, 10, 10, 10) == "2001-10-10 10:10");
+    CHECK(textOf(9, 11, 0, 59) == "2001-09-11 00:59");
     CHECK(TimeText(0).empty());
     CHECK(TimeText(~std::uint64_t{0}).empty());
 }

@@ -1440,6 +1440,28 @@ TEST_CASE("the extra option of a message is the page of its help") {
     CHECK(helped == std::vector<std::string>{"Profiles.htm,,0"});
 }
 
+TEST_CASE("what the lower floors ask is broken at the usual width") {
+    const House house;
+    Prompt::Plug(&PortOfPrompt());
+    std::string prompt = std::string(60, 'x') + " " + std::string(60, 'y');
+    std::vector<std::int32_t> widths;
+    const FormDriver::Step measure = [&] { widths.push_back(ShownForm()->The("Label1").Position().width); };
+    {
+        FormDriver driver([] { return ShownForm() != nullptr; }, [] { ShownForm()->Hide(); }, {measure, pressEnter});
+        Prompt::Ask(-1, prompt, 0, "Title");
+    }
+    Question question;
+    question.prompt = prompt;
+    question.title = "Title";
+    question.Ask({measure, pressEnter});
+    question.layoutOption = 1;
+    question.Ask({measure, pressEnter});
+    REQUIRE(widths.size() == 3);
+    CHECK(widths[0] == widths[1]);
+    CHECK(widths[0] != widths[2]);
+    Prompt::Plug(nullptr);
+}
+
 TEST_CASE("what the lower floors ask comes through the box once it is plugged in") {
     const House house;
     Prompt::Plug(&PortOfPrompt());
