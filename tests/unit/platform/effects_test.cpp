@@ -283,6 +283,31 @@ BOOL WINAPI NoClipboard(HWND) {
     return FALSE;
 }
 
+BOOL WINAPI RefuseToEmpty() {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+}
+
+HANDLE WINAPI RefuseBitmap(UINT format, HANDLE data) {
+    if (format != CF_BITMAP) {
+        const auto real = reinterpret_cast<decltype(&SetClipboardData)>(
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "SetClipboardData")));
+        return real(format, data);
+    }
+    SetLastError(ERROR_ACCESS_DENIED);
+    return nullptr;
+}
+
+std::string TextOnClipboard() {
+    REQUIRE(OpenClipboard(nullptr));
+    const HANDLE held = GetClipboardData(CF_TEXT);
+    const char* const text = held ? static_cast<const char*>(GlobalLock(held)) : nullptr;
+    std::string found = text ? text : "";
+    if (text) GlobalUnlock(held);
+    CloseClipboard();
+    return found;
+}
+
 LPVOID WINAPI NoLock(HGLOBAL) {
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return nullptr;
@@ -316,6 +341,27 @@ TEST_CASE("a picture that cannot be put on the clipboard leaves no bitmap behind
     };
     const std::uint32_t before = held();
     CHECK(held() == before);
+}
+
+TEST_CASE("a clipboard that cannot be emptied or filled gets no picture, and what was there stays or comes back") {
+    const Dispatch picture = PictureOf(BitmapHandle{CreateBitmap(16, 16, 1, 1, nullptr)}, {});
+    REQUIRE(picture);
+    for (const bool canBeEmptied : {false, true}) {
+        CAPTURE(canBeEmptied);
+        REQUIRE(PutTextOnClipboard("the user's"));
+        ImportPatch patch;
+        const ImportPatch::Import refusing[] = {
+            canBeEmptied
+                ? ImportPatch::Import{"USER32.dll", "SetClipboardData", reinterpret_cast<void*>(&RefuseBitmap)}
+                : ImportPatch::Import{"USER32.dll", "EmptyClipboard", reinterpret_cast<void*>(&RefuseToEmpty)}};
+        REQUIRE(patch.Replace(GetModuleHandleA(nullptr), refusing) == 1);
+        {
+            const PictureOnClipboard onClipboard(picture);
+            CHECK_FALSE(static_cast<bool>(onClipboard));
+        }
+        CHECK_FALSE(ClipboardHoldsPicture());
+        CHECK(TextOnClipboard() == "the user's");
+    }
 }
 
 TEST_CASE("what was on the clipboard and could not be copied is not put back as something else") {
@@ -354,16 +400,6 @@ DWORD OwnerOfClipboard() {
     DWORD process = 0;
     GetWindowThreadProcessId(GetClipboardOwner(), &process);
     return process;
-}
-
-std::string TextOnClipboard() {
-    REQUIRE(OpenClipboard(nullptr));
-    const HANDLE held = GetClipboardData(CF_TEXT);
-    const char* const text = held ? static_cast<const char*>(GlobalLock(held)) : nullptr;
-    std::string found = text ? text : "";
-    if (text) GlobalUnlock(held);
-    CloseClipboard();
-    return found;
 }
 
 }  // namespace

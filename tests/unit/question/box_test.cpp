@@ -588,7 +588,7 @@ std::pair<int, int> LettersIn(HWND window, COLORREF colour) {
     return lines;
 }
 
-TEST_CASE("the caption is bold, the text is not") {
+TEST_CASE("the caption is bold and has the picture of a program, the text is not bold") {
     const House house;
     const auto weightOf = [](const char* name) {
         LOGFONTA font{};
@@ -596,12 +596,15 @@ TEST_CASE("the caption is bold, the text is not") {
         return font.lfWeight;
     };
     LONG caption = 0, text = 0;
+    std::string picture;
     Question question;
     question.Ask({[&] {
                       caption = weightOf("LabelCaption");
                       text = weightOf("Label1");
+                      picture = ShownForm()->The("Image2").Picture();
                   },
                   pressEnter});
+    CHECK(picture == "*application");
     CHECK(caption == FW_BOLD);
     CHECK(text == FW_NORMAL);
 }
@@ -1360,8 +1363,27 @@ TEST_CASE("an input that finds the form in use is asked for in a plain box") {
         given = MsgInputBox(-2, prompt, 1, "Title", "old", 0, cancelled, "", "", "", "", "");
         formLoaded = true;
     }});
-    CHECK(outer.Ask({Click("LabelLink"), [] { FormDriver::Key(VK_RETURN); }, Click("ButtonOKYes")}) == "1");
+    std::vector<RECT> controls;
+    RECT inside{};
+    const FormDriver::Step look = [&] {
+        const HWND form = GetAncestor(GetFocus(), GA_ROOT);
+        GetClientRect(form, &inside);
+        for (HWND child = GetWindow(form, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            RECT& area = controls.emplace_back();
+            GetWindowRect(child, &area);
+            MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&area), 2);
+        }
+        FormDriver::Key(VK_RETURN);
+    };
+    CHECK(outer.Ask({Click("LabelLink"), look, Click("ButtonOKYes")}) == "1");
     CHECK(given == "old");
+    CHECK(controls.size() == 4);
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+        RECT shared{};
+        CHECK(IntersectRect(&shared, &controls[i], &inside));
+        CHECK(EqualRect(&shared, &controls[i]));
+        for (std::size_t j = 0; j < i; ++j) CHECK_FALSE(IntersectRect(&shared, &controls[i], &controls[j]));
+    }
     CHECK_FALSE(cancelled);
 }
 
