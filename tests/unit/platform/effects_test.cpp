@@ -48,6 +48,24 @@ std::uintptr_t HighestHandle() {
     return highest;
 }
 
+// A program that takes input at once, and whose window is in front a moment later.
+HANDLE readyProcess = nullptr;
+DWORD readySince = 0;
+
+DWORD WINAPI IsReadyAtOnce(HANDLE process, DWORD) {
+    DuplicateHandle(GetCurrentProcess(), process, GetCurrentProcess(), &readyProcess, 0, FALSE, DUPLICATE_SAME_ACCESS);
+    readySince = GetTickCount();
+    return 0;
+}
+
+DWORD WINAPI ProcessInFrontLater(HWND, LPDWORD process) {
+    const auto idOf = reinterpret_cast<DWORD(WINAPI*)(HANDLE)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetProcessId")));
+    const bool alive = WaitForSingleObject(readyProcess, 0) == WAIT_TIMEOUT;
+    *process = alive && GetTickCount() - readySince > 300 ? idOf(readyProcess) : 0;
+    return 0;
+}
+
 UINT lastBoxStyle = 0;
 
 int WINAPI RecordBox(HWND owner, LPCSTR text, LPCSTR title, UINT style) {
@@ -243,6 +261,21 @@ TEST_CASE("a box without a title names the add-in") {
     REQUIRE(user.Seen().size() == 1);
     CHECK(user.Seen()[0].title == "Corvella Outlook AddIn");
     CHECK_FALSE(user.Seen()[0].icon);
+}
+
+TEST_CASE("a program whose window comes a moment after it is ready is waited for, one that ends meanwhile is not") {
+    const TempFolder folder;
+    const Recorder recorder(folder, "a program.exe");
+    const ImportPatch::Import patched[] = {
+        {"USER32.dll", "WaitForInputIdle", reinterpret_cast<void*>(&IsReadyAtOnce)},
+        {"USER32.dll", "GetWindowThreadProcessId", reinterpret_cast<void*>(&ProcessInFrontLater)}};
+    ImportPatch patch;
+    REQUIRE(patch.Replace(GetModuleHandleA(nullptr), patched) == 2);
+    CHECK(StartProcessForInput("\"" + folder.Path("a program.exe") + "\" wait", Show::Normal));
+    TerminateProcess(readyProcess, 0);
+    CloseHandle(readyProcess);
+    CHECK_FALSE(StartProcessForInput("\"" + folder.Path("a program.exe") + "\" ends", Show::Normal));
+    CloseHandle(readyProcess);
 }
 
 TEST_CASE("style bits that Windows refuses are left out, the others kept") {

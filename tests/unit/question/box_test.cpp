@@ -849,8 +849,10 @@ TEST_CASE("an identifier of slot 8 or 9 is an error: nothing is shown, the error
     Debug::state.DebugFile = house.folder.Path("log.xml");
     Question question;
     question.id = Id(0xE0000010);
+    question.cancelled = true;
     CHECK(question.Ask({pressEnter}).empty());
     CHECK_FALSE(question.shown);
+    CHECK_FALSE(question.cancelled);
     CHECK_FALSE(platform::Err());
     const std::string log = house.folder.Read("log.xml");
     CHECK(log.find("9:Subscript out of range\r\n") != std::string::npos);
