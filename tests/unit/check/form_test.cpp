@@ -2,6 +2,7 @@
 #include <doctest.h>
 #include <windows.h>
 
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,7 +30,7 @@ TEST_CASE("everything that the check program shows lies wholly inside its window
     Drive(form, {[&] { CheckFormIsWhole(form); }});
 }
 
-TEST_CASE("the check program has the same margin on every side, and its last button ends where its list does") {
+TEST_CASE("the check program has the same margin on every side, and its buttons stand evenly below its list") {
     Check::FormCheck form;
     Drive(form, {[&] {
               RECT inside{};
@@ -39,6 +40,13 @@ TEST_CASE("the check program has the same margin on every side, and its last but
               CHECK(inside.right - list.left - list.width == list.left);
               CHECK(close.left + close.width == list.left + list.width);
               CHECK(inside.bottom - close.top - close.height == form.The("Picture1").Position().top);
+              const char* const row[] = {"ButtonRepair", "ButtonRepairAll", "ButtonAgain",
+                                         "ButtonCopy",   "ButtonHelp",      "ButtonClose"};
+              for (std::size_t i = 1; i < std::size(row); ++i) {
+                  const platform::Rect before = form.The(row[i - 1]).Position();
+                  // Half a margin.
+                  CHECK(form.The(row[i]).Position().left - before.left - before.width == list.left / 2);
+              }
           }});
 }
 

@@ -609,6 +609,22 @@ TEST_CASE("a settings file that cannot be seen for a moment keeps its text when 
     }
 }
 
+TEST_CASE("a settings file that cannot be seen for a moment and is in use is taken as it is, and nobody is asked") {
+    const Machine machine;
+    machine.Settings("[S]\r\nk=v\r\n");
+    const std::string file = machine.Default("corvella.ini");
+    const HANDLE inUse = CreateFileA(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    REQUIRE(inUse != INVALID_HANDLE_VALUE);
+    {
+        const UnseenOnce unseen(file, ERROR_FILE_NOT_FOUND);
+        CHECK(GetIniFilename_(0) == machine.Default());
+        CHECK(unseenFile.empty());
+    }
+    CloseHandle(inUse);
+    CHECK(machine.folder.Read("Roaming\\Corvella\\corvella.ini") == "[S]\r\nk=v\r\n");
+    CHECK(machine.user.inputs.empty());
+}
+
 TEST_CASE("a folder that cannot be written is asked for until one can be, which IniFiles then names") {
     Machine machine;
     machine.folder.Write("Roaming\\Corvella", "a file where the folder should be");

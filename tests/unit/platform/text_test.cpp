@@ -16,6 +16,8 @@ TEST_CASE("the leading number of a text is read and the rest is not") {
     CHECK(Val("7.") == 7);
     CHECK(Val("00000407") == 407);
     CHECK(Val("1e3") == 1000);
+    CHECK(Val("2e12") == 2e12);
+    CHECK(Val("25e-12x") == 25e-12);
 }
 
 TEST_CASE("an exponent that is not complete does not belong to the number") {
