@@ -95,25 +95,31 @@ void Save(const std::string& bytes) {
     CloseHandle(handle);
 }
 
-class Beside {
+// What is done while we pause for the third time, however quick the machine is.
+int pausesToGo = 0;
+std::function<void()> atPause;
+void WINAPI PauseWhile(DWORD milliseconds) {
+    if (atPause && --pausesToGo == 0) std::exchange(atPause, nullptr)();
+    SleepEx(milliseconds, FALSE);
+}
+
+class WhileWePause {
   public:
-    explicit Beside(std::function<void()> work) : work_(std::move(work)) {
-        thread_ = CreateThread(nullptr, 0, Run, this, 0, nullptr);
+    explicit WhileWePause(std::function<void()> work) {
+        const ImportPatch::Import imports[] = {{"KERNEL32.dll", "Sleep", reinterpret_cast<void*>(PauseWhile)}};
+        REQUIRE(patch_.Replace(GetModuleHandleA(nullptr), imports) == 1);
+        pausesToGo = 3;
+        atPause = std::move(work);
     }
-    ~Beside() {
-        WaitForSingleObject(thread_, INFINITE);
-        CloseHandle(thread_);
+    ~WhileWePause() {
+        CHECK_FALSE(static_cast<bool>(atPause));  // it was done
+        atPause = nullptr;
     }
-    Beside(const Beside&) = delete;
-    Beside& operator=(const Beside&) = delete;
+    WhileWePause(const WhileWePause&) = delete;
+    WhileWePause& operator=(const WhileWePause&) = delete;
 
   private:
-    static DWORD WINAPI Run(void* self) {
-        static_cast<Beside*>(self)->work_();
-        return 0;
-    }
-    std::function<void()> work_;
-    HANDLE thread_ = nullptr;
+    ImportPatch patch_;
 };
 
 // What is done once, right before the first such step of ours.
@@ -188,8 +194,7 @@ TEST_CASE("a write waits while another process saves the file, and adds to what 
     const HANDLE handle = OpenEmptied();
     Write(handle, Text("theirs").substr(0, 1000));
     {
-        const Beside saving([&] {
-            Sleep(20);
+        const WhileWePause saving([&] {
             Write(handle, Text("theirs").substr(1000));
             CloseHandle(handle);
         });
@@ -203,8 +208,7 @@ TEST_CASE("a read while another process saves the file waits for the saved text"
     settings.File(Text("v"));
     file = location.CurrentFile;
     const HANDLE handle = OpenEmptied();
-    const Beside saving([&] {
-        Sleep(20);
+    const WhileWePause saving([&] {
         Write(handle, Text("theirs"));
         CloseHandle(handle);
     });
@@ -327,10 +331,7 @@ TEST_CASE("a file that is empty for a moment while another process saves it is n
             CloseHandle(OpenEmptied());
         }
         {
-            const Beside saving([&] {
-                Sleep(12);
-                Save(Text("theirs"));
-            });
+            const WhileWePause saving([] { Save(Text("theirs")); });
             CHECK(SetIniSetting("T", "ours", "1", true));
         }
         CHECK(settings.File() == Text("theirs") + "\r\n[T]\r\nours=1\r\n");
