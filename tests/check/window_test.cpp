@@ -13,7 +13,7 @@ using namespace check_test;
 
 namespace {
 
-constexpr int patience = 300;  // of 50 milliseconds
+constexpr int patience = 1200;  // times 50 milliseconds
 
 // Of a window of another process, which has to be asked for it.
 std::string TextOf(HWND window) {
