@@ -149,6 +149,7 @@ void HandOff::Note() {
     if (blocks_ == 0 && !ListNotedItems(typeLetter_)) return;
     const std::span<const std::string> block = std::span(entryIds_).subspan(noted_);
     const std::string ids = ChangedItems::AddAll({}, block);
+    mayHaveNoted_ = true;
     if (!SaveValue(RegistryKeys::Sending, BlockName(typeLetter_, blocks_ + 1), ids)) return;
     ++blocks_;
     noted_ += block.size();
@@ -157,7 +158,7 @@ void HandOff::Note() {
 void HandOff::Finish() {
     const bool listed = entryIds_.empty() || List(entryIds_, typeLetter_);
     if (!listed) platform::Attempt([this] { Note(); });
-    if (listed && blocks_ > 0) ForgetNotedItems();
+    if (listed && mayHaveNoted_) ForgetNotedItems();
     SetTimer(true, true);
 }
 

@@ -36,6 +36,7 @@ class HandOff {
     std::vector<std::string> entryIds_;
     std::size_t noted_ = 0;  // the first so many of them
     std::int32_t blocks_ = 0;
+    bool mayHaveNoted_ = false;  // a note that could not be read back may be there
 };
 
 // Lists what an interrupted sending of such items has noted, and forgets it. False where some of it is still noted.

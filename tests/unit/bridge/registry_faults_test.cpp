@@ -306,3 +306,15 @@ TEST_CASE_FIXTURE(Fixture, "a hand-off of an item that is already listed writes 
     CVOutlAddIn::AddChangedItem("0A", 'C', true, false);
     CHECK(faults.sets == 0);
 }
+
+TEST_CASE_FIXTURE(Fixture, "a note of a sending that was written and could not be read back goes with the others") {
+    CVOutlAddIn::HandOff sending('C');
+    for (std::size_t i = 1; i < CVOutlAddIn::HandOff::itemsABlock; ++i) sending.Add(std::to_string(i));
+    faults.failReads = 1;
+    sending.Add("last");
+    REQUIRE(faults.failReads == 0);
+    REQUIRE(GetRegString(Root::CurrentUser, listKey + "\\Sending", "C1").ends_with(";last"));
+    sending.Finish();
+    CHECK(GetRegString(Root::CurrentUser, listKey, "ChangedC").ends_with(";last"));
+    CHECK(GetRegString(Root::CurrentUser, listKey + "\\Sending", "C1").empty());
+}
