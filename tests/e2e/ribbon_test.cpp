@@ -129,6 +129,17 @@ constexpr std::pair<ItemClass, const char*> itemButtons[] = {
 };
 constexpr const char* itemLetters[] = {"C", "T", "A"};
 
+// The group on the mail tab where an inch has so many dots.
+RibbonGroupView GroupAt(int resolution) {
+    Session session({.version = 16}, RibbonIs::Asked);
+    session.host.Start();
+    ImportPatch patch;
+    const ImportPatch::Import import[] = {{"GDI32.dll", "GetDeviceCaps", reinterpret_cast<void*>(&DotsOf)}};
+    REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), import) == 1);
+    dots = resolution;
+    return OwnGroup(session, session.FirstWindow(), "TabMail");
+}
+
 }  // namespace
 
 TEST_CASE("the home tab of each module has the Corvella group, and no command bar has anything of ours") {
@@ -187,16 +198,7 @@ TEST_CASE("pictures have transparency and a light edge, in the size of their con
 }
 
 TEST_CASE("the menu has the editor's picture, and no other command has it") {
-    const auto groupAt = [](int resolution) {
-        Session session({.version = 16}, RibbonIs::Asked);
-        session.host.Start();
-        ImportPatch patch;
-        const ImportPatch::Import import[] = {{"GDI32.dll", "GetDeviceCaps", reinterpret_cast<void*>(&DotsOf)}};
-        REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), import) == 1);
-        dots = resolution;
-        return OwnGroup(session, session.FirstWindow(), "TabMail");
-    };
-    const RibbonGroupView usual = groupAt(96), fine = groupAt(192);  // where a small one is as large as the menu's
+    const RibbonGroupView usual = GroupAt(96), fine = GroupAt(192);  // where a small one is as large as the menu's
     const auto& menu = usual.controls[0].image.colours;
     CHECK(menu == fine.controls[0].controls[0].image.colours);
     CHECK(menu != fine.controls[1].image.colours);
@@ -215,13 +217,7 @@ TEST_CASE("pictures are as large as the resolution asks for") {
     for (const auto& row : sides) {
         const int resolution = row.first, side = row.second;
         CAPTURE(resolution);
-        Session session({.version = 16}, RibbonIs::Asked);
-        session.host.Start();
-        ImportPatch patch;
-        const ImportPatch::Import import[] = {{"GDI32.dll", "GetDeviceCaps", reinterpret_cast<void*>(&DotsOf)}};
-        REQUIRE(patch.Replace(GetModuleHandleA("CVOutlookAddIn.dll"), import) == 1);
-        dots = resolution;
-        const RibbonGroupView group = OwnGroup(session, session.FirstWindow(), "TabMail");
+        const RibbonGroupView group = GroupAt(resolution);
         CHECK(group.controls[0].image.width == 2 * side);
         CHECK(group.controls[1].image.width == side);
         CHECK(group.controls[1].image.height == side);
