@@ -32,6 +32,7 @@ ADDIN = "Software\\Microsoft\\Office\\Outlook\\Addins\\CVOutlookAddIn.Connect"
 PRODUCT = "HKCU\\Software\\Quillmark\\Corvella"
 SETTINGS = "users/root/AppData/Roaming/Corvella/corvella.ini"
 ENTRY = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\CVOutlookAddIn"
+FONTS = r"\CurrentVersion\Fonts"
 RUN_ONCE = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\RunOnce"
 DONE, CANCELLED, FAILED, OUTLOOK_RUNS, WRONG_OUTLOOK = 0, 1, 2, 3, 4
 STEPS = ("unpack", "swap", "register", "entry")
@@ -118,7 +119,9 @@ class World:
         return found
 
     def state(self):
-        return self.prefix.registry(), self.files()
+        """Without the fonts of the machine, which Wine lists anew in each of its starts."""
+        registry = {key: lines for key, lines in self.prefix.registry().items() if not key.endswith(FONTS)}
+        return registry, self.files()
 
     def logs(self):
         return list(self.drive.glob(f"users/*/Temp/{LOG}"))
