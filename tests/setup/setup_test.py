@@ -118,10 +118,12 @@ class World:
             found[name] = path.stat().st_ino if path.is_file() else "folder"
         return found
 
-    def state(self):
+    def registry(self):
         """Without the fonts of the machine, which Wine lists anew in each of its starts."""
-        registry = {key: lines for key, lines in self.prefix.registry().items() if not key.endswith(FONTS)}
-        return registry, self.files()
+        return {key: lines for key, lines in self.prefix.registry().items() if not key.endswith(FONTS)}
+
+    def state(self):
+        return self.registry(), self.files()
 
     def logs(self):
         return list(self.drive.glob(f"users/*/Temp/{LOG}"))
@@ -157,7 +159,7 @@ def same(before, after, what):
 
 
 def is_installed(world, what, version):
-    entry = next((lines for key, lines in world.prefix.registry().items()
+    entry = next((lines for key, lines in world.registry().items()
                   if key.endswith("CVOutlookAddIn") and "\\Uninstall\\" in key
                   and key.startswith({"HKCU": "HKEY_CURRENT_USER", "HKLM": "HKEY_LOCAL_MACHINE"}[world.root])), [])
     for name in ("DisplayName", "Publisher", "DisplayIcon", "EstimatedSize", "UninstallString", "InstallLocation"):
@@ -178,7 +180,7 @@ def of_ours(registry):
 
 def registered(world, what):
     """Both views name the DLL of their bitness, Outlook's key stands in this scope, the other scope has nothing."""
-    ours = of_ours(world.prefix.registry())
+    ours = of_ours(world.registry())
     libraries = sorted(line for key, lines in ours.items() if key.endswith("InprocServer32") for line in lines
                        if line.startswith("@="))
     # Wine has one CLSID for both views in the user's part, where the 32-bit library is written last.
@@ -197,7 +199,7 @@ def registered(world, what):
 
 def settings(world):
     """What the user has set: lines of the registry and the file's bytes."""
-    registry = {key: lines for key, lines in world.prefix.registry().items() if "\\Quillmark" in key}
+    registry = {key: lines for key, lines in world.registry().items() if "\\Quillmark" in key}
     file = world.drive / SETTINGS
     return registry, file.read_bytes() if file.exists() else None
 
@@ -293,9 +295,9 @@ def is_used(world):
 
 def installs_again(world):
     """a second setup of the same version changes no registration"""
-    used = world.prefix.registry()
+    used = world.registry()
     expect("it installs", world.install() == DONE)
-    changed = differences(used, world.prefix.registry())
+    changed = differences(used, world.registry())
     expect(f"nothing is changed: {changed}", not changed)
 
 
@@ -308,7 +310,7 @@ def uninstalls_under_a_running_outlook(world):
     forget_run(world)
     world.restart()
     expect("its folder is gone", wait_until(lambda: not world.place.exists(), 20))
-    same((world.remembered[0],), ({key: lines for key, lines in world.prefix.registry().items() if "Quillmark" not in key},),
+    same((world.remembered[0],), ({key: lines for key, lines in world.registry().items() if "Quillmark" not in key},),
          "but for the settings")
     left = settings(world)
     expect("options, lists and the settings file stay",
@@ -355,7 +357,7 @@ def leaves_no_trace(world):
         world.reg("add", f"HKCU\\Software\\Microsoft\\Office\\{key}", "/v", name, "/d", "1", "/f")
         world.reg("add", f"HKCU\\Software\\Microsoft\\Office\\{key}", "/v", "Other.Connect", "/d", "1", "/f")
     expect("it uninstalls", world.uninstall("/Settings"))
-    notes = [line for key, lines in world.prefix.registry().items() if "\\Office\\1" in key for line in lines]
+    notes = [line for key, lines in world.registry().items() if "\\Office\\1" in key for line in lines]
     expect(f"Outlook's notes about other add-ins alone stay: {notes}",
            sum("Other.Connect" in line for line in notes) == 3 and not any("CVOutlookAddIn" in line for line in notes))
     world.reg("delete", "HKCU\\Software\\Microsoft\\Office", "/f")
@@ -403,7 +405,7 @@ def says_what_is_missing(world):
 
 def takes_corvellas_folder(world):
     """Corvella's folder is taken from either root or from /Corvella=, may be left out, and goes with the uninstallation"""
-    before = world.prefix.registry()
+    before = world.registry()
     folder = world.folder / "corvella"
     folder.mkdir()
     shutil.copy(world.corvella, folder / "Corvella.exe")
@@ -411,7 +413,7 @@ def takes_corvellas_folder(world):
     expect("without one", world.install() == DONE and world.value(PRODUCT, "Path") is None)
     expect("from the command line", world.install(None, f"/Corvella={there}") == DONE and world.value(PRODUCT, "Path") == there)
     expect("it uninstalls", world.uninstall())
-    changed = differences(before, world.prefix.registry())
+    changed = differences(before, world.registry())
     expect(f"the folder goes with it: {changed}", not changed)
     machine = PRODUCT.replace("HKCU", "HKLM")
     for bits in (32, 64):
@@ -428,7 +430,7 @@ def takes_corvellas_folder(world):
     expect("of both bitnesses", all(world.value(machine, "Path", f"/reg:{bits}") == there for bits in (32, 64)))
     expect("it uninstalls", world.uninstall())
     world.choose("user")
-    changed = differences(before, world.prefix.registry())
+    changed = differences(before, world.registry())
     expect(f"nothing is left: {changed}", not changed)
 
 
@@ -640,7 +642,7 @@ def main():
             sentence, before = test.__doc__, len(failures)
             test(world)
             print(f"{'ok    ' if len(failures) == before else 'failed'} {sentence}", flush=True)
-        world.prefix.registry()
+        world.registry()
     print(f"{len(failures)} not so, {time.monotonic() - begun:.0f} s")
     return 1 if failures else 0
 
