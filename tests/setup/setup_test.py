@@ -642,7 +642,7 @@ def main():
             sentence, before = test.__doc__, len(failures)
             test(world)
             print(f"{'ok    ' if len(failures) == before else 'failed'} {sentence}", flush=True)
-        world.registry()
+        world.prefix.registry()  # ends every program of the prefix
     print(f"{len(failures)} not so, {time.monotonic() - begun:.0f} s")
     return 1 if failures else 0
 
