@@ -123,6 +123,21 @@ class CheckWindow {
     HWND window_ = nullptr;
 };
 
+// Programs that are started meanwhile take that for the folder of temporary files.
+class Temporary {
+  public:
+    explicit Temporary(const std::string& folder) {
+        GetEnvironmentVariableA("TEMP", former_, sizeof former_);
+        SetEnvironmentVariableA("TEMP", folder.c_str());
+    }
+    ~Temporary() { SetEnvironmentVariableA("TEMP", former_); }
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+
+  private:
+    char former_[MAX_PATH] = {};
+};
+
 constexpr const char *repair = "&Repair", *repairAll = "Repair a&ll";
 
 bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
@@ -187,7 +202,7 @@ TEST_CASE("one repair mends the chosen finding alone, the other one all that nob
     CHECK(world.Check() == "2 PlacementPosition");
 }
 
-TEST_CASE("a finding that is fine or beyond repair has no button, nor has a machine without such a fault") {
+TEST_CASE("what is fine or beyond repair offers no repair, and where nothing can be repaired nothing offers it") {
     World world;
     PutText(HKEY_CURRENT_USER, product, "Path", world.Path("Gone"));
     CheckWindow window(world);
@@ -233,21 +248,18 @@ TEST_CASE("what cannot be kept for the way back is not changed, and the window s
 TEST_CASE("where the way back cannot be written nothing is changed, and the window says so") {
     World world;
     SwitchOff();
-    RemoveTree(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders");
-    char former[MAX_PATH] = {};
-    GetEnvironmentVariableA("TEMP", former, sizeof former);
-    SetEnvironmentVariableA("TEMP", world.Path("NoSuchFolder").c_str());
+    RemoveValue(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", "AppData");
     {
+        const Temporary nowhere(world.Path("NoSuchFolder"));
         CheckWindow window(world);
         window.Click(repair);
         window.Answer(IDYES);
         CHECK(Has(SaidBefore(window, 2), "Nothing was changed, because the file "));
     }
-    SetEnvironmentVariableA("TEMP", former);
     CHECK(world.Check() == "2 Load2");
 }
 
-TEST_CASE("a finding that nothing repairs leaves nothing to repair in all") {
+TEST_CASE("where all that can be repaired may be somebody's wish, repairing all says that there is nothing to repair") {
     World world;
     PutText(HKEY_CURRENT_USER, addInKey, "103Pos", "99");
     CheckWindow window(world);
