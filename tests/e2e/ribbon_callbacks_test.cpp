@@ -395,7 +395,7 @@ TEST_CASE("a click whose Context is another object, or whose window has just clo
     }
 }
 
-TEST_CASE("the ribbon describes its interface to whoever asks, once") {
+TEST_CASE("the ribbon describes its one interface to whoever asks") {
     Session session({.version = 16}, RibbonIs::Asked);
     session.host.Start();
     const Callbacks ribbon(session);
