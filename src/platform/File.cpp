@@ -35,12 +35,12 @@ std::optional<std::uint64_t> FileSize(const std::string& path) noexcept {
 }
 
 std::string ReadFront(const std::string& path, std::uint32_t count) {
+    std::string bytes(count, '\0');  // before the file is open: where memory ends, nobody would close it
     const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, shareAll, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         RecordLastError();
         return {};
     }
-    std::string bytes(count, '\0');
     DWORD read = 0;
     if (!ReadFile(file, bytes.data(), count, &read, nullptr)) RecordLastError();
     CloseHandle(file);

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <optional>
 #include <set>
@@ -281,6 +282,14 @@ BOOL WINAPI NoProgram(LPCSTR, LPSTR, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTE
     return FALSE;
 }
 
+// No memory, once, for the beginning of a file, by which the profiles are told from other files.
+bool refused = false;
+void* __cdecl NoMemoryForBeginning(std::size_t size) {
+    const bool refuses = !refused && size == 503;
+    refused |= refuses;
+    return refuses ? nullptr : std::malloc(size);
+}
+
 UINT codePage = 1252;
 UINT Page(UINT asked) { return asked == CP_ACP ? codePage : asked; }
 int WINAPI WidenInPage(UINT page, DWORD flags, LPCCH text, int size, LPWSTR wide, int room) {
@@ -501,4 +510,18 @@ TEST_CASE("in every environment the menu is there, a contact is sent, the option
             if (world.keepsSettings) CHECK(world.folder.Read("data\\Corvella\\corvella.ini") == before);
         }
     }
+}
+
+TEST_CASE("where memory ends while a profile is looked at its file is let go of, and the options open the next time") {
+    World world;
+    world.Replace("msvcrt.dll", "malloc", reinterpret_cast<void*>(&NoMemoryForBeginning));
+    Host host(world);
+    host->Start();
+    refused = false;
+    host->Click(host->FindCaption(host->Windows().front(), "Corvella").entries.at(6));
+    CHECK(refused);
+    CHECK(DeleteFileA(world.SettingsFile().c_str()));
+    CHECK_FALSE(world.folder.Exists("data\\Corvella\\corvella.ini"));
+    OpenOptions(host, world);
+    host->Quit();
 }

@@ -1,5 +1,5 @@
 // testing/TempFolder.h: a folder of its own, empty, for the life of one test. Folders that an
-// earlier run left behind are removed.
+// earlier run left behind are removed. Nobody may hold a file in it when it goes.
 #pragma once
 #include <doctest.h>
 #include <windows.h>
@@ -17,7 +17,10 @@ class TempFolder {
         RemoveFolder(path_);
         REQUIRE(CreateDirectoryA(path_.c_str(), nullptr));
     }
-    ~TempFolder() { RemoveFolder(path_); }
+    ~TempFolder() {
+        RemoveFolder(path_);
+        CHECK_MESSAGE(GetFileAttributesA(path_.c_str()) == INVALID_FILE_ATTRIBUTES, "a file in it is still open");
+    }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
