@@ -5,6 +5,7 @@ function(cv_addin_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} SHARED ${arg_SOURCES}
         ${PROJECT_SOURCE_DIR}/src/platform/com/Runtime.cpp ${PROJECT_SOURCE_DIR}/src/platform/com/ExceptionList.cpp
+        ${PROJECT_SOURCE_DIR}/src/platform/com/ExceptionMemory.cpp ${PROJECT_SOURCE_DIR}/src/platform/com/Semaphores.cpp
         ${PROJECT_SOURCE_DIR}/src/platform/com/Exports.def)
     # The same sources give the same bytes (make reproducible): no time.
     target_link_options(${name} PRIVATE -Wl,--no-insert-timestamp)

@@ -12,6 +12,7 @@
 #include "e2e/Session.h"
 #include "e2e/User.h"
 #include "testing/ClassFactory.h"
+#include "testing/HandleCount.h"
 #include "testing/ImportPatch.h"
 #include "testing/Pump.h"
 #include "testing/TempFolder.h"
@@ -144,16 +145,22 @@ void LoadFailUnload(const std::string& path) {
 
 }  // namespace
 
-TEST_CASE("the library takes no thread-local index of the host's with it when it goes, also after an exception") {
+TEST_CASE(
+    "the library takes no thread-local index and no handle of the host's with it when it goes, also after an "
+    "exception") {
     const TempFolder folder;
     const std::string copy = folder.Path("copy.dll");
     REQUIRE(CopyFileA((e2e::AddInFolder() + "CVOutlookAddIn.dll").c_str(), copy.c_str(), TRUE));
     const Session installed({.version = 11});  // the class is known
     LoadFailUnload(copy);                      // what Windows sets up once is there
-    const std::size_t before = FreeThreadLocals();
+    const std::size_t freeBefore = FreeThreadLocals();
+    const std::uint32_t handlesBefore = handles::KernelHandles();
+    const std::size_t bytesBefore = handles::HeapBytes();
     for (int i = 0; i < 3; ++i) LoadFailUnload(copy);
     CHECK(GetModuleHandleA("copy.dll") == nullptr);
-    CHECK(FreeThreadLocals() == before);
+    CHECK(FreeThreadLocals() == freeBefore);
+    CHECK(handles::KernelHandles() == handlesBefore);
+    CHECK(handles::HeapBytes() < bytesBefore + 1000);  // Windows' own lists may grow
 }
 
 IN_EVERY_VERSION("a disconnection that arrives while the add-in is being connected leaves nothing behind") {

@@ -67,4 +67,21 @@ inline std::uint32_t KernelHandles() {
     }));
 }
 
+// How many bytes are taken of all of the process's heaps.
+inline std::size_t HeapBytes() {
+    std::array<HANDLE, 64> heaps{};
+    const DWORD count = std::min<DWORD>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()),
+                                        static_cast<DWORD>(heaps.size()));
+    std::size_t bytes = 0;
+    for (DWORD heap = 0; heap < count; ++heap) {
+        HeapLock(heaps[heap]);
+        PROCESS_HEAP_ENTRY entry{};
+        while (HeapWalk(heaps[heap], &entry)) {
+            if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) bytes += entry.cbData;
+        }
+        HeapUnlock(heaps[heap]);
+    }
+    return bytes;
+}
+
 }  // namespace handles

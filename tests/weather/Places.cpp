@@ -304,7 +304,7 @@ const std::vector<Fair>& Fairs() {
     static const std::vector<Fair> fairs = {
         {"KERNEL32.dll", "CloseHandle", letsGo},
         {"KERNEL32.dll", "CompareFileTime", alwaysWorks},
-        {"KERNEL32.dll", "CreateSemaphoreW", runtimes},
+        {"KERNEL32.dll", "CreateSemaphoreA", runtimes},
         {"KERNEL32.dll", "DeleteCriticalSection", alwaysWorks},
         {"KERNEL32.dll", "DisableThreadLibraryCalls", runtimes},
         {"KERNEL32.dll", "EnterCriticalSection", alwaysWorks},
