@@ -14,6 +14,7 @@
 #include "shell/WindowsMiscLaunch.h"
 #include "support/AddInNames.h"
 #include "support/Debug.h"
+#include "support/Files.h"
 #include "support/Prompt.h"
 
 namespace {
@@ -45,6 +46,7 @@ const platform::ServerDescription& platform::Server() {
         .description = AddInNames::Description,
         .loadBehavior = AddInNames::LoadBehavior,
         .factory = MakeConnect,
+        .letGo = Files::LetGo,
     };
     return description;
 }

@@ -32,7 +32,7 @@ constexpr std::uint32_t pauseForWriters = 5;  // milliseconds, which Windows may
 constexpr int triesAfterRegistration = 20;
 constexpr std::uint32_t pauseAfterRegistration = 100;  // milliseconds
 
-// Without a destructor that acts: the object is kept until the process ends, when COM is long gone.
+// Without a destructor that acts: where the process ends before the library is let go of, COM is long gone.
 struct State {
     Ports ports;
     Dispatch* fileSystem = nullptr;
@@ -205,6 +205,8 @@ const Dispatch& FileSystem() {
     static const Dispatch none;
     return EnsureFileSystemObject() ? *state.fileSystem : none;
 }
+
+void LetGo() { delete std::exchange(state.fileSystem, nullptr); }
 
 double WindowsVersion() { return state.windowsVersion; }
 

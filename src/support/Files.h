@@ -4,7 +4,7 @@
 // Errors  trapped, logged under the procedure's name, and the result is false, the empty text or no action. The
 //         caller's pending error stays as it was. Only WriteFileConents, when asked to, and EnsureFileSystemObject
 //         speak to the user.
-// Owns    one file-system scripting object for the process, made when it is first needed and kept.
+// Owns    one file-system scripting object for the process, made when it is first needed and kept until LetGo.
 #pragma once
 #include <cstdint>
 #include <string>
@@ -57,6 +57,9 @@ bool WriteFileConents(const std::string& path, const std::string& text, bool app
 // user whose system has none is told once.
 bool EnsureFileSystemObject();
 [[nodiscard]] const platform::Dispatch& FileSystem();
+
+// Lets go of it, for a library that is about to leave; who needs one later makes one.
+void LetGo();
 
 // As EnsureFileSystemObject found it; 0 before. Major + minor / 10.
 [[nodiscard]] double WindowsVersion();

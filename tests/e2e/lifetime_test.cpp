@@ -163,6 +163,26 @@ TEST_CASE(
     CHECK(handles::HeapBytes() < bytesBefore + 1000);  // Windows' own lists may grow
 }
 
+IN_EVERY_VERSION("sessions after each of which the library goes leave neither handle nor memory in the host") {
+    const auto play = [&] {
+        {
+            Session session({.version = version});
+            session.host.Start();
+            session.OpenNew(ItemClass::Contact);
+            session.host.Quit();
+        }
+        REQUIRE(PumpUntil(5000, [] { return e2e::UnloadLibrary(); }));
+    };
+    for (int i = 0; i < 3; ++i) play();  // what Windows keeps for good is there
+    const std::uint32_t handlesBefore = handles::KernelHandles();
+    const std::size_t bytesBefore = handles::HeapBytes();
+    constexpr int times = 16;
+    for (int i = 0; i < times; ++i) play();
+    CHECK(handles::KernelHandles() <= handlesBefore);
+    // Until 2002 faces travel by the clipboard, and Wine keeps a copy of each bitmap that is read from there.
+    if (version >= 11) CHECK(handles::HeapBytes() < bytesBefore + 4 * times);
+}
+
 IN_EVERY_VERSION("a disconnection that arrives while the add-in is being connected leaves nothing behind") {
     const HMODULE library = LoadedLibrary();
     const int played = AtEveryCall(23, [&](int number) {

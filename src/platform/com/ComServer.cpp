@@ -4,7 +4,6 @@
 // olectl after windows.h
 #include <olectl.h>
 
-#include <exception>
 #include <new>
 #include <string>
 #include <utility>
@@ -35,6 +34,7 @@ struct IDTExtensibility2 : IDispatch {
 
 // Objects, references to the factory and locks of it: what keeps the library in use.
 LONG uses = 0;
+DWORD threadOfAddin = 0;  // of the last one, to which the objects that the library keeps belong
 
 template <class Call>
 HRESULT HandOn(Call&& call) noexcept {
@@ -133,6 +133,7 @@ class AddinObject final : public IDTExtensibility2 {
 
 HRESULT CreateAddin(REFIID id, void** object) noexcept {
     std::unique_ptr<AddinInstance> instance;
+    threadOfAddin = GetCurrentThreadId();
     RunGuarded([&] { instance = Server().factory(); });
     auto* addin = instance ? new (std::nothrow) AddinObject(std::move(instance)) : nullptr;
     if (!addin) return E_OUTOFMEMORY;
@@ -186,8 +187,9 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID id, void** object) {
 }
 
 STDAPI DllCanUnloadNow() {
-    const bool used = InterlockedCompareExchange(&uses, 0, 0) != 0;
-    return used || IsKeptLoaded() ? S_FALSE : S_OK;
+    if (InterlockedCompareExchange(&uses, 0, 0) != 0 || IsKeptLoaded()) return S_FALSE;
+    if (GetCurrentThreadId() == threadOfAddin && Server().letGo) RunGuarded(Server().letGo);
+    return S_OK;
 }
 
 STDAPI DllRegisterServer() {
@@ -199,9 +201,6 @@ STDAPI DllRegisterServer() {
 STDAPI DllUnregisterServer() { return UnregisterServer(Server()) ? S_OK : SELFREG_E_CLASS; }
 
 BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void*) {
-    if (reason != DLL_PROCESS_ATTACH) return TRUE;
-    DisableThreadLibraryCalls(module);
-    // The runtime reserves what a thread needs for exceptions when it is first asked about them. Asked only by the
-    // first shortage of memory, it would find none, and end the host.
-    return std::uncaught_exceptions() == 0 ? TRUE : FALSE;
+    if (reason == DLL_PROCESS_ATTACH) DisableThreadLibraryCalls(module);
+    return TRUE;
 }

@@ -17,6 +17,8 @@ struct ServerDescription {
     const char* description;
     std::uint32_t loadBehavior;
     std::unique_ptr<AddinInstance> (*factory)();
+    // The library may be unloaded: lets go of objects that are kept without an add-in; null: there are none.
+    void (*letGo)() = nullptr;
 };
 
 // Defined by the add-in; called after the library's load, not during it.

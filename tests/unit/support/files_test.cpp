@@ -355,11 +355,11 @@ TEST_SUITE_BEGIN("the scripting object");
 namespace {
 
 int creations = 0;
-int succeedAt = 0;  // 0: never
+int succeedAt = 0;  // from that one on; 0: never
 std::vector<std::string> commands;
 
 platform::Dispatch Create() {
-    if (++creations == succeedAt) return platform::CreateObject("Scripting.FileSystemObject");
+    if (++creations >= succeedAt && succeedAt != 0) return platform::CreateObject("Scripting.FileSystemObject");
     platform::Err().Set(429, "no such class");
     return {};
 }
@@ -392,6 +392,16 @@ TEST_CASE("the object is made once and kept, and Windows' version recorded") {
     CHECK(WindowsVersion() == 5.1);
     CHECK(FileSystem().Text("GetFileName", "C:\\a\\b.txt") == "b.txt");
     CHECK(commands.empty());
+}
+
+TEST_CASE("an object that was let go of is made anew for who needs one") {
+    const Plugged plugged(1);
+    CHECK(EnsureFileSystemObject());
+    LetGo();
+    LetGo();
+    CHECK(creations == 1);
+    CHECK(FileSystem().Text("GetFileName", "C:\\a\\b.txt") == "b.txt");
+    CHECK(creations == 2);
 }
 
 TEST_CASE("a library that is not registered is registered once, and the object then made") {

@@ -80,6 +80,7 @@ constexpr platform::ServerDescription description{
     "An add-in that writes down what is done to it",
     3,
     MakeDiaryAddin,
+    [] { diary.lines.emplace_back("let go"); },
 };
 
 // An object of the host's that counts its references.
@@ -242,6 +243,28 @@ TEST_CASE_FIXTURE(Fixture, "an add-in keeps the library loaded") {
     CHECK(DllCanUnloadNow() == S_FALSE);
     addin.Reset();
     CHECK(DllCanUnloadNow() == S_OK);
+}
+
+DWORD WINAPI AskWhetherItMayGo(void* said) {
+    *static_cast<HRESULT*>(said) = DllCanUnloadNow();
+    return 0;
+}
+
+TEST_CASE_FIXTURE(Fixture,
+                  "what is kept without an add-in is let go of before the library goes, on the add-in's thread") {
+    auto addin = Addin();
+    CHECK(DllCanUnloadNow() == S_FALSE);
+    CHECK(diary.lines.empty());
+    addin.Reset();
+    diary.lines.clear();
+    HRESULT said = E_FAIL;
+    const HANDLE other = CreateThread(nullptr, 0, AskWhetherItMayGo, &said, 0, nullptr);
+    REQUIRE(WaitForSingleObject(other, 20000) == WAIT_OBJECT_0);
+    CloseHandle(other);
+    CHECK(said == S_OK);
+    CHECK(diary.lines.empty());
+    CHECK(DllCanUnloadNow() == S_OK);
+    CHECK(diary.lines == Lines{"let go"});
 }
 
 TEST_CASE_FIXTURE(Fixture, "a reference to the factory keeps the library loaded") {
