@@ -29,6 +29,9 @@ class ImportPatch {
         return found;
     }
 
+    // What is replaced stays so, until the module goes.
+    void Keep() { replaced_.clear(); }
+
   private:
     struct Replaced {
         void** place;

@@ -197,6 +197,20 @@ std::vector<std::string> House::Losses(bool keepsClipboard) const {
     return losses;
 }
 
+std::string House::Remains() {
+    WIN32_FIND_DATAA found;
+    for (const std::string& folder : {Base() + "Corvella\\", Base()}) {
+        const HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
+        if (search == INVALID_HANDLE_VALUE) continue;
+        std::string names = folder;
+        do names += std::string(" ") + found.cFileName;
+        while (FindNextFileA(search, &found));
+        FindClose(search);
+        return names;
+    }
+    return {};
+}
+
 const std::vector<std::string>& House::Started() const { return started; }
 DWORD House::Slept() { return slept; }
 

@@ -50,6 +50,9 @@ class House {
     // What is wrong with what the user had: settings, log, lists, clipboard; nothing where all is as it should be.
     [[nodiscard]] std::vector<std::string> Losses(bool keepsClipboard) const;
 
+    // What the last play left behind in the files although its house is gone: what somebody holds open. Empty: nothing.
+    [[nodiscard]] static std::string Remains();
+
     [[nodiscard]] const std::vector<std::string>& Started() const;  // command lines and documents
     [[nodiscard]] static DWORD Slept();                             // milliseconds that the library wanted to wait
 
