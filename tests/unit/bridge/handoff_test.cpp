@@ -20,6 +20,7 @@
 #include "testing/ImportPatch.h"
 #include "testing/PrivateRegistry.h"
 #include "testing/Pump.h"
+#include "testing/RealFunction.h"
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
 
@@ -95,11 +96,6 @@ using Lines = std::vector<std::string>;
 UINT_PTR WINAPI NoTimer(HWND, UINT_PTR, UINT, TIMERPROC) {
     SetLastError(ERROR_NO_SYSTEM_RESOURCES);
     return 0;
-}
-
-template <class Function>
-Function Real(const char* library, const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
 }
 
 // One function of this program's own imports, replaced.

@@ -19,6 +19,7 @@
 #include "testing/ImportPatch.h"
 #include "testing/Languages.h"
 #include "testing/PrivateRegistry.h"
+#include "testing/RealFunction.h"
 #include "testing/Recorder.h"
 #include "testing/ScreenReader.h"
 #include "testing/TempFolder.h"
@@ -32,11 +33,6 @@ namespace {
 const std::string outlookKey = "Software\\Quillmark\\Corvella\\Outlook";
 
 // --- Windows' own functions, failing
-
-template <class Function>
-Function Real(const char* library, const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name)));
-}
 
 std::string unreadable;  // the data of that value
 LONG WINAPI FailToRead(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {

@@ -13,6 +13,7 @@
 #include "support/RegEdit.h"
 #include "testing/ImportName.h"
 #include "testing/PrivateRegistry.h"
+#include "testing/RealFunction.h"
 #include "testing/TempFolder.h"
 
 using namespace RegEdit;
@@ -37,46 +38,41 @@ Faults faults;
 
 bool Fails(int& count) { return count > 0 && count-- > 0; }
 
-template <class Function>
-Function Real(const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("advapi32.dll"), name)));
-}
-
 LONG WINAPI Open(HKEY root, LPCSTR subkey, PHKEY key) {
-    const LONG status = Real<decltype(&RegOpenKeyA)>("RegOpenKeyA")(root, subkey, key);
+    const LONG status = Real<decltype(&RegOpenKeyA)>("advapi32.dll", "RegOpenKeyA")(root, subkey, key);
     if (status == ERROR_SUCCESS) ++faults.opened;
     return status;
 }
 LONG WINAPI Create(HKEY root, LPCSTR subkey, PHKEY key) {
     ++faults.creates;
     if (Fails(faults.failCreates)) return ERROR_ACCESS_DENIED;
-    const LONG status = Real<decltype(&RegCreateKeyA)>("RegCreateKeyA")(root, subkey, key);
+    const LONG status = Real<decltype(&RegCreateKeyA)>("advapi32.dll", "RegCreateKeyA")(root, subkey, key);
     if (status == ERROR_SUCCESS) ++faults.opened;
     return status;
 }
 LONG WINAPI Close(HKEY key) {
     ++faults.closed;
-    return Real<decltype(&RegCloseKey)>("RegCloseKey")(key);
+    return Real<decltype(&RegCloseKey)>("advapi32.dll", "RegCloseKey")(key);
 }
 LONG WINAPI Query(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
     if (data != nullptr && Fails(faults.failReads)) return ERROR_ACCESS_DENIED;
     if (data != nullptr && faults.growBetweenReads) *size /= 2;  // as if the value had become longer meanwhile
     if (data != nullptr && !faults.longerMeanwhile.empty()) {
         const std::string text = std::exchange(faults.longerMeanwhile, {});
-        Real<decltype(&RegSetValueExA)>("RegSetValueExA")(
+        Real<decltype(&RegSetValueExA)>("advapi32.dll", "RegSetValueExA")(
             key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.data()), static_cast<DWORD>(text.size()));
     }
-    return Real<decltype(&RegQueryValueExA)>("RegQueryValueExA")(key, name, reserved, type, data, size);
+    return Real<decltype(&RegQueryValueExA)>("advapi32.dll", "RegQueryValueExA")(key, name, reserved, type, data, size);
 }
 LONG WINAPI Set(HKEY key, LPCSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size) {
     ++faults.sets;
     if (Fails(faults.failSets)) return ERROR_ACCESS_DENIED;
-    return Real<decltype(&RegSetValueExA)>("RegSetValueExA")(key, name, reserved, type, data, size);
+    return Real<decltype(&RegSetValueExA)>("advapi32.dll", "RegSetValueExA")(key, name, reserved, type, data, size);
 }
 LONG WINAPI DeleteOne(HKEY key, LPCSTR name) {
     ++faults.deletes;
     if (Fails(faults.failDeletes)) return ERROR_ACCESS_DENIED;
-    return Real<decltype(&RegDeleteValueA)>("RegDeleteValueA")(key, name);
+    return Real<decltype(&RegDeleteValueA)>("advapi32.dll", "RegDeleteValueA")(key, name);
 }
 
 }  // namespace

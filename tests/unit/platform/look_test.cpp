@@ -8,34 +8,30 @@
 #include "platform/Look.h"
 #include "testing/ImportPatch.h"
 #include "testing/PrivateRegistry.h"
+#include "testing/RealFunction.h"
 
 using namespace platform;
 
 namespace {
 
-// Windows' own, which this program's imports lead to no more while they are counted.
-template <class Function>
-Function Real(const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("advapi32.dll"), name)));
-}
-
 int opened = 0;
 
 LONG WINAPI CountOpen(HKEY root, LPCSTR path, DWORD options, REGSAM rights, PHKEY key) {
-    const LONG status = Real<decltype(&RegOpenKeyExA)>("RegOpenKeyExA")(root, path, options, rights, key);
+    const LONG status =
+        Real<decltype(&RegOpenKeyExA)>("advapi32.dll", "RegOpenKeyExA")(root, path, options, rights, key);
     opened += status == ERROR_SUCCESS ? 1 : 0;
     return status;
 }
 LONG WINAPI CountCreate(HKEY root, LPCSTR path, DWORD reserved, LPSTR kind, DWORD options, REGSAM rights,
                         LPSECURITY_ATTRIBUTES security, PHKEY key, LPDWORD disposition) {
-    const LONG status = Real<decltype(&RegCreateKeyExA)>("RegCreateKeyExA")(root, path, reserved, kind, options, rights,
-                                                                            security, key, disposition);
+    const LONG status = Real<decltype(&RegCreateKeyExA)>("advapi32.dll", "RegCreateKeyExA")(
+        root, path, reserved, kind, options, rights, security, key, disposition);
     opened += status == ERROR_SUCCESS ? 1 : 0;
     return status;
 }
 LONG WINAPI CountClose(HKEY key) {
     --opened;
-    return Real<decltype(&RegCloseKey)>("RegCloseKey")(key);
+    return Real<decltype(&RegCloseKey)>("advapi32.dll", "RegCloseKey")(key);
 }
 
 }  // namespace
