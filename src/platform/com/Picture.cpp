@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/Drawn.h"
 #include "platform/Err.h"
 #include "platform/LastError.h"
 #include "platform/Module.h"
@@ -145,11 +146,10 @@ Dispatch PictureOf(BitmapHandle bitmap, PaletteHandle palette) {
 }
 
 Pixels ReadBitmapResource(std::int32_t resource) {
-    const BitmapHandle bitmap = LoadBitmapResource(resource);
-    if (!bitmap) return {};
-    Pixels pixels = PixelsOf(static_cast<HBITMAP>(bitmap.handle));
+    const Drawn<HBITMAP> bitmap(static_cast<HBITMAP>(LoadBitmapResource(resource).handle));
+    if (!bitmap.Get()) return {};
+    Pixels pixels = PixelsOf(bitmap.Get());
     if (pixels.Empty()) RecordLastError();
-    DeleteObject(bitmap.handle);
     return pixels;
 }
 
@@ -170,13 +170,16 @@ bool ClipboardHoldsPicture() noexcept {
     return IsClipboardFormatAvailable(RegisterClipboardFormatA("Toolbar Button Face")) != FALSE;
 }
 
-PictureOnClipboard::PictureOnClipboard(const Dispatch& picture) {
-    HBITMAP copy = CopyOf(BitmapOf(picture));  // the clipboard owns what it gets
-    if (!copy) return;
-    put_ = OwnerResponds() && Put(copy);
-    if (put_) return;
+// By way of the other constructor, so that the destructor frees what was kept when memory ends.
+PictureOnClipboard::PictureOnClipboard(const Dispatch& picture) : PictureOnClipboard() {
+    Drawn<HBITMAP> copy(CopyOf(BitmapOf(picture)));
+    if (!copy.Get()) return;
+    put_ = OwnerResponds() && Put(copy.Get());
+    if (put_) {
+        copy.LetGo();  // the clipboard has it
+        return;
+    }
     RecordLastError();
-    DeleteObject(copy);
     if (emptied_) GiveBack();
 }
 

@@ -64,6 +64,8 @@ class PictureOnClipboard {
     explicit operator bool() const noexcept { return put_; }
 
   private:
+    PictureOnClipboard() = default;
+
     struct Format {
         std::uint32_t number;
         void* memory;  // owned until the clipboard has taken it

@@ -10,30 +10,10 @@
 #include <string>
 #include <utility>
 
+#include "platform/Drawn.h"
 #include "platform/forms/Control.h"
 
 namespace platform {
-
-// A font, brush or other object that DeleteObject ends.
-template <class Handle>
-class Drawn {
-  public:
-    Drawn() = default;
-    // Takes the object over. Moving leaves the other one with what this one had.
-    explicit Drawn(Handle handle) : handle_(handle) {}
-    Drawn(Drawn&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
-    Drawn& operator=(Drawn&& other) noexcept {
-        std::swap(handle_, other.handle_);
-        return *this;
-    }
-    ~Drawn() {
-        if (handle_) DeleteObject(handle_);
-    }
-    [[nodiscard]] Handle Get() const { return handle_; }
-
-  private:
-    Handle handle_ = nullptr;
-};
 
 // A picture of a file or one of Windows' own: "*error", "*question", "*warning", "*information",
 // "*application" and "*grip".

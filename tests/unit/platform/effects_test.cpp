@@ -29,6 +29,7 @@
 #include "testing/ImportName.h"
 #include "testing/ImportPatch.h"
 #include "testing/Pump.h"
+#include "testing/RealFunction.h"
 #include "testing/Recorder.h"
 #include "testing/TempFolder.h"
 
@@ -356,6 +357,30 @@ std::string TextOnClipboard() {
     return found;
 }
 
+// Memory that ends at one allocation, and how many blocks are between here and the clipboard.
+int untilMemoryEnds = 0;
+int blocksHeld = 0;
+
+void* __cdecl AllocateOrFail(std::size_t size) {
+    if (untilMemoryEnds > 0 && --untilMemoryEnds == 0) return nullptr;
+    static const auto real = Real<void*(__cdecl*)(std::size_t)>("msvcrt.dll", "malloc");
+    return real(size);
+}
+HGLOBAL WINAPI CountBlock(UINT flags, SIZE_T size) {
+    const HGLOBAL block = Real<decltype(&GlobalAlloc)>("kernel32.dll", "GlobalAlloc")(flags, size);
+    if (block) ++blocksHeld;
+    return block;
+}
+HGLOBAL WINAPI UncountBlock(HGLOBAL block) {
+    if (block) --blocksHeld;
+    return Real<decltype(&GlobalFree)>("kernel32.dll", "GlobalFree")(block);
+}
+HANDLE WINAPI HandOverBlock(UINT format, HANDLE data) {
+    const HANDLE taken = Real<decltype(&SetClipboardData)>("user32.dll", "SetClipboardData")(format, data);
+    if (taken && format != CF_BITMAP) --blocksHeld;
+    return taken;
+}
+
 LPVOID WINAPI NoLock(HGLOBAL) {
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return nullptr;
@@ -404,6 +429,41 @@ TEST_CASE("a clipboard that cannot be emptied or filled gets no picture, and wha
         CHECK_FALSE(ClipboardHoldsPicture());
         CHECK(TextOnClipboard() == "the user's");
     }
+}
+
+TEST_CASE("wherever memory ends while a picture goes to the clipboard, nothing is left over and the text stays") {
+    const Dispatch picture = SmallPicture();
+    int number = 0;
+    for (bool hasEnded = true; hasEnded;) {
+        ++number;
+        CAPTURE(number);
+        REQUIRE(number < 100);
+        REQUIRE(PutTextOnClipboard("the user's"));
+        const std::uint32_t before = handles::GdiObjects();
+        blocksHeld = 0;
+        {
+            ImportPatch patch;
+            const ImportPatch::Import imports[] = {
+                {"msvcrt.dll", "malloc", reinterpret_cast<void*>(&AllocateOrFail)},
+                {"KERNEL32.dll", "GlobalAlloc", reinterpret_cast<void*>(&CountBlock)},
+                {"KERNEL32.dll", "GlobalFree", reinterpret_cast<void*>(&UncountBlock)},
+                {"USER32.dll", "SetClipboardData", reinterpret_cast<void*>(&HandOverBlock)},
+            };
+            REQUIRE(patch.Replace(GetModuleHandleA(nullptr), imports) == 4);
+            untilMemoryEnds = number;
+            try {
+                const PictureOnClipboard onClipboard(picture);
+            } catch (const std::bad_alloc&) {
+                CHECK(untilMemoryEnds == 0);
+            }
+            hasEnded = untilMemoryEnds == 0;
+            untilMemoryEnds = 0;
+        }
+        CHECK(blocksHeld == 0);
+        CHECK(TextOnClipboard() == "the user's");
+        CHECK(handles::GdiObjects() <= before);
+    }
+    CHECK(number > 2);
 }
 
 TEST_CASE("what was on the clipboard and could not be copied is not put back as something else") {

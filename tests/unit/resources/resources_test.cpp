@@ -5,12 +5,16 @@
 
 #include <ole2.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
 #include "platform/Module.h"
 #include "platform/com/Com.h"
 #include "platform/com/Picture.h"
+#include "testing/HandleCount.h"
+#include "testing/ImportPatch.h"
+#include "testing/RealFunction.h"
 
 namespace {
 
@@ -100,6 +104,30 @@ TEST_CASE("a mask is black where its face shows and white where it is light grey
             CHECK(points[at] == (face[at] == lightGrey ? RGB(255, 255, 255) : RGB(0, 0, 0)));
         }
     }
+}
+
+// No memory for the 16 times 16 points of a picture.
+void* __cdecl NoMemoryForPoints(std::size_t bytes) {
+    if (bytes == size * size * 4) return nullptr;
+    return Real<void*(__cdecl*)(std::size_t)>("msvcrt.dll", "malloc")(bytes);
+}
+
+TEST_CASE("where there is no memory for its points a picture is let go of") {
+    static_cast<void>(platform::ReadBitmapResource(101));
+    const std::uint32_t before = handles::GdiObjects();
+    {
+        ImportPatch patch;
+        const ImportPatch::Import memory[] = {{"msvcrt.dll", "malloc", reinterpret_cast<void*>(&NoMemoryForPoints)}};
+        REQUIRE(patch.Replace(GetModuleHandleA(nullptr), memory) == 1);
+        bool ended = false;
+        try {
+            static_cast<void>(platform::ReadBitmapResource(101));
+        } catch (const std::bad_alloc&) {
+            ended = true;
+        }
+        CHECK(ended);
+    }
+    CHECK(handles::GdiObjects() == before);
 }
 
 TEST_CASE("the face of the versions that know no masks has none") { CHECK_FALSE(platform::LoadBitmapResource(201)); }
