@@ -126,6 +126,7 @@ class Stage {
         return true;
     }
 
+    [[nodiscard]] bool HasRibbon() const { return version_ >= 14; }
     // Where the first window hears of no change of folder.
     [[nodiscard]] bool IsOutlook2000() const { return version_ == 9; }
 
@@ -167,8 +168,11 @@ class Stage {
         } while (GetTickCount() - start < milliseconds);
     }
 
-    void Click(const standin::ControlView& control) {
+    // On the ribbon, or in the bars: whether it was there.
+    bool Click(Window window, const standin::ControlView& control, const std::string& ribbonId) {
+        if (HasRibbon()) return outlook->ClickRibbon(window, ribbonId);
         if (control && outlook->Control(control.instance)) outlook->Click(control);
+        return static_cast<bool>(control);
     }
     [[nodiscard]] Window First() {
         const std::vector<Window> windows = outlook->Windows();
@@ -248,10 +252,10 @@ void SendContact(Stage& stage) {
     const standin::Item contact = stage.outlook->NewItem(ItemClass::Contact, {{"FullName", "Ann"}});
     const Window window = stage.outlook->OpenInspector(contact);
     const standin::ControlView button = stage.outlook->FindCaption(window, "Save and Send to Phone");
-    stage.Click(button);
+    const bool clicked = stage.Click(window, button, "TabContact_ButtonUpdate");
     Stage::Pump(stage.point ? 25 : 60);
     stage.End();
-    if (button && stage.outlook->IsSaved(contact)) CheckListed(stage, stage.outlook->EntryId(contact));
+    if (clicked && stage.outlook->IsSaved(contact)) CheckListed(stage, stage.outlook->EntryId(contact));
     CheckUpdate(stage);
     stage.outlook->Quit();
 }
@@ -266,10 +270,10 @@ void SendSelection(Stage& stage) {
     stage.outlook->SwitchFolder(window, FolderKind::Contacts);
     stage.outlook->Select(window, {ann, bob});
     const standin::ControlView button = stage.outlook->FindTag(window, "107");
-    stage.Click(button);
+    const bool clicked = stage.Click(window, button, "TabContacts_ButtonSendToPhone");
     Stage::Pump(stage.point ? 25 : 60);
     stage.End();
-    if (button) {
+    if (clicked) {
         CheckListed(stage, stage.outlook->EntryId(ann));
         CheckListed(stage, stage.outlook->EntryId(bob));
         CheckUpdate(stage);
@@ -279,13 +283,25 @@ void SendSelection(Stage& stage) {
     stage.outlook->Quit();
 }
 
-void ClickEntry(Stage& stage, const char* caption) { stage.Click(stage.outlook->FindCaption(stage.First(), caption)); }
+// An entry of the menu: its caption in the bars, and its key on the ribbon.
+struct Entry {
+    const char* caption;
+    const char* key;
+};
+constexpr Entry newSms{"New SMS", "mNewSMS"}, logFile{"Log File", "mLogFile"},
+    synchroniseContacts{"Synchronize Contacts", "mSync0"}, options{"Add-In Options...", "mOptions"},
+    about{"About Corvella", "mAbout"};
+
+void ClickEntry(Stage& stage, const Entry& entry) {
+    const Window window = stage.First();
+    stage.Click(window, stage.outlook->FindCaption(window, entry.caption), std::string("TabMail_") + entry.key);
+}
 
 void Commands(Stage& stage) {
     stage.house.Furnish();
     stage.outlook->Start();
     stage.Begin();
-    for (const char* entry : {"Synchronize Contacts", "New SMS", "Log File"}) ClickEntry(stage, entry);
+    for (const Entry& entry : {synchroniseContacts, newSms, logFile}) ClickEntry(stage, entry);
     stage.End();
     if (!stage.point && stage.house.Started().size() < 2) Bad("commands were not started");
     stage.outlook->Quit();
@@ -299,7 +315,7 @@ void Options(Stage& stage) {
         Person::Press(box, "OK");
     });
     stage.Begin();
-    ClickEntry(stage, "Add-In Options...");
+    ClickEntry(stage, options);
     stage.End();
     const std::string delay = House::Value(outlookKey, "Delay");
     if (delay != "7" && (delay != "5" || !stage.point)) Bad("Delay has become '" + delay + "'");
@@ -315,7 +331,7 @@ void Info(Stage& stage) {
     stage.house.Furnish();
     stage.outlook->Start();
     stage.Begin();
-    ClickEntry(stage, "About Corvella");
+    ClickEntry(stage, about);
     stage.End();
     stage.outlook->Quit();
 }

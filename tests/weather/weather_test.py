@@ -25,7 +25,7 @@ from testing.wine import Display, Prefix, lines_of, windows_path  # noqa: E402
 
 WAYS = ("once", "on")
 FULL = "11"
-OTHERS = ("9", "10", "12")
+OTHERS = ("9", "10", "12", "16")
 FIXED_SEED = 2003
 PATIENCE = 3600
 
