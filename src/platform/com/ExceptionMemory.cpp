@@ -10,7 +10,7 @@
 
 namespace {
 
-// The runtime keeps its own data right before what is thrown; it takes about half of that.
+// The runtime keeps its own data right before what is thrown: 96 bytes with 32 bits, 160 with 64.
 constexpr std::size_t runtimes = 32 * sizeof(void*);
 
 // As many as are under way at once, one inside the other, and as large as they are.
