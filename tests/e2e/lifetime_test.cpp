@@ -145,9 +145,7 @@ void LoadFailUnload(const std::string& path) {
 
 }  // namespace
 
-TEST_CASE(
-    "the library takes no thread-local index and no handle of the host's with it when it goes, also after an "
-    "exception") {
+TEST_CASE("the library leaves no thread-local index, handle or memory behind when it goes, also after an exception") {
     const TempFolder folder;
     const std::string copy = folder.Path("copy.dll");
     REQUIRE(CopyFileA((e2e::AddInFolder() + "CVOutlookAddIn.dll").c_str(), copy.c_str(), TRUE));
