@@ -8,6 +8,7 @@
 
 #include "World.h"
 #include "testing/ChildProcess.h"
+#include "testing/OwnTemp.h"
 
 using namespace check_test;
 
@@ -123,21 +124,6 @@ class CheckWindow {
     HWND window_ = nullptr;
 };
 
-// Programs that are started meanwhile take that for the folder of temporary files.
-class Temporary {
-  public:
-    explicit Temporary(const std::string& folder) {
-        GetEnvironmentVariableA("TEMP", former_, sizeof former_);
-        SetEnvironmentVariableA("TEMP", folder.c_str());
-    }
-    ~Temporary() { SetEnvironmentVariableA("TEMP", former_); }
-    Temporary(const Temporary&) = delete;
-    Temporary& operator=(const Temporary&) = delete;
-
-  private:
-    char former_[MAX_PATH] = {};
-};
-
 constexpr const char *repair = "&Repair", *repairAll = "Repair a&ll";
 
 bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
@@ -250,7 +236,7 @@ TEST_CASE("where the way back cannot be written nothing is changed, and the wind
     SwitchOff();
     RemoveValue(HKEY_CURRENT_USER, "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders", "AppData");
     {
-        const Temporary nowhere(world.Path("NoSuchFolder"));
+        const OwnTemp nowhere(world.Path("NoSuchFolder"));
         CheckWindow window(world);
         window.Click(repair);
         window.Answer(IDYES);

@@ -14,7 +14,9 @@
 #include "testing/ComForTests.h"
 #include "testing/DebugLog.h"
 #include "testing/ImportPatch.h"
+#include "testing/OwnTemp.h"
 #include "testing/PrivateRegistry.h"
+#include "testing/RealFunction.h"
 #include "testing/TempFolder.h"
 
 using namespace InifileCV;
@@ -113,11 +115,9 @@ DWORD WINAPI AttributesButOnce(LPCSTR path) {
     return GetFileAttributesW(std::wstring(path, path + lstrlenA(path)).c_str());
 }
 // Of what the product keeps, nothing can be read.
-const auto realRead = reinterpret_cast<decltype(&RegQueryValueExA)>(
-    reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("advapi32.dll"), "RegQueryValueExA")));
 LONG WINAPI FailToRead(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
     if (lstrcmpiA(name, "SaveIn") == 0 || lstrcmpiA(name, "IniFiles") == 0) return ERROR_NOT_ENOUGH_MEMORY;
-    return realRead(key, name, reserved, type, data, size);
+    return Real<decltype(&RegQueryValueExA)>("advapi32.dll", "RegQueryValueExA")(key, name, reserved, type, data, size);
 }
 class UnseenOnce {
   public:
@@ -341,28 +341,6 @@ TEST_SUITE_END();
 TEST_SUITE_BEGIN("a configuration that an installer leaves");
 
 namespace {
-
-// The temporary folder is the test's own for a while.
-class OwnTemp {
-  public:
-    explicit OwnTemp(const std::string& folder) {
-        for (const char* name : {"TMP", "TEMP"}) {
-            char value[MAX_PATH] = {};
-            GetEnvironmentVariableA(name, value, sizeof value);
-            (name[1] == 'M' ? tmp_ : temp_) = value;
-            SetEnvironmentVariableA(name, folder.c_str());
-        }
-    }
-    ~OwnTemp() {
-        SetEnvironmentVariableA("TMP", tmp_.c_str());
-        SetEnvironmentVariableA("TEMP", temp_.c_str());
-    }
-    OwnTemp(const OwnTemp&) = delete;
-    OwnTemp& operator=(const OwnTemp&) = delete;
-
-  private:
-    std::string tmp_, temp_;
-};
 
 // A full disk.
 BOOL WINAPI FailToCopy(LPCSTR, LPCSTR, BOOL) {

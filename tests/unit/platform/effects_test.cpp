@@ -65,8 +65,7 @@ DWORD WINAPI IsReadyAtOnce(HANDLE process, DWORD) {
 
 DWORD WINAPI ProcessInFrontLater(HWND, LPDWORD process) {
     ++looks;
-    const auto idOf = reinterpret_cast<DWORD(WINAPI*)(HANDLE)>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetProcessId")));
+    const auto idOf = Real<DWORD(WINAPI*)(HANDLE)>("kernel32.dll", "GetProcessId");
     const bool alive = WaitForSingleObject(readyProcess, 0) == WAIT_TIMEOUT;
     *process = alive && GetTickCount() - readySince > 300 ? idOf(readyProcess) : 0;
     return 0;
@@ -76,10 +75,7 @@ UINT lastBoxStyle = 0;
 
 int WINAPI RecordBox(HWND owner, LPCSTR text, LPCSTR title, UINT style) {
     lastBoxStyle = style;
-    using Function = decltype(&MessageBoxA);
-    const auto show = reinterpret_cast<Function>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "MessageBoxA")));
-    return show(owner, text, title, style);
+    return Real<decltype(&MessageBoxA)>("user32.dll", "MessageBoxA")(owner, text, title, style);
 }
 
 struct PressedKey {
@@ -332,11 +328,7 @@ BOOL WINAPI RefuseToEmpty() {
 }
 
 HANDLE WINAPI RefuseBitmap(UINT format, HANDLE data) {
-    if (format != CF_BITMAP) {
-        const auto real = reinterpret_cast<decltype(&SetClipboardData)>(
-            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "SetClipboardData")));
-        return real(format, data);
-    }
+    if (format != CF_BITMAP) return Real<decltype(&SetClipboardData)>("user32.dll", "SetClipboardData")(format, data);
     SetLastError(ERROR_ACCESS_DENIED);
     return nullptr;
 }

@@ -19,6 +19,7 @@
 #include "testing/FormDriver.h"
 #include "testing/HandleCount.h"
 #include "testing/ImportPatch.h"
+#include "testing/RealFunction.h"
 #include "testing/ScreenReader.h"
 #include "testing/WholeForm.h"
 
@@ -110,9 +111,8 @@ HWND WINAPI RefuseCheckBox(DWORD exStyle, LPCWSTR kind, LPCWSTR title, DWORD sty
         SetLastError(ERROR_NO_SYSTEM_RESOURCES);
         return nullptr;
     }
-    const auto real = reinterpret_cast<decltype(&CreateWindowExW)>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), "CreateWindowExW")));
-    return real(exStyle, kind, title, style, x, y, width, height, parent, menu, instance, parameter);
+    return Real<decltype(&CreateWindowExW)>("user32.dll", "CreateWindowExW")(exStyle, kind, title, style, x, y, width,
+                                                                             height, parent, menu, instance, parameter);
 }
 
 BOOL WINAPI RunOutOfMemory(HWND, LPCSTR) { throw std::bad_alloc(); }
