@@ -8,7 +8,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "platform/Drawn.h"
 #include "platform/forms/Control.h"
