@@ -210,13 +210,17 @@ void SendContact(Host& host, const World& world) {
     CHECK(list.find(";" + host->EntryId(contact)) != std::string::npos);
 }
 
+void ClickEntry(Host& host, const char* key) {
+    host->Click(host->FindCaption(host->Windows().front(), "Corvella").entries.at(MenuPlace(key)));
+}
+
 void ShowInfo(Host& host) {
     Boxes boxes;
     const Person person([&](HWND box) {
         boxes.Meet(box);
         Decline(box);
     });
-    host->Click(host->FindCaption(host->Windows().front(), "Corvella").entries.at(8));
+    ClickEntry(host, "mAbout");
     CHECK(boxes.seen.size() == 1);
 }
 
@@ -228,7 +232,7 @@ void OpenOptions(Host& host, const World& world) {
         delayShown |= Person::Child(box, "Edit", "5") != nullptr;
         Decline(box);
     });
-    host->Click(host->FindCaption(host->Windows().front(), "Corvella").entries.at(6));
+    ClickEntry(host, "mOptions");
     CHECK(boxes.seen.size() >= 1);
     CHECK(delayShown == world.delayIsReadable);
     if (world.height != 0) CHECK(boxes.largest.bottom - boxes.largest.top <= world.height);
@@ -282,7 +286,7 @@ BOOL WINAPI NoProgram(LPCSTR, LPSTR, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTE
     return FALSE;
 }
 
-// No memory, once, for the beginning of a file, by which the profiles are told from other files.
+// No memory, once, for the beginning of a file, by which the profiles are told from other files: 502 bytes and a zero.
 bool refused = false;
 void* __cdecl NoMemoryForBeginning(std::size_t size) {
     const bool refuses = !refused && size == 503;
@@ -518,7 +522,7 @@ TEST_CASE("where memory ends while a profile is looked at its file is let go of,
     Host host(world);
     host->Start();
     refused = false;
-    host->Click(host->FindCaption(host->Windows().front(), "Corvella").entries.at(6));
+    ClickEntry(host, "mOptions");
     CHECK(refused);
     CHECK(DeleteFileA(world.SettingsFile().c_str()));
     CHECK_FALSE(world.folder.Exists("data\\Corvella\\corvella.ini"));

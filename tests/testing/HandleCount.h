@@ -1,10 +1,11 @@
-// testing/HandleCount.h: how many GDI objects, windows, menus and kernel handles this process holds, in numbers that
-// can be compared with an earlier count. Wine returns 0 for GetGuiResources and GetProcessHandleCount, so they are
-// counted another way:
+// testing/HandleCount.h: how many GDI objects, windows, menus, kernel handles and bytes of memory this process holds, in
+// numbers that can be compared with an earlier count. Wine returns 0 for GetGuiResources and GetProcessHandleCount, so
+// they are counted another way:
 //   GDI objects     Handles are places in one table, free ones are taken again first. Bitmaps are made until one gets a
 //                   place that was never taken before: so many were free, all others are in use.
 //   windows, menus  every possible handle is asked whether it is one, and of this process.
 //   kernel handles  the system's list of all handles.
+//   bytes           what is taken of every heap.
 #pragma once
 #include <windows.h>
 #include <winternl.h>

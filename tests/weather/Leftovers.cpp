@@ -2,6 +2,7 @@
 
 #include <ole2.h>
 
+#include <cstdlib>
 #include <set>
 
 #include "testing/HandleCount.h"
@@ -10,30 +11,23 @@
 namespace weather {
 namespace {
 
-// --- the library's memory
+// --- the library's memory; this program's own calls lead to the same runtime
 
 std::set<void*> blocks;  // of those that have gone, too
-struct {
-    void* (*malloc)(std::size_t);
-    void* (*calloc)(std::size_t, std::size_t);
-    void* (*realloc)(void*, std::size_t);
-    void (*free)(void*);
-} real;
-
 void* Noted(void* block) {
     if (block) blocks.insert(block);
     return block;
 }
-void* Malloc(std::size_t size) { return Noted(real.malloc(size)); }
-void* Calloc(std::size_t count, std::size_t size) { return Noted(real.calloc(count, size)); }
+void* Malloc(std::size_t size) { return Noted(std::malloc(size)); }
+void* Calloc(std::size_t count, std::size_t size) { return Noted(std::calloc(count, size)); }
 void* Realloc(void* block, std::size_t size) {
-    void* const moved = real.realloc(block, size);
+    void* const moved = std::realloc(block, size);
     if (moved || size == 0) blocks.erase(block);
     return Noted(moved);
 }
 void Free(void* block) {
     blocks.erase(block);
-    real.free(block);
+    std::free(block);
 }
 
 // --- COM's memory
@@ -98,15 +92,6 @@ int Windows() {
 void CountComMemory() { CoRegisterMallocSpy(&spy); }
 
 void CountMemory(HMODULE library) {
-    const HMODULE runtime = GetModuleHandleA("msvcrt.dll");
-    const auto set = [&](auto& function, const char* name) {
-        function = reinterpret_cast<std::remove_reference_t<decltype(function)>>(
-            reinterpret_cast<void*>(GetProcAddress(runtime, name)));
-    };
-    set(real.malloc, "malloc");
-    set(real.calloc, "calloc");
-    set(real.realloc, "realloc");
-    set(real.free, "free");
     const ImportPatch::Import imports[] = {
         {"msvcrt.dll", "malloc", reinterpret_cast<void*>(&Malloc)},
         {"msvcrt.dll", "calloc", reinterpret_cast<void*>(&Calloc)},
